@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#ifndef REALINPUT_H
+#define REALINPUT_H
+
+#include <QtCore/QPoint>
+#include <QtCore/QString>
+
+/*!
+    \brief The pointer and the keyboard of the X server that the test's windows are shown on.
+
+    Events go the whole way a user's do: through the X server, the window manager and Qt's
+    platform plugin. Every call returns after the server has taken the event and Qt has worked off
+    what came of it. Points are global, in physical pixels.
+*/
+class RealInput
+{
+public:
+    enum Button { LeftButton = 1, MiddleButton = 2, RightButton = 3 };
+
+    /*! Moves the pointer to \a point in one step. */
+    static void moveTo(const QPoint &point);
+    /*! Moves the pointer from where it is to \a point in \a steps even steps. */
+    static void glideTo(const QPoint &point, int steps = 8);
+    static void press(Button button = LeftButton);
+    static void release(Button button = LeftButton);
+    static void click(const QPoint &point, Button button = LeftButton);
+    static void doubleClick(const QPoint &point);
+    /*! Presses at \a from, waits \a holdMs, glides to \a to and releases. */
+    static void drag(const QPoint &from, const QPoint &to, int holdMs = 80);
+
+    /*! Types a key by its X keysym name ("a", "Return", "Escape", "Tab", "Left"), with the
+        modifiers before it joined by plus signs ("Shift+Tab", "Control+c", "Alt+o"). */
+    static void key(const QString &name);
+    /*! Types ASCII \a text key by key. */
+    static void type(const QString &text);
+
+    /*! The cursor shape the server shows now, as its pixels' hash: equal shapes, equal hashes. */
+    static size_t cursorHash();
+    /*! The colour of the pixel at \a point on the screen, as 0xRRGGBB. */
+    static unsigned pixel(const QPoint &point);
+    /*! Lets Qt work off what the X server and the window manager sent. */
+    static void settle(int ms = 30);
+};
+
+#endif // REALINPUT_H
