@@ -15,8 +15,7 @@ const int LightTextLightness = 210;
 } // namespace
 
 KestColor::KestColor(QObject *parent) : QObject(parent)
-{
-}
+{ }
 
 KestColor::~KestColor() = default;
 
@@ -37,7 +36,6 @@ QColor KestColor::generateForegroundColor(QColor background)
 
 bool isLight(QColor color)
 {
-    const double luminance
-            = 0.213 * color.red() + 0.715 * color.green() + 0.072 * color.blue();
+    const double luminance = 0.213 * color.red() + 0.715 * color.green() + 0.072 * color.blue();
     return luminance > LightLuminance;
 }

@@ -46,7 +46,7 @@ void tapSymbol(KeySym symbol)
 {
     const KeyCode code = XKeysymToKeycode(display(), symbol);
     const bool shifted = code && XkbKeycodeToKeysym(display(), code, 0, 0) != symbol
-            && XkbKeycodeToKeysym(display(), code, 0, 1) == symbol;
+        && XkbKeycodeToKeysym(display(), code, 0, 1) == symbol;
     if (shifted)
         fakeKey(XK_Shift_L, true);
     fakeKey(symbol, true);
