@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestMaximumSizeButton.h"
+
+#include <QtWidgets/QStyle>
+
+KestMaximumSizeButton::KestMaximumSizeButton(QWidget *parent) : QPushButton(parent)
+{ }
+
+bool KestMaximumSizeButton::maximumSized() const
+{
+    return m_maximumSized;
+}
+
+void KestMaximumSizeButton::setMaximumSized(bool maximumSized)
+{
+    style()->unpolish(this);
+    m_maximumSized = maximumSized;
+    style()->polish(this);
+}

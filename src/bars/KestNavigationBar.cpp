@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestNavigationBar.h"
+
+#include "KestNavigationImageButton.h"
+#include "KestUserButton.h"
+#include "Util.h"
+
+#include <QtCore/QUrl>
+#include <QtCore/QVariant>
+#include <QtGui/QActionEvent>
+#include <QtGui/QDesktopServices>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QWidgetAction>
+
+namespace {
+
+const int BarHeight = 50; // pixels
+const int BarMargin = 1; // pixels
+const int EntrySpacing = 1; // pixels
+const int GroupCount = 3;
+
+const char PositionProperty[] = "Kest_ActionPosition";
+
+// Unset means the left group.
+int positionOf(const QAction *action)
+{
+    return action->property(PositionProperty).toInt();
+}
+
+// A button that is the default widget of its own action, and carries the action's name.
+void bindButton(KestToolButton *button, QWidgetAction *action)
+{
+    action->setDefaultWidget(button);
+    button->setDefaultAction(action);
+    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    QObject::connect(action, &QObject::objectNameChanged, button, &QObject::setObjectName);
+}
+
+} // namespace
+
+class KestNavigationBarPrivate
+{
+public:
+    struct Group
+    {
+        QList<std::shared_ptr<KestWidgetItem>> items;
+        QHBoxLayout *layout = nullptr;
+    };
+
+    Group groups[GroupCount];
+    QSize iconSize = QSize(16, 16);
+
+    // Null for a position that is no group.
+    Group *group(int position)
+    {
+        return position >= 0 && position < GroupCount ? &groups[position] : nullptr;
+    }
+};
+
+KestNavigationBar::KestNavigationBar(QWidget *parent)
+    : QWidget(parent), d(new KestNavigationBarPrivate)
+{
+    setFixedHeight(BarHeight);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(BarMargin, BarMargin, BarMargin, BarMargin);
+    layout->setSpacing(0);
+    for (KestNavigationBarPrivate::Group &group : d->groups) {
+        if (layout->count() > 0)
+            layout->addStretch(1);
+        group.layout = new QHBoxLayout;
+        group.layout->setContentsMargins(0, 0, 0, 0);
+        group.layout->setSpacing(EntrySpacing);
+        layout->addLayout(group.layout);
+    }
+    setAttribute(Qt::WA_StyledBackground);
+}
+
+KestNavigationBar::~KestNavigationBar()
+{
+    // The items delete their widgets while those still exist.
+    delete d;
+}
+
+void KestNavigationBar::addAction(QAction *action, ActionPosition position)
+{
+    insertAction(-1, action, position);
+}
+
+QAction *KestNavigationBar::addAction(const QIcon &icon, const QString &text,
+                                      ActionPosition position)
+{
+    auto *action = new QAction(icon, text, this);
+    addAction(action, position);
+    return action;
+}
+
+QAction *KestNavigationBar::addAction(const QString &text, ActionPosition position)
+{
+    return addAction(QIcon(), text, position);
+}
+
+void KestNavigationBar::insertAction(int index, QAction *action, ActionPosition position)
+{
+    if (!action)
+        return;
+    action->setProperty(PositionProperty, int(position));
+    QWidget::insertAction(actionAt(index, position), action);
+}
+
+QAction *KestNavigationBar::insertAction(int index, const QIcon &icon, const QString &text,
+                                         ActionPosition position)
+{
+    auto *action = new QAction(icon, text);
+    insertAction(index, action, position);
+    return action;
+}
+
+QAction *KestNavigationBar::insertAction(int index, const QString &text, ActionPosition position)
+{
+    return insertAction(index, QIcon(), text, position);
+}
+
+QAction *KestNavigationBar::addSeparator(ActionPosition position)
+{
+    return insertSeparator(count(position), position);
+}
+
+QAction *KestNavigationBar::insertSeparator(int index, ActionPosition position)
+{
+    auto *action = new QAction;
+    action->setSeparator(true);
+    insertAction(index, action, position);
+    return action;
+}
+
+QAction *KestNavigationBar::addHelp(const QUrl &url, const QIcon &icon, ActionPosition position)
+{
+    return insertHelp(count(position), url, icon, position);
+}
+
+QAction *KestNavigationBar::insertHelp(int index, const QUrl &url, const QIcon &icon,
+                                       ActionPosition position)
+{
+    auto *action = new QAction(icon, QString(), this);
+    connect(action, &QAction::triggered, action, [url] { QDesktopServices::openUrl(url); });
+    insertAction(index, action, position);
+    return action;
+}
+
+QAction *KestNavigationBar::addLogo(const QIcon &icon, ActionPosition position)
+{
+    return insertLogo(count(position), icon, position);
+}
+
+QAction *KestNavigationBar::insertLogo(int index, const QIcon &icon, ActionPosition position)
+{
+    auto *action = new QWidgetAction(this);
+    action->setIcon(icon);
+    auto *button = new KestNavigationImageButton(this);
+    button->setIcon(icon);
+    bindButton(button, action);
+    insertAction(index, action, position);
+    return action;
+}
+
+QAction *KestNavigationBar::addUser(const QIcon &icon, const QString &text, ActionPosition position)
+{
+    return insertUser(count(position), icon, text, position);
+}
+
+QAction *KestNavigationBar::insertUser(int index, const QIcon &icon, const QString &text,
+                                       ActionPosition position)
+{
+    auto *action = new QWidgetAction(this);
+    bindButton(new KestUserButton(nullptr), action);
+    action->setText(text);
+    action->setIcon(icon);
+    insertAction(index, action, position);
+    return action;
+}
+
+int KestNavigationBar::count(ActionPosition position) const
+{
+    const KestNavigationBarPrivate::Group *group = d->group(position);
+    return group ? group->items.size() : 0;
+}
+
+QAction *KestNavigationBar::actionAt(int index, ActionPosition position) const
+{
+    if (index < 0 || index >= count(position))
+        return nullptr;
+    return d->group(position)->items.at(index)->action();
+}
+
+int KestNavigationBar::indexOf(QAction *action) const
+{
+    for (const KestNavigationBarPrivate::Group &group : d->groups) {
+        if (const auto item = Util::find(action, group.items))
+            return group.items.indexOf(item);
+    }
+    return -1;
+}
+
+QRect KestNavigationBar::actionRect(QAction *action)
+{
+    for (const KestNavigationBarPrivate::Group &group : d->groups) {
+        const auto item = Util::find(action, group.items);
+        if (item && item->widget())
+            return item->widget()->geometry();
+    }
+    return QRect();
+}
+
+QSize KestNavigationBar::iconSize() const
+{
+    return d->iconSize;
+}
+
+void KestNavigationBar::setIconSize(const QSize &size)
+{
+    d->iconSize = size;
+    Q_EMIT iconSizeChanged(size);
+}
+
+void KestNavigationBar::actionEvent(QActionEvent *event)
+{
+    // Changes reach the widgets by themselves.
+    if (event->type() == QEvent::ActionChanged)
+        return;
+    QAction *const action = event->action();
+    KestNavigationBarPrivate::Group *const group = d->group(positionOf(action));
+    if (!group)
+        return;
+
+    if (event->type() == QEvent::ActionAdded) {
+        const auto item =
+            std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->iconSize, this);
+        connect(this, &KestNavigationBar::iconSizeChanged, item.get(),
+                &KestWidgetItem::iconSizeChanged);
+        Util::addItem(item, group->items, event->before(), group->layout);
+        return;
+    }
+
+    const std::shared_ptr<KestWidgetItem> item = Util::find(action, group->items);
+    if (!item)
+        return;
+    group->items.removeOne(item);
+    QWidget *const widget = item->widget();
+    if (!widget)
+        return;
+    group->layout->removeWidget(widget);
+    if (item->isCustomWidget()) {
+        // It belongs to its action, which may be put on a bar again.
+        widget->hide();
+        widget->setParent(nullptr);
+    }
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "Util.h"
+
+#include <QtGui/QPixmap>
+
+#include <algorithm>
+
+namespace {
+
+using ItemList = QList<std::shared_ptr<KestWidgetItem>>;
+
+template <class Predicate>
+std::shared_ptr<KestWidgetItem> findFirst(const ItemList &items, Predicate predicate)
+{
+    const auto found = std::find_if(items.cbegin(), items.cend(), predicate);
+    return found == items.cend() ? std::shared_ptr<KestWidgetItem>() : *found;
+}
+
+} // namespace
+
+std::shared_ptr<KestWidgetItem> Util::find(QAction *action, const ItemList &items)
+{
+    return findFirst(items, [action](const auto &item) { return item->action() == action; });
+}
+
+std::shared_ptr<KestWidgetItem> Util::find(QWidget *widget, const ItemList &items)
+{
+    return findFirst(items, [widget](const auto &item) { return item->widget() == widget; });
+}
+
+QPixmap Util::iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State state,
+                         qreal devicePixelRatio)
+{
+    const QList<QSize> sizes = icon.availableSizes(QIcon::Normal, state);
+    if (sizes.isEmpty() || maximumHeight <= 0)
+        return QPixmap();
+
+    const QSize available = sizes.first();
+    QSize size = available;
+    if (maximumHeight < size.height()) {
+        // The width is rounded up, as QPixmap::scaledToHeight() does.
+        const qreal factor = qreal(maximumHeight) / size.height();
+        size = QSize(int(factor * size.width() + 0.9999), maximumHeight);
+    }
+
+    QPixmap pixmap = icon.pixmap(available * devicePixelRatio, QIcon::Normal, state);
+    pixmap.setDevicePixelRatio(1.0);
+    const QSize pixels = size * devicePixelRatio;
+    if (pixmap.size() != pixels)
+        pixmap = pixmap.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    return pixmap;
+}
