@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#ifndef KESTDIALOG_H
+#define KESTDIALOG_H
+
+#include "KestGlobal.h"
+
+#include <QtWidgets/QDialog>
+
+class KestDialogPrivate;
+class KestTitleBar;
+
+/*!
+    \class KestDialog
+    \brief A dialog without the system's frame: a title bar over one widget.
+
+    How does a form get the same window as the rest of the application? Any widget will do, and so
+    will a finished QDialog, whose result the frame passes on:
+
+    \code
+    KestDialog frame(window);
+    frame.setCentralWidget(new QColorDialog);
+    if (frame.exec() == QDialog::Accepted)
+        apply();
+    \endcode
+
+    The dialog owns what it is given: a title bar or central widget that is replaced, or cleared
+    with a null pointer, is hidden at once and deleted when control returns to the event loop.
+*/
+class KEST_EXPORT KestDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /*! Constructs a dialog with a title bar and an empty central widget. It is a top-level window
+        also when it has a \a parent. */
+    explicit KestDialog(QWidget *parent = nullptr);
+    ~KestDialog() override;
+
+    /*! Returns the title bar; creates and sets a new one where there is none. */
+    KestTitleBar *titleBar() const;
+    /*! Makes \a bar the title bar, which moves the dialog; null leaves it without one. */
+    void setTitleBar(KestTitleBar *bar);
+
+    /*! Returns the central widget, or null. */
+    QWidget *centralWidget() const;
+    /*!
+        Makes \a widget the central widget, below the title bar; null removes it.
+
+        The dialog takes over the widget's window title unless it is empty, and its later changes.
+        When the widget is a QDialog, finishing it finishes this dialog with the same result. The
+        size of the dialog is left to its layout.
+    */
+    void setCentralWidget(QWidget *widget);
+
+    /*! Lets a drag on \a widget, a child of the dialog, move the dialog. Null is ignored. */
+    void addMoveBar(QWidget *widget);
+    /*! Takes \a widget out of the widgets that move the dialog. Null is ignored. */
+    void removeMoveBar(QWidget *widget);
+
+protected:
+    void hideEvent(QHideEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
+
+private:
+    Q_DISABLE_COPY(KestDialog)
+    KestDialogPrivate *d;
+};
+
+#endif // KESTDIALOG_H

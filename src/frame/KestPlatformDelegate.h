@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#ifndef KESTPLATFORMDELEGATE_H
+#define KESTPLATFORMDELEGATE_H
+
+#include "KestFramelessDelegate.h"
+
+/*!
+    \file
+    The one place where the shells' frame behaviour is chosen for a platform, at build time.
+*/
+
+/*! The frame behaviour of the shells on this platform. */
+using KestPlatformDelegate = KestFramelessDelegate;
+
+/*!
+    Gives \a window, a shell of the kind \a type (Qt::Window or Qt::Dialog), its frame behaviour,
+    with \a moveBar as its single move bar. The delegate is a child of the window.
+*/
+KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar,
+                                             Qt::WindowType type);
+
+/*!
+    Lets \a delegate answer a native event of its window; returns whether it consumed it. A null
+    delegate, or one that works with Qt's events alone, consumes none.
+*/
+bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &eventType, void *message,
+                         long *result);
+
+#endif // KESTPLATFORMDELEGATE_H

@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestWindow.h"
+
+#include "KestNavigationBar.h"
+#include "KestPlatformDelegate.h"
+#include "KestStyleSheet.h"
+#include "KestTitleBar.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtCore/QVariant>
+#include <QtGui/QIcon>
+#include <QtGui/QResizeEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDesktopWidget>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+const QSize InitialSize(160, 160); // pixels
+const int ScreenCheckDelayMs = 10;
+
+const char OriginFontProperty[] = "originFont";
+const char OriginIconSizeProperty[] = "originIconSize";
+
+template <class Bar>
+bool saveBarSize(QWidget *widget)
+{
+    const auto *bar = qobject_cast<Bar *>(widget);
+    if (!bar)
+        return false;
+    widget->setProperty(OriginFontProperty, bar->font());
+    widget->setProperty(OriginIconSizeProperty, bar->iconSize());
+    return true;
+}
+
+} // namespace
+
+class KestWindowPrivate
+{
+public:
+    QPointer<KestTitleBar> titleBar;
+    QPointer<KestNavigationBar> navigationBar;
+    QPointer<QStatusBar> statusBar;
+    QPointer<QWidget> centralWidget;
+    KestPlatformDelegate *delegate = nullptr;
+    bool autoDPIScale = true;
+    QSize originSize; // what the window was given before it was first shown
+    QTimer *dpiTimer = nullptr;
+};
+
+class KestWindowLayouts
+{
+public:
+    explicit KestWindowLayouts(QWidget *window);
+
+    QGridLayout *gridLayout;
+    QVBoxLayout *verticalLayout;
+    QVBoxLayout *titleLayout;
+    QVBoxLayout *menuBarLayout;
+    QVBoxLayout *contentLayout;
+    QVBoxLayout *statusBarLayout;
+
+private:
+    QVBoxLayout *addRow(const QString &name);
+};
+
+KestWindowLayouts::KestWindowLayouts(QWidget *window)
+    : gridLayout(new QGridLayout(window)), verticalLayout(new QVBoxLayout)
+{
+    gridLayout->setObjectName(QStringLiteral("gridLayout"));
+    gridLayout->setSpacing(0);
+    gridLayout->setContentsMargins(0, 0, 0, 0);
+    verticalLayout->setObjectName(QStringLiteral("verticalLayout"));
+    verticalLayout->setSpacing(0);
+
+    titleLayout = addRow(QStringLiteral("titleLayout"));
+    titleLayout->setSizeConstraint(QLayout::SetMinimumSize);
+    menuBarLayout = addRow(QStringLiteral("menuBarLayout"));
+    menuBarLayout->setSizeConstraint(QLayout::SetMinimumSize);
+    contentLayout = addRow(QStringLiteral("contentLayout"));
+    statusBarLayout = addRow(QStringLiteral("statusBarLayout"));
+    statusBarLayout->setSizeConstraint(QLayout::SetMinimumSize);
+    verticalLayout->setStretchFactor(contentLayout, 1);
+
+    gridLayout->addLayout(verticalLayout, 0, 0, 1, 1);
+    gridLayout->setAlignment(verticalLayout, Qt::AlignLeft | Qt::AlignTop);
+}
+
+QVBoxLayout *KestWindowLayouts::addRow(const QString &name)
+{
+    auto *row = new QVBoxLayout;
+    row->setObjectName(name);
+    verticalLayout->addLayout(row);
+    return row;
+}
+
+KestWindow::KestWindow(QWidget *parent) : QWidget(parent), d(new KestWindowPrivate)
+{
+    d->titleBar = new KestTitleBar(this);
+    d->titleBar->installEventFilter(this);
+
+    if (objectName().isEmpty())
+        setObjectName(QStringLiteral("KestWindow"));
+    resize(InitialSize);
+    layouts = new KestWindowLayouts(this);
+    QMetaObject::connectSlotsByName(this);
+
+    d->centralWidget = new QWidget(this);
+    layouts->titleLayout->addWidget(d->titleBar);
+    layouts->contentLayout->addWidget(d->centralWidget);
+    d->centralWidget->installEventFilter(this);
+
+    d->delegate = createPlatformDelegate(this, d->titleBar, Qt::Window);
+
+    d->dpiTimer = new QTimer(this);
+    d->dpiTimer->setSingleShot(true);
+    connect(d->dpiTimer, &QTimer::timeout, this, &KestWindow::adaptScreenDPI);
+}
+
+KestWindow::~KestWindow()
+{
+    delete layouts;
+    delete d;
+}
+
+KestTitleBar *KestWindow::titleBar() const
+{
+    if (!d->titleBar) {
+        auto *self = const_cast<KestWindow *>(this);
+        self->setTitleBar(new KestTitleBar(self));
+    }
+    return d->titleBar;
+}
+
+void KestWindow::setTitleBar(KestTitleBar *bar)
+{
+    KestTitleBar *const old = d->titleBar;
+    if (old && old == bar)
+        return;
+    if (old) {
+        old->hide();
+        d->delegate->removeMoveBar(old);
+        old->deleteLater();
+    }
+    d->titleBar = bar;
+    if (bar) {
+        // It becomes a move bar when it is shown.
+        layouts->titleLayout->addWidget(bar);
+        bar->installEventFilter(this);
+        d->delegate->removeMoveBar(d->navigationBar);
+    } else {
+        d->delegate->addMoveBar(d->navigationBar);
+    }
+}
+
+KestNavigationBar *KestWindow::navigationBar() const
+{
+    if (!d->navigationBar) {
+        auto *self = const_cast<KestWindow *>(this);
+        self->setNavigationBar(new KestNavigationBar(self));
+    }
+    return d->navigationBar;
+}
+
+void KestWindow::setNavigationBar(KestNavigationBar *bar)
+{
+    KestNavigationBar *const old = d->navigationBar;
+    if (old && old == bar)
+        return;
+    if (old) {
+        d->delegate->removeMoveBar(old);
+        old->hide();
+        old->deleteLater();
+    }
+    d->navigationBar = bar;
+    if (!bar)
+        return;
+    layouts->menuBarLayout->addWidget(bar);
+    if (!d->titleBar || !d->titleBar->isVisible())
+        d->delegate->addMoveBar(bar);
+}
+
+QStatusBar *KestWindow::statusBar() const
+{
+    if (!d->statusBar) {
+        auto *self = const_cast<KestWindow *>(this);
+        auto *bar = new QStatusBar(self);
+        bar->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        self->setStatusBar(bar);
+    }
+    return d->statusBar;
+}
+
+void KestWindow::setStatusBar(QStatusBar *bar)
+{
+    QStatusBar *const old = d->statusBar;
+    if (old && old == bar)
+        return;
+    if (old) {
+        old->hide();
+        old->deleteLater();
+    }
+    d->statusBar = bar;
+    if (bar)
+        layouts->statusBarLayout->addWidget(bar);
+}
+
+QMenuBar *KestWindow::menuBar() const
+{
+    return d->titleBar ? d->titleBar->menuBar() : nullptr;
+}
+
+void KestWindow::setMenuBar(QMenuBar *bar)
+{
+    if (d->titleBar)
+        d->titleBar->setMenuBar(bar);
+}
+
+QWidget *KestWindow::centralWidget() const
+{
+    return d->centralWidget;
+}
+
+void KestWindow::setCentralWidget(QWidget *widget)
+{
+    QWidget *const old = d->centralWidget;
+    if (old && old == widget)
+        return;
+    if (old) {
+        old->hide();
+        old->deleteLater();
+    }
+    d->centralWidget = widget;
+    if (!widget)
+        return;
+    // The size is the one that the host gave it: the layout may change it at any time from now on.
+    const QSize size = widget->size();
+    widget->setAutoFillBackground(true);
+    layouts->contentLayout->addWidget(widget);
+    widget->installEventFilter(this);
+    setWindowTitle(widget->windowTitle());
+    resize(size.width(), size.height() + titleBar()->height());
+    setWindowIcon(widget->windowIcon());
+}
+
+void KestWindow::addMoveBar(QWidget *widget)
+{
+    d->delegate->addMoveBar(widget);
+}
+
+void KestWindow::removeMoveBar(QWidget *widget)
+{
+    d->delegate->removeMoveBar(widget);
+}
+
+void KestWindow::autoDPIScale(bool on)
+{
+    d->autoDPIScale = on;
+}
+
+void KestWindow::ChangeObjectSizeAndFontSize(QObject *object, double geoRate, double fontRate)
+{
+    KestStyleSheet::ChangeObjectSizeAndFontSize(object, geoRate, fontRate);
+}
+
+void KestWindow::saveObjectSize(QObject *object)
+{
+    if (!object)
+        return;
+    const QObjectList children = object->children();
+    for (QObject *child : children) {
+        auto *widget = qobject_cast<QWidget *>(child);
+        if (!widget || saveBarSize<KestTitleBar>(widget)
+            || saveBarSize<KestNavigationBar>(widget)) {
+            continue;
+        }
+        widget->setProperty(OriginFontProperty, widget->font());
+        saveObjectSize(widget);
+    }
+}
+
+void KestWindow::adaptScreenDPI()
+{ }
+
+bool KestWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (watched == d->titleBar && d->delegate) {
+        // One of the two bars moves the window: the title bar while it is shown.
+        if (type == QEvent::Show) {
+            d->delegate->addMoveBar(d->titleBar);
+            d->delegate->removeMoveBar(d->navigationBar);
+        } else if (type == QEvent::Hide || type == QEvent::Close) {
+            d->delegate->removeMoveBar(d->titleBar);
+            d->delegate->addMoveBar(d->navigationBar);
+        }
+    } else if (type == QEvent::WindowTitleChange && watched == d->centralWidget) {
+        setWindowTitle(d->centralWidget->windowTitle());
+        // It was given a size while hidden.
+        if (d->centralWidget && d->centralWidget->testAttribute(Qt::WA_PendingResizeEvent))
+            resize(d->centralWidget->size());
+    }
+    if (type == QEvent::ScreenChangeInternal) {
+        qDebug() << "KestWindow::eventFilter QEvent::ScreenChangeInternal screenNum="
+                 << QApplication::desktop()->screenNumber(this);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool KestWindow::nativeEvent(const QByteArray &eventType, void *message, long *result)
+{
+    return platformNativeEvent(d->delegate, eventType, message, result)
+        || QWidget::nativeEvent(eventType, message, result);
+}
+
+void KestWindow::resizeEvent(QResizeEvent *event)
+{
+    if (testAttribute(Qt::WA_PendingResizeEvent))
+        d->originSize = event->size();
+    d->dpiTimer->start(ScreenCheckDelayMs);
+    QWidget::resizeEvent(event);
+}
