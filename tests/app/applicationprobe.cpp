@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+// A process that makes a KestApplication and prints what comes of it:
+//   applicationprobe defaults        "sheet=<default|none|other> siblings=<0|1>", default arguments
+//   applicationprobe style <0|1>     the same, with useDefaultStyle as said
+//   applicationprobe check NAME      "taken=<0|1> ms=<milliseconds>"
+//   applicationprobe serve NAME      as check, then runs until its standard input ends
+
+#include "KestApplication.h"
+#include "KestStyleSheet.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QScopedPointer>
+#include <QtCore/QThread>
+
+#include <cstdio>
+#include <iostream>
+
+namespace {
+
+int describe(const KestApplication &app)
+{
+    const QString sheet = app.styleSheet();
+    const char *const kind = sheet.isEmpty()           ? "none"
+        : sheet == KestStyleSheet::defaultStyleSheet() ? "default"
+                                                       : "other";
+    std::printf("sheet=%s siblings=%d\n", kind,
+                int(!QCoreApplication::testAttribute(Qt::AA_DontCreateNativeWidgetSiblings)));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QByteArray mode(argc > 1 ? argv[1] : "");
+    const QByteArray argument(argc > 2 ? argv[2] : "");
+    QScopedPointer<KestApplication> app;
+    if (mode == "style") {
+        app.reset(
+            new KestApplication(argc, argv, QCoreApplication::ApplicationFlags, argument == "1"));
+    } else {
+        app.reset(new KestApplication(argc, argv));
+    }
+
+    if (mode == "defaults" || mode == "style")
+        return describe(*app);
+
+    QElapsedTimer timer;
+    timer.start();
+    const bool taken = app->checkOtherProcess(QString::fromUtf8(argument));
+    std::printf("taken=%d ms=%d\n", int(taken), int(timer.elapsed()));
+    std::fflush(stdout);
+    if (mode == "serve") {
+        const QScopedPointer<QThread> reader(QThread::create([] {
+            std::string line;
+            while (std::getline(std::cin, line)) { }
+        }));
+        QObject::connect(reader.data(), &QThread::finished, app.data(), &QCoreApplication::quit);
+        reader->start();
+        QCoreApplication::exec();
+        reader->wait();
+    }
+    return 0;
+}

@@ -1,0 +1,11 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="la">
+<context>
+    <name>KestApplicationTest</name>
+    <message>
+        <source>host</source>
+        <translation>hospes</translation>
+    </message>
+</context>
+</TS>

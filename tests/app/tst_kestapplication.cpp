@@ -1,0 +1,358 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestApplication.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
+#include <QtCore/QProcess>
+#include <QtCore/QResource>
+#include <QtCore/QUuid>
+#include <QtNetwork/QLocalServer>
+#include <QtNetwork/QLocalSocket>
+#include <QtTest/QTest>
+#include <QtWidgets/QWidget>
+
+namespace {
+
+struct Line
+{
+    QtMsgType type;
+    QString text;
+};
+QList<Line> lines;
+
+void collectLine(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    lines.append({ type, text });
+}
+
+// Loads the translators and returns what was written meanwhile.
+QStringList warningsOfLoading(KestApplication &app, const QString &lang)
+{
+    lines.clear();
+    const QtMessageHandler old = qInstallMessageHandler(collectLine);
+    const bool result = app.loadTranslator(lang);
+    qInstallMessageHandler(old);
+    QStringList texts;
+    for (const Line &line : qAsConst(lines)) {
+        if (line.type == QtWarningMsg)
+            texts.append(line.text);
+    }
+    return result ? texts : QStringList { QStringLiteral("returned false") };
+}
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("KestApplicationTest", text);
+}
+
+QString uniqueName()
+{
+    return QStringLiteral("kest-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+}
+
+// The one name that this process serves.
+QString claimedName()
+{
+    static const QString name = uniqueName();
+    return name;
+}
+
+QByteArray runProbe(const QStringList &arguments)
+{
+    QProcess probe;
+    probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
+                arguments);
+    // This process answers meanwhile, as a first instance would.
+    while (probe.state() != QProcess::NotRunning)
+        QTest::qWait(5);
+    return probe.readAllStandardOutput().trimmed();
+}
+
+// Whether somebody serves the name, asked with no help of the class under test.
+bool isServed(const QString &name)
+{
+    QLocalSocket socket;
+    socket.connectToServer(name);
+    return socket.waitForConnected(1000);
+}
+
+int millisecondsIn(const QByteArray &answer)
+{
+    return answer.mid(answer.indexOf("ms=") + 3).toInt();
+}
+
+KestApplication &application()
+{
+    return *static_cast<KestApplication *>(qApp);
+}
+
+} // namespace
+
+class tst_KestApplication : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void metaObjectAddsNothing();
+    void defaultArgumentsApplyTheDefaultSheet();
+    void defaultSheetIsAppliedOnlyWhenAskedFor();
+    void nativeSiblingsAreNotCreated();
+
+    void emptyNameStartsNoServer();
+    void firstProcessClaimsTheName();
+    void secondProcessFindsTheFirst();
+    void nameIsServedUntilTheApplicationEnds();
+    void firstProcessPresentsItsWindows();
+    void everyFurtherProcessIsAnswered();
+    void nameThatCannotBeClaimedCountsAsTaken();
+
+    void bothCataloguesAreInstalled();
+    void emptyLanguageMeansTheSystems();
+    void missingCataloguesAreReported();
+    void missingHostCatalogueLeavesQtsInstalled();
+    void missingQtCatalogueLeavesTheHostsInstalled();
+    void laterLanguageReplacesTheEarlierOne();
+    void languageWithoutCataloguesRemovesTheEarlierOnes();
+};
+
+void tst_KestApplication::metaObjectAddsNothing()
+{
+    const QMetaObject &meta = KestApplication::staticMetaObject;
+    QCOMPARE(meta.className(), "KestApplication");
+    QCOMPARE(meta.methodCount(), meta.methodOffset());
+    QCOMPARE(meta.propertyCount(), meta.propertyOffset());
+}
+
+void tst_KestApplication::defaultArgumentsApplyTheDefaultSheet()
+{
+    QCOMPARE(runProbe({ QStringLiteral("defaults") }), QByteArray("sheet=default siblings=0"));
+}
+
+void tst_KestApplication::defaultSheetIsAppliedOnlyWhenAskedFor()
+{
+    QCOMPARE(runProbe({ QStringLiteral("style"), QStringLiteral("0") }),
+             QByteArray("sheet=none siblings=0"));
+    QCOMPARE(runProbe({ QStringLiteral("style"), QStringLiteral("1") }),
+             QByteArray("sheet=default siblings=0"));
+}
+
+void tst_KestApplication::nativeSiblingsAreNotCreated()
+{
+    QVERIFY(QCoreApplication::testAttribute(Qt::AA_DontCreateNativeWidgetSiblings));
+    QWidget parent;
+    QWidget native(&parent);
+    QWidget sibling(&parent);
+    native.winId();
+    QVERIFY(native.internalWinId());
+    QVERIFY(!sibling.internalWinId());
+}
+
+void tst_KestApplication::emptyNameStartsNoServer()
+{
+    QVERIFY(!application().checkOtherProcess(QString()));
+    QVERIFY(!application().checkOtherProcess(QStringLiteral("")));
+    // A server listens under one name at most: it is still free to take this one.
+    QVERIFY(!application().checkOtherProcess(claimedName()));
+    QVERIFY(isServed(claimedName()));
+}
+
+void tst_KestApplication::firstProcessClaimsTheName()
+{
+    const QString name = uniqueName();
+    QVERIFY(!isServed(name));
+    QProcess first;
+    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
+                { QStringLiteral("serve"), name });
+    QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
+    QVERIFY(first.readLine().startsWith("taken=0"));
+    QVERIFY(isServed(name));
+    first.closeWriteChannel();
+    QVERIFY(first.waitForFinished(20000));
+}
+
+void tst_KestApplication::secondProcessFindsTheFirst()
+{
+    const QString name = uniqueName();
+    QProcess first;
+    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
+                { QStringLiteral("serve"), name });
+    QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
+    const QByteArray answer = runProbe({ QStringLiteral("check"), name });
+    QVERIFY2(answer.startsWith("taken=1"), answer.constData());
+    // The probe gives up after 100 ms; an answer is there at once, even on a busy machine.
+    QVERIFY2(millisecondsIn(answer) < 1000, answer.constData());
+    first.closeWriteChannel();
+    QVERIFY(first.waitForFinished(20000));
+}
+
+void tst_KestApplication::nameIsServedUntilTheApplicationEnds()
+{
+    const QString name = uniqueName();
+    QProcess first;
+    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
+                { QStringLiteral("serve"), name });
+    QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
+    QVERIFY(isServed(name));
+    first.closeWriteChannel();
+    QVERIFY(first.waitForFinished(20000));
+    QVERIFY(!isServed(name));
+    QVERIFY(runProbe({ QStringLiteral("check"), name }).startsWith("taken=0"));
+}
+
+void tst_KestApplication::firstProcessPresentsItsWindows()
+{
+    // The name that an earlier case has claimed.
+    QVERIFY(isServed(claimedName()));
+
+    QWidget minimized;
+    minimized.showMinimized();
+    QWidget normal;
+    normal.show();
+    QWidget hidden;
+    hidden.show();
+    hidden.hide();
+    QWidget neverShown;
+    neverShown.winId();
+    QVERIFY(minimized.windowHandle()->isVisible());
+    QCOMPARE(minimized.windowHandle()->windowState(), Qt::WindowMinimized);
+    QCoreApplication::processEvents();
+
+    lines.clear();
+    const QtMessageHandler old = qInstallMessageHandler(collectLine);
+    const QByteArray answer = runProbe({ QStringLiteral("check"), claimedName() });
+    for (int i = 0; i < 100 && minimized.windowHandle()->windowState() != Qt::WindowNoState; ++i)
+        QTest::qWait(20);
+    qInstallMessageHandler(old);
+
+    QVERIFY2(answer.startsWith("taken=1"), answer.constData());
+    QCOMPARE(minimized.windowHandle()->windowState(), Qt::WindowNoState);
+    QVERIFY(minimized.isVisible());
+    QVERIFY(normal.isVisible());
+    QVERIFY(!hidden.isVisible());
+    QVERIFY(!hidden.windowHandle()->isVisible());
+    QVERIFY(!neverShown.windowHandle()->isVisible());
+    // The offscreen platform cannot raise windows and says so: once for each hidden one.
+    int raised = 0;
+    for (const Line &line : qAsConst(lines))
+        raised += line.text == QLatin1String("This plugin does not support raise()");
+    QCOMPARE(raised, 2);
+}
+
+void tst_KestApplication::everyFurtherProcessIsAnswered()
+{
+    // Their connections stay pending.
+    const QString name = uniqueName();
+    QProcess first;
+    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
+                { QStringLiteral("serve"), name });
+    QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(runProbe({ QStringLiteral("check"), name }).startsWith("taken=1"));
+    first.closeWriteChannel();
+    QVERIFY(first.waitForFinished(20000));
+}
+
+void tst_KestApplication::nameThatCannotBeClaimedCountsAsTaken()
+{
+    // No socket can be made in a folder that does not exist.
+    const QByteArray answer = runProbe(
+        { QStringLiteral("check"), QStringLiteral("/nonexistent-folder/") + uniqueName() });
+    QVERIFY2(answer.startsWith("taken=1"), answer.constData());
+}
+
+void tst_KestApplication::bothCataloguesAreInstalled()
+{
+    QCOMPARE(warningsOfLoading(application(), QStringLiteral("de")), QStringList());
+    QCOMPARE(translated("toolkit"), QStringLiteral("Werkzeug"));
+    QCOMPARE(translated("host"), QStringLiteral("Wirt"));
+}
+
+void tst_KestApplication::emptyLanguageMeansTheSystems()
+{
+    application().loadTranslator(QStringLiteral("xx"));
+    QCOMPARE(translated("toolkit"), QStringLiteral("toolkit"));
+    const QByteArray language = qgetenv("LANGUAGE");
+    const QByteArray all = qgetenv("LC_ALL");
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    qputenv("LANGUAGE", "de");
+    // Qt reads the system's locale anew when it is told that it has changed.
+    QEvent change(QEvent::LocaleChange);
+    QCoreApplication::sendEvent(qApp, &change);
+    const QLocale system = QLocale::system();
+    const QStringList warnings = warningsOfLoading(application(), QString());
+    const bool german = system.uiLanguages().value(0).startsWith(QLatin1String("de"));
+    const QString toolkit = translated("toolkit");
+    qputenv("LC_ALL", all);
+    qputenv("LANGUAGE", language);
+    QCoreApplication::sendEvent(qApp, &change);
+    QVERIFY(german);
+    QCOMPARE(warnings, QStringList());
+    QCOMPARE(toolkit, QStringLiteral("Werkzeug"));
+}
+
+void tst_KestApplication::missingCataloguesAreReported()
+{
+    QString locale;
+    QDebug(&locale).nospace() << QLocale(QStringLiteral("sv"));
+    const QStringList expected {
+        QStringLiteral("translator system load error!!!"),
+        QStringLiteral("app translator load error!!! lang= \"sv\" , local= ") + locale,
+    };
+    QCOMPARE(warningsOfLoading(application(), QStringLiteral("sv")), expected);
+    QVERIFY(locale.contains(QLatin1String("Swedish")));
+    QCOMPARE(translated("toolkit"), QStringLiteral("toolkit"));
+    QCOMPARE(translated("host"), QStringLiteral("host"));
+}
+
+void tst_KestApplication::missingHostCatalogueLeavesQtsInstalled()
+{
+    const QStringList warnings = warningsOfLoading(application(), QStringLiteral("fr"));
+    QCOMPARE(warnings.size(), 1);
+    QVERIFY(
+        warnings.first().startsWith(QLatin1String("app translator load error!!! lang= \"fr\"")));
+    QCOMPARE(translated("toolkit"), QStringLiteral("outillage"));
+    QCOMPARE(translated("host"), QStringLiteral("host"));
+}
+
+void tst_KestApplication::missingQtCatalogueLeavesTheHostsInstalled()
+{
+    const QStringList warnings = warningsOfLoading(application(), QStringLiteral("la"));
+    QCOMPARE(warnings, QStringList { QStringLiteral("translator system load error!!!") });
+    QCOMPARE(translated("toolkit"), QStringLiteral("toolkit"));
+    QCOMPARE(translated("host"), QStringLiteral("hospes"));
+}
+
+void tst_KestApplication::laterLanguageReplacesTheEarlierOne()
+{
+    application().loadTranslator(QStringLiteral("de"));
+    application().loadTranslator(QStringLiteral("fr"));
+    QCOMPARE(translated("toolkit"), QStringLiteral("outillage"));
+    QCOMPARE(translated("host"), QStringLiteral("host"));
+    application().loadTranslator(QStringLiteral("de"));
+    QCOMPARE(translated("toolkit"), QStringLiteral("Werkzeug"));
+    QCOMPARE(translated("host"), QStringLiteral("Wirt"));
+}
+
+void tst_KestApplication::languageWithoutCataloguesRemovesTheEarlierOnes()
+{
+    application().loadTranslator(QStringLiteral("de"));
+    application().loadTranslator(QStringLiteral("de")); // installed twice, removed all the same
+    application().loadTranslator(QStringLiteral("sv"));
+    QCOMPARE(translated("toolkit"), QStringLiteral("toolkit"));
+    QCOMPARE(translated("host"), QStringLiteral("host"));
+}
+
+int main(int argc, char *argv[])
+{
+    const QString folder = QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath();
+    if (!QResource::registerResource(folder + QStringLiteral("/translations.rcc")))
+        qFatal("The catalogues are missing");
+    KestApplication app(argc, argv, QCoreApplication::ApplicationFlags, false);
+    QCoreApplication::setApplicationName(QStringLiteral("kesthost"));
+    tst_KestApplication test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_kestapplication.moc"

@@ -1,0 +1,412 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestStyleSheet.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QRegExp>
+#include <QtTest/QTest>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QWidget>
+
+#include <limits>
+
+namespace {
+
+// Scaling as a search and replace loop: slow, and short enough to be seen to be right.
+QString scaledStepByStep(const QString &sheet, float rate)
+{
+    if (sheet.isEmpty() || rate == 1.0f)
+        return sheet;
+
+    QString copy = sheet;
+    QRegExp length(QStringLiteral("\\d+px"), Qt::CaseInsensitive, QRegExp::RegExp);
+    length.setMinimal(true);
+    int start = 0;
+    int position = 0;
+    while ((position = length.indexIn(copy, start)) != -1) {
+        const int digits = length.matchedLength() - 2;
+        const float product = copy.mid(position, digits).toInt() * rate;
+        QString number;
+        if (product >= 2147483648.0f)
+            number = QString::number(std::numeric_limits<int>::max());
+        else if (product < -2147483648.0f)
+            number = QString::number(std::numeric_limits<int>::min());
+        else
+            number = QString::number(qRound(product));
+        copy.replace(position, digits, number);
+        const int end = position + number.size();
+        if (end >= copy.size() - 1)
+            break;
+        start = end + 1;
+    }
+    return copy;
+}
+
+QString fileText(const char *name)
+{
+    QFile file(QStringLiteral(":/stylesheet/Resources/stylesheet/") + QLatin1String(name));
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    return QString::fromUtf8(file.readAll());
+}
+
+QString randomSheet(QRandomGenerator &random)
+{
+    // Pieces that are lengths, nearly lengths, or glue; joined at random they also make runs of
+    // digits that no piece has.
+    static const QStringList pieces {
+        QStringLiteral("1px"),
+        QStringLiteral("10px"),
+        QStringLiteral("007px"),
+        QStringLiteral("1.5px"),
+        QStringLiteral("3PX"),
+        QStringLiteral("4Px"),
+        QStringLiteral("5pX"),
+        QStringLiteral("12pt"),
+        QStringLiteral("2em"),
+        QStringLiteral("px"),
+        QStringLiteral("p"),
+        QStringLiteral("x"),
+        QStringLiteral("7"),
+        QStringLiteral("99999999999px"),
+        QStringLiteral("2147483647px"),
+        QStringLiteral("2147483648px"),
+        QStringLiteral("16777217px"),
+        QString::fromUtf8("\u0663\u0664px"), // Arabic-Indic digits
+        QString::fromUtf8("1\u0969px"), // a Latin and a Devanagari digit
+        QString::fromUtf8("\uFF15px"), // a full-width digit
+        QString::fromUtf8("\u00B2px"), // superscript two is no decimal digit
+        QString::fromUtf8("\u00BDpx"), // nor is one half
+        QString::fromUtf8("\U0001D7D8px"), // nor a digit outside the basic plane
+        QString(QChar(0)),
+        QStringLiteral("-"),
+        QStringLiteral(" "),
+        QStringLiteral(";"),
+        QStringLiteral("{ margin: "),
+        QStringLiteral("#w8px"),
+        QStringLiteral("pxpx"),
+        QStringLiteral("6p"),
+        QStringLiteral("8ppx"),
+    };
+    QString sheet;
+    const int count = random.bounded(1, 40);
+    for (int i = 0; i < count; ++i)
+        sheet += pieces.at(random.bounded(pieces.size()));
+    return sheet;
+}
+
+// Builds a further child the first time its style changes, as widgets that build parts lazily do.
+class GrowingWidget : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        if (event->type() == QEvent::StyleChange && !m_grown) {
+            m_grown = true;
+            auto *sibling = new QWidget(parentWidget());
+            sibling->setObjectName(QStringLiteral("late"));
+            sibling->setStyleSheet(QStringLiteral("margin: 2px"));
+        }
+        QWidget::changeEvent(event);
+    }
+
+private:
+    bool m_grown = false;
+};
+
+class DyingWidget : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QWidget::changeEvent(event);
+        if (event->type() == QEvent::StyleChange && m_armed)
+            delete m_victim;
+    }
+
+public:
+    bool m_armed = false;
+    QWidget *m_victim = nullptr;
+};
+
+} // namespace
+
+class tst_KestStyleSheet : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void defaultSheetJoinsTheTwoLightSheets();
+
+    void lengthsAreScaled_data();
+    void lengthsAreScaled();
+    void emptySheetStaysEmpty();
+    void rateOneGivesTheSheetItself();
+    void randomSheetsAgreeWithSearchAndReplace();
+    void shippedSheetsAgreeWithSearchAndReplace_data();
+    void shippedSheetsAgreeWithSearchAndReplace();
+
+    void walkScalesAllWidgetsBelowTheObject();
+    void walkLeavesTheObjectItselfAlone();
+    void walkSkipsObjectsThatAreNoWidgets();
+    void ratesDoNotAccumulate();
+    void rateOneBringsTheOriginalSheetsBack();
+    void rateOneStillRecordsSheetAndRate();
+    void widgetWithoutSheetKeepsAnEmptyOne();
+    void sheetSetAfterTheFirstScalingIsReplacedByTheOriginal();
+    void fontsAreNotScaled();
+    void childrenAddedOnTheWayAreScaledToo();
+    void childrenThatDieOnTheWayAreLeftOut();
+    void nullObjectIsIgnored();
+};
+
+void tst_KestStyleSheet::defaultSheetJoinsTheTwoLightSheets()
+{
+    const QString first = fileText("default-light.css");
+    const QString second = fileText("sw-light.css");
+    QVERIFY(!first.isEmpty());
+    QVERIFY(!second.isEmpty());
+    QCOMPARE(KestStyleSheet::defaultStyleSheet(), first + second);
+    QCOMPARE(KestStyleSheet::defaultStyleSheet(), first + second);
+}
+
+void tst_KestStyleSheet::lengthsAreScaled_data()
+{
+    QTest::addColumn<QString>("sheet");
+    QTest::addColumn<float>("rate");
+    QTest::addColumn<QString>("expected");
+
+    const auto row = [](const char *name, const char *sheet, float rate, const char *expected) {
+        QTest::newRow(name) << QString::fromUtf8(sheet) << rate << QString::fromUtf8(expected);
+    };
+    row("halves go up", "border: 1px; width: 10px", 1.5f, "border: 2px; width: 15px");
+    row("capitals keep their case", "margin: 3PX", 2.0f, "margin: 6PX");
+    row("mixed case", "a: 3Px; b: 3pX", 2.0f, "a: 6Px; b: 6pX");
+    row("only the digits before the unit", "width: 1.5px", 2.0f, "width: 1.10px");
+    row("other units", "font: 12pt; margin: 2em; x: 7", 2.0f, "font: 12pt; margin: 2em; x: 7");
+    row("down to nothing", "border: 1px", 0.4f, "border: 0px");
+    row("a half goes up to one", "border: 1px", 0.5f, "border: 1px");
+    row("rate zero", "border: 3px", 0.0f, "border: 0px");
+    row("negative rate", "margin: 3px", -2.0f, "margin: -6px");
+    row("negative half goes up", "margin: 3px", -0.5f, "margin: -1px");
+    row("negative length", "margin: -3px", 2.0f, "margin: -6px");
+    row("leading zeros go", "margin: 007px", 2.0f, "margin: 14px");
+    row("digits at the very end", "margin: 3px; order: 12", 2.0f, "margin: 6px; order: 12");
+    row("half a unit at the very end", "margin: 3px 12p", 2.0f, "margin: 6px 12p");
+    row("the length alone", "3px", 2.0f, "6px");
+    row("unit without digits", "px 3 px", 2.0f, "px 3 px");
+    row("one after the other", "1px2px3px", 2.0f, "2px4px6px");
+    row("number too long for an integer", "99999999999px", 2.0f, "0px");
+    row("largest integer", "2147483647px", 0.5f, "1073741824px");
+    row("one above the largest", "2147483648px", 0.5f, "0px");
+    row("product above the range", "2000000000px", 2.0f, "2147483647px");
+    row("product below the range", "2000000000px", -2.0f, "-2147483648px");
+    row("not a number", "3px", std::numeric_limits<float>::quiet_NaN(), "0px");
+    row("infinite", "3px", std::numeric_limits<float>::infinity(), "2147483647px");
+    row("other scripts' digits are no integer", "\u0663\u0664px", 2.0f, "0px");
+    row("a superscript is no digit", "1\u00B2px", 2.0f, "1\u00B2px");
+    row("inside names as well", "#size8px { }", 2.0f, "#size16px { }");
+}
+
+void tst_KestStyleSheet::lengthsAreScaled()
+{
+    QFETCH(QString, sheet);
+    QFETCH(float, rate);
+    QFETCH(QString, expected);
+    QCOMPARE(KestStyleSheet::scaleSheet(sheet, rate), expected);
+}
+
+void tst_KestStyleSheet::emptySheetStaysEmpty()
+{
+    QCOMPARE(KestStyleSheet::scaleSheet(QString(), 2.0f), QString());
+    QVERIFY(KestStyleSheet::scaleSheet(QString(), 2.0f).isNull());
+    QVERIFY(!KestStyleSheet::scaleSheet(QStringLiteral(""), 2.0f).isNull());
+}
+
+void tst_KestStyleSheet::rateOneGivesTheSheetItself()
+{
+    const QString sheet = QStringLiteral("margin: 007px");
+    QCOMPARE(KestStyleSheet::scaleSheet(sheet, 1.0f), sheet);
+    QVERIFY(KestStyleSheet::scaleSheet(sheet, 1.0f).isSharedWith(sheet));
+}
+
+void tst_KestStyleSheet::randomSheetsAgreeWithSearchAndReplace()
+{
+    QRandomGenerator random(20061);
+    const float rates[] = { 0.0f, 0.3f, 0.5f,  1.0f,  1.25f, 1.5f, 1.75f,
+                            2.0f, 3.7f, -1.0f, -0.5f, -2.5f, 1e9f, -1e9f };
+    for (int i = 0; i < 20000; ++i) {
+        const QString sheet = randomSheet(random);
+        const float rate = rates[random.bounded(int(std::size(rates)))];
+        const QString expected = scaledStepByStep(sheet, rate);
+        if (KestStyleSheet::scaleSheet(sheet, rate) != expected)
+            QCOMPARE(KestStyleSheet::scaleSheet(sheet, rate) + sheet, expected + sheet);
+    }
+}
+
+void tst_KestStyleSheet::shippedSheetsAgreeWithSearchAndReplace_data()
+{
+    QTest::addColumn<QString>("sheet");
+    for (const char *name : { "default-light.css", "sw-light.css", "tool.css", "kest-blue.css" })
+        QTest::newRow(name) << fileText(name);
+}
+
+void tst_KestStyleSheet::shippedSheetsAgreeWithSearchAndReplace()
+{
+    QFETCH(QString, sheet);
+    QVERIFY(!sheet.isEmpty());
+    for (const float rate : { 0.75f, 1.25f, 1.5f, 2.0f }) {
+        QCOMPARE(KestStyleSheet::scaleSheet(sheet, rate), scaledStepByStep(sheet, rate));
+        QVERIFY(KestStyleSheet::scaleSheet(sheet, rate) != sheet);
+    }
+}
+
+void tst_KestStyleSheet::walkScalesAllWidgetsBelowTheObject()
+{
+    QWidget top;
+    QWidget child(&top);
+    QWidget grandchild(&child);
+    child.setStyleSheet(QStringLiteral("margin: 2px"));
+    grandchild.setStyleSheet(QStringLiteral("margin: 5px"));
+
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 3.0);
+
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
+    QCOMPARE(grandchild.styleSheet(), QStringLiteral("margin: 8px"));
+    QCOMPARE(child.property("originStyle").toString(), QStringLiteral("margin: 2px"));
+    QCOMPARE(grandchild.property("originStyle").toString(), QStringLiteral("margin: 5px"));
+    QCOMPARE(child.property("geoRate"), QVariant(1.5));
+    QCOMPARE(grandchild.property("geoRate"), QVariant(1.5));
+}
+
+void tst_KestStyleSheet::walkLeavesTheObjectItselfAlone()
+{
+    QWidget top;
+    top.setStyleSheet(QStringLiteral("margin: 2px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 2.0);
+    QCOMPARE(top.styleSheet(), QStringLiteral("margin: 2px"));
+    QVERIFY(top.dynamicPropertyNames().isEmpty());
+}
+
+void tst_KestStyleSheet::walkSkipsObjectsThatAreNoWidgets()
+{
+    QWidget top;
+    QObject plain(&top);
+    QWidget after(&top);
+    after.setStyleSheet(QStringLiteral("margin: 2px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 2.0);
+    QVERIFY(plain.dynamicPropertyNames().isEmpty());
+    QCOMPARE(after.styleSheet(), QStringLiteral("margin: 4px"));
+}
+
+void tst_KestStyleSheet::ratesDoNotAccumulate()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 100px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.25, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 125px"));
+    QCOMPARE(child.property("geoRate"), QVariant(1.25));
+    QCOMPARE(child.property("originStyle").toString(), QStringLiteral("margin: 100px"));
+}
+
+void tst_KestStyleSheet::rateOneBringsTheOriginalSheetsBack()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 3px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.0, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
+}
+
+void tst_KestStyleSheet::rateOneStillRecordsSheetAndRate()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 3px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.0, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
+    QCOMPARE(child.property("originStyle").toString(), QStringLiteral("margin: 3px"));
+    QCOMPARE(child.property("geoRate"), QVariant(1.0));
+}
+
+void tst_KestStyleSheet::widgetWithoutSheetKeepsAnEmptyOne()
+{
+    QWidget top;
+    QWidget child(&top);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(child.styleSheet(), QString());
+    QVERIFY(child.property("originStyle").isValid());
+    QCOMPARE(child.property("originStyle").type(), QVariant::String);
+    QCOMPARE(child.property("originStyle").toString(), QString());
+    QCOMPARE(child.property("geoRate"), QVariant(1.5));
+}
+
+void tst_KestStyleSheet::sheetSetAfterTheFirstScalingIsReplacedByTheOriginal()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 4px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    child.setStyleSheet(QStringLiteral("margin: 100px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 8px"));
+}
+
+void tst_KestStyleSheet::fontsAreNotScaled()
+{
+    QWidget top;
+    QPushButton child(&top);
+    const QFont font = child.font();
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 2.0);
+    QCOMPARE(child.font(), font);
+}
+
+void tst_KestStyleSheet::childrenAddedOnTheWayAreScaledToo()
+{
+    QWidget top;
+    GrowingWidget child(&top);
+    // The first sheet is set on the widget by the walk's property only, so that it grows there.
+    child.setProperty("originStyle", QStringLiteral("margin: 1px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    const auto *late = top.findChild<QWidget *>(QStringLiteral("late"));
+    QVERIFY(late);
+    QCOMPARE(late->styleSheet(), QStringLiteral("margin: 4px"));
+}
+
+void tst_KestStyleSheet::childrenThatDieOnTheWayAreLeftOut()
+{
+    QWidget top;
+    DyingWidget killer(&top);
+    auto *victim = new QWidget(&killer);
+    auto *last = new QWidget(&top);
+    last->setStyleSheet(QStringLiteral("margin: 1px"));
+    top.ensurePolished();
+    killer.ensurePolished();
+    killer.setProperty("originStyle", QStringLiteral("margin: 1px"));
+    killer.m_victim = victim;
+    killer.m_armed = true;
+    const QPointer<QWidget> watch(victim);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    QVERIFY(watch.isNull());
+    QCOMPARE(last->styleSheet(), QStringLiteral("margin: 2px"));
+    killer.m_armed = false;
+}
+
+void tst_KestStyleSheet::nullObjectIsIgnored()
+{
+    KestStyleSheet::ChangeObjectSizeAndFontSize(nullptr, 2.0, 2.0);
+}
+
+QTEST_MAIN(tst_KestStyleSheet)
+#include "tst_keststylesheet.moc"

@@ -1,0 +1,15 @@
+# SPDX-License-Identifier: MIT
+# Installs the built library into a folder of its own, builds the consumer against it and runs it.
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "Failed: ${ARGN}")
+  endif()
+endfunction()
+
+file(REMOVE_RECURSE ${WORK})
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix)
+run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${SOURCE} -B ${WORK}/build
+  -DCMAKE_PREFIX_PATH=${WORK}/prefix -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=${FLAGS})
+run(${CMAKE_COMMAND} --build ${WORK}/build)
+run(${WORK}/build/consumer)
