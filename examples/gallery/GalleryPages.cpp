@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "GalleryPages.h"
+
+#include "pages/ColorsPage.h"
+#include "pages/DialogsPage.h"
+#include "pages/StandardWidgetsPage.h"
+#include "pages/WindowPage.h"
+
+QList<QWidget *> createGalleryPages()
+{
+    return {
+        new StandardWidgetsPage,
+        new WindowPage,
+        new DialogsPage,
+        new ColorsPage,
+    };
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "Screenshots.h"
+
+#include "GalleryWindow.h"
+#include "pages/DialogsPage.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QEventLoop>
+#include <QtCore/QScopedPointer>
+#include <QtCore/QTimer>
+#include <QtGui/QPixmap>
+#include <QtWidgets/QDialog>
+
+namespace {
+
+const int SettleMs = 150; // long enough for layouts and the short animations
+
+void settle()
+{
+    QEventLoop loop;
+    QTimer::singleShot(SettleMs, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+class Writer
+{
+public:
+    explicit Writer(const QString &folder) : m_folder(folder)
+    {
+        m_ok = m_folder.mkpath(QStringLiteral("."));
+    }
+
+    void write(QWidget *widget, const QString &name)
+    {
+        settle();
+        QString file = name.toLower();
+        file.replace(QLatin1Char(' '), QLatin1Char('-'));
+        const QString path = m_folder.filePath(file + QStringLiteral(".png"));
+        const bool written = widget->grab().save(path);
+        if (!written)
+            qWarning("gallery: cannot write %s", qPrintable(path));
+        m_ok = m_ok && written;
+    }
+
+    bool ok() const { return m_ok; }
+
+private:
+    QDir m_folder;
+    bool m_ok;
+};
+
+} // namespace
+
+bool writeScreenshots(GalleryWindow *window, const QString &folder)
+{
+    Writer writer(folder);
+    for (int i = 0; i < window->pageCount(); ++i) {
+        window->setCurrentPage(i);
+        writer.write(window, QStringLiteral("page-") + window->page(i)->windowTitle());
+    }
+
+    const QList<QDialog *> dialogs = DialogsPage::createDialogs(window);
+    for (QDialog *dialog : dialogs) {
+        dialog->setModal(false);
+        dialog->show();
+        writer.write(dialog, QStringLiteral("dialog-") + dialog->windowTitle());
+        delete dialog;
+    }
+
+    window->setCurrentPage(0);
+    for (int i = 0; i < window->themeCount(); ++i) {
+        window->setTheme(i);
+        writer.write(window, QStringLiteral("theme-") + window->themeName(i));
+    }
+    window->setTheme(0);
+    for (const int percent : GalleryWindow::scales()) {
+        window->setScale(percent);
+        writer.write(window, QStringLiteral("scale-%1").arg(percent));
+    }
+    window->setScale(100);
+    return writer.ok();
+}
