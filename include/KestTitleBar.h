@@ -109,6 +109,7 @@ Q_SIGNALS:
     void actionIconSizeChanged(const QSize &size);
 
 protected:
+    bool event(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void actionEvent(QActionEvent *event) override;
@@ -124,6 +125,7 @@ private:
     Q_DISABLE_COPY(KestTitleBar)
     friend class KestWinFramelessDelegate; // the icon is the system menu's handle
 
+    qreal scaleRate() const;
     void setLeftMargin(int margin);
     int titlePosition(int textWidth) const;
 

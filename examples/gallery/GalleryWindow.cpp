@@ -17,6 +17,7 @@
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QStyle>
@@ -26,10 +27,17 @@ namespace {
 
 const QSize InitialSize(1100, 760); // pixels
 const int ListWidth = 190; // pixels
+const QSize IconSize(16, 16); // pixels
 
 QIcon libraryIcon(const char *name)
 {
     return QIcon(QStringLiteral(":/KestWidgets/Resources/") + QLatin1String(name));
+}
+
+QFont scaledFont(QFont font, double rate)
+{
+    font.setPointSizeF(font.pointSizeF() * rate);
+    return font;
 }
 
 QIcon logo(const char *name)
@@ -41,7 +49,10 @@ QIcon logo(const char *name)
 
 GalleryWindow::GalleryWindow(QWidget *parent) : KestWindow(parent)
 {
+    m_font = QApplication::font();
+    m_titleFont = titleBar()->font();
     createPages();
+    titleBar()->setIconSize(QSize(20, 20));
     setWindowIcon(logo("kest.png"));
     createMenus();
     createTitleBarActions();
@@ -65,7 +76,7 @@ int GalleryWindow::pageCount() const
 
 QWidget *GalleryWindow::page(int index) const
 {
-    return m_stack->widget(index);
+    return static_cast<QScrollArea *>(m_stack->widget(index))->widget();
 }
 
 void GalleryWindow::setCurrentPage(int index)
@@ -95,12 +106,18 @@ void GalleryWindow::createPages()
 
     m_list = new QListWidget;
     m_list->setObjectName(QStringLiteral("pageList"));
-    m_list->setFixedWidth(ListWidth);
+    m_list->setStyleSheet(QStringLiteral(
+        "QListWidget { border: none; border-right: 1px solid #D9D9D9; }"
+        "QListWidget::item { min-height: 32px; padding-left: 12px; border: none; }"));
     m_stack = new QStackedWidget;
     const QList<QWidget *> pages = createGalleryPages();
     for (QWidget *page : pages) {
         m_list->addItem(page->windowTitle());
-        m_stack->addWidget(page);
+        auto *area = new QScrollArea;
+        area->setFrameShape(QFrame::NoFrame);
+        area->setWidgetResizable(true);
+        area->setWidget(page);
+        m_stack->addWidget(area);
     }
     connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
 
@@ -144,12 +161,9 @@ void GalleryWindow::createMenus()
 
 void GalleryWindow::createTitleBarActions()
 {
-    titleBar()->setActionIconSize(QSize(16, 16));
-    // All of an action is set before it goes on the title bar, which drops actions that change.
-    auto *search = new QAction(libraryIcon("search-light.png"), tr("Search"), this);
-    search->setToolTip(tr("Show the first page"));
-    connect(search, &QAction::triggered, this, [this] { setCurrentPage(0); });
-    titleBar()->addAction(search);
+    m_search = new QAction(tr("Search"), this);
+    m_search->setToolTip(tr("Show the first page"));
+    connect(m_search, &QAction::triggered, this, [this] { setCurrentPage(0); });
 }
 
 void GalleryWindow::createNavigationBar()
@@ -167,8 +181,7 @@ void GalleryWindow::createNavigationBar()
                 [action, i](int row) { action->setChecked(row == i); });
     }
 
-    bar->addHelp(QUrl(QStringLiteral("https://doc.qt.io/qt-5/")), QIcon(),
-                 KestNavigationBar::Right)
+    bar->addHelp(QUrl(QStringLiteral("https://doc.qt.io/qt-5/")), QIcon(), KestNavigationBar::Right)
         ->setObjectName(QStringLiteral("help"));
     bar->addSeparator(KestNavigationBar::Right)->setParent(bar);
     QAction *const user =
@@ -185,11 +198,21 @@ void GalleryWindow::createStatusBar()
 
 void GalleryWindow::applyLook()
 {
-    // The application's sheet is scaled as a whole, the sheets of single widgets by the walk.
     const double rate = m_scale / 100.0;
+    QApplication::setFont(scaledFont(m_font, rate));
+    titleBar()->setFont(scaledFont(m_titleFont, rate));
+    // The application's sheet is scaled as a whole, the sheets of single widgets by the walk.
     qApp->setStyleSheet(KestStyleSheet::scaleSheet(m_themes.at(m_theme).sheet, float(rate)));
     ChangeObjectSizeAndFontSize(this, rate, rate);
     m_list->setFixedWidth(qRound(ListWidth * rate));
+    titleBar()->setActionIconSize(IconSize * rate);
+    navigationBar()->setIconSize(IconSize * rate);
+
+    // The title bar drops actions that change, so this one is put on it anew.
+    titleBar()->removeAction(m_search);
+    m_search->setIcon(
+        libraryIcon(m_themes.at(m_theme).darkTitle ? "search.png" : "search-light.png"));
+    titleBar()->addAction(m_search);
 }
 
 void GalleryWindow::about()

@@ -8,6 +8,9 @@
 
 #include "KestWindow.h"
 
+#include <QtGui/QFont>
+
+class QAction;
 class QActionGroup;
 class QListWidget;
 class QStackedWidget;
@@ -45,8 +48,11 @@ private:
     const QList<Theme> m_themes = Theme::all();
     int m_theme = 0;
     int m_scale = 100;
+    QFont m_font;
+    QFont m_titleFont;
     QListWidget *m_list = nullptr;
     QStackedWidget *m_stack = nullptr;
+    QAction *m_search = nullptr;
     QActionGroup *m_themeActions = nullptr;
     QActionGroup *m_scaleActions = nullptr;
 };

@@ -75,10 +75,13 @@ bool writeScreenshots(GalleryWindow *window, const QString &folder)
         writer.write(window, QStringLiteral("theme-") + window->themeName(i));
     }
     window->setTheme(0);
+    const QSize size = window->size();
     for (const int percent : GalleryWindow::scales()) {
         window->setScale(percent);
+        window->resize(size * percent / 100);
         writer.write(window, QStringLiteral("scale-%1").arg(percent));
     }
     window->setScale(100);
+    window->resize(size);
     return writer.ok();
 }

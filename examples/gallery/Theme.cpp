@@ -20,8 +20,8 @@ QString embeddedSheet(const char *name)
 QList<Theme> Theme::all()
 {
     return {
-        { QStringLiteral("Default"), KestStyleSheet::defaultStyleSheet() },
-        { QStringLiteral("Tool"), embeddedSheet("tool.css") },
-        { QStringLiteral("Kest blue"), embeddedSheet("kest-blue.css") },
+        { QStringLiteral("Default"), KestStyleSheet::defaultStyleSheet(), false },
+        { QStringLiteral("Tool"), embeddedSheet("tool.css"), true },
+        { QStringLiteral("Kest blue"), embeddedSheet("kest-blue.css"), true },
     };
 }

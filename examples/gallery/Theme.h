@@ -12,6 +12,7 @@ struct Theme
 {
     QString name;
     QString sheet;
+    bool darkTitle; // icons on the title bar have to be light ones
 
     /*! The default sheet first, then the sheets for hosts to choose. */
     static QList<Theme> all();

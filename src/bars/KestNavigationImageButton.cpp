@@ -56,8 +56,12 @@ QSize KestNavigationImageButton::sizeHint() const
 
 void KestNavigationImageButton::resizeEvent(QResizeEvent *event)
 {
-    if (d->pixmap.isNull() || d->pixmapSize() + QSize(Room, Room) != event->size())
-        updatePixmap(event->size().height());
+    if (!d->pixmap.isNull() && d->pixmapSize() + QSize(Room, Room) == event->size())
+        return;
+    const QSize hint = sizeHint();
+    updatePixmap(event->size().height());
+    if (sizeHint() != hint)
+        updateGeometry();
 }
 
 void KestNavigationImageButton::paintEvent(QPaintEvent *)

@@ -19,6 +19,8 @@ namespace {
 
 const int IconGap = 16; // pixels between the icon and what follows it
 
+const char GeoRateProperty[] = "geoRate";
+
 } // namespace
 
 class KestTitleBarPrivate
@@ -178,6 +180,15 @@ void KestTitleBar::onMinimumSizeBtn()
     window()->showMinimized();
 }
 
+bool KestTitleBar::event(QEvent *event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange
+        && static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == GeoRateProperty) {
+        updateWindowIcon();
+    }
+    return QWidget::event(event);
+}
+
 void KestTitleBar::showEvent(QShowEvent *event)
 {
     setAttribute(Qt::WA_Mapped);
@@ -264,14 +275,19 @@ bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
 
 QRect KestTitleBar::doIconRect() const
 {
-    const QVariant rate = property("geoRate");
-    const qreal factor = rate.isNull() ? 1.0 : rate.toReal();
+    const qreal factor = scaleRate();
     const QSize pixmapSize = d->pixmapSize();
     QSize size(qRound(pixmapSize.width() * factor), qRound(pixmapSize.height() * factor));
     const int room = height() - 2 * d->iconPos.height();
     if (room < size.height())
         size = size.scaled(QSize(size.width(), room), Qt::KeepAspectRatio);
     return QRect(QPoint(d->iconPos.width(), (height() - size.height()) / 2), size);
+}
+
+qreal KestTitleBar::scaleRate() const
+{
+    const QVariant rate = property(GeoRateProperty);
+    return rate.isNull() ? 1.0 : rate.toReal();
 }
 
 void KestTitleBar::setLeftMargin(int margin)

@@ -59,8 +59,14 @@ void KestUserButton::paintEvent(QPaintEvent *)
 
 QRect KestUserButton::doIconRect(const QStyleOptionToolButton &option) const
 {
-    const QRect area = contents(option);
-    const QRect rect(area.left(), area.top(), iconSize().width(), area.height());
+    // On one line with the text, where there is any.
+    QRect rect = contents(option);
+    if (!text().isEmpty()) {
+        const QRect line = doTextRect(option);
+        rect.setTop(line.top());
+        rect.setBottom(line.bottom());
+    }
+    rect.setWidth(iconSize().width());
     return QStyle::visualRect(option.direction, option.rect, rect);
 }
 
