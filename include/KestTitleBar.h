@@ -125,6 +125,7 @@ private:
     Q_DISABLE_COPY(KestTitleBar)
     friend class KestWinFramelessDelegate; // the icon is the system menu's handle
 
+    void releaseMaximumSizeButton();
     qreal scaleRate() const;
     void setLeftMargin(int margin);
     int titlePosition(int textWidth) const;

@@ -6,9 +6,12 @@
 #include "Util.h"
 #include "ui_KestTitleBar.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtCore/QVariant>
 #include <QtGui/QActionEvent>
+#include <QtGui/QCursor>
 #include <QtGui/QPainter>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QMenuBar>
@@ -153,7 +156,9 @@ void KestTitleBar::updateWindowIcon()
     const QIcon icon = parentWidget()->windowIcon();
     if (icon.availableSizes(QIcon::Normal, QIcon::Off).isEmpty())
         return;
-    d->iconPixmap = Util::iconPixmap(icon, d->iconSize.height(), QIcon::Off, devicePixelRatioF());
+    // With the pixels for the size that it is scaled to when it is painted.
+    d->iconPixmap = Util::iconPixmap(icon, d->iconSize.height(), QIcon::Off,
+                                     devicePixelRatioF() * qMax(1.0, scaleRate()));
     setLeftMargin(d->pixmapSize().width() + d->iconPos.width() + IconGap);
     update();
 }
@@ -266,6 +271,9 @@ bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
         if (window->windowFlags().testFlag(Qt::WindowMaximizeButtonHint))
             ui->maximumSizeBtn->setHidden(window->minimumSize() == window->maximumSize());
+        // A window manager maximises in its own time, long after the button was shown again.
+        if (ui->maximumSizeBtn->underMouse())
+            QTimer::singleShot(0, this, [this] { releaseMaximumSizeButton(); });
         break;
     default:
         break;
@@ -282,6 +290,15 @@ QRect KestTitleBar::doIconRect() const
     if (room < size.height())
         size = size.scaled(QSize(size.width(), room), Qt::KeepAspectRatio);
     return QRect(QPoint(d->iconPos.width(), (height() - size.height()) / 2), size);
+}
+
+void KestTitleBar::releaseMaximumSizeButton()
+{
+    QWidget *const button = ui->maximumSizeBtn;
+    if (!button->underMouse() || button->rect().contains(button->mapFromGlobal(QCursor::pos())))
+        return;
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(button, &leave);
 }
 
 qreal KestTitleBar::scaleRate() const

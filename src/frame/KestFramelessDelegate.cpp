@@ -245,7 +245,10 @@ void KestFramelessDelegate::resizeEvent(QResizeEvent *)
 void KestFramelessDelegate::paintEvent(QPaintEvent *event)
 {
     QWidget *const widget = d->widget;
-    const qreal ratio = widget->devicePixelRatioF();
+    QPainter window(widget);
+    // The window may be painted on something else than its screen, at another ratio.
+    const qreal scale = window.deviceTransform().m11();
+    const qreal ratio = scale > 0 ? scale : widget->devicePixelRatioF();
 
     // Only what is to be painted is drawn. Corners at multiples of four pixels are whole device
     // pixels at all usual ratios, so that a part comes out as it would in the whole.
@@ -275,11 +278,10 @@ void KestFramelessDelegate::paintEvent(QPaintEvent *event)
     widget->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, widget);
     painter.end();
 
-    painter.begin(widget);
     const int shadow = d->shadowWidth;
     const QRect inside = widget->rect().adjusted(shadow, shadow, -shadow, -shadow);
-    painter.fillRect(inside.marginsRemoved(margins), option.palette.brush(QPalette::Window));
-    painter.drawImage(origin, image);
+    window.fillRect(inside.marginsRemoved(margins), option.palette.brush(QPalette::Window));
+    window.drawImage(origin, image);
 }
 
 void KestFramelessDelegate::styleChangeEvent(QEvent *)

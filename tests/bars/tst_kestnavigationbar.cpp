@@ -1,0 +1,637 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestNavigationBar.h"
+
+#include "KestNavigationImageButton.h"
+#include "KestSeparator.h"
+#include "KestUserButton.h"
+
+#include <QtCore/QMetaEnum>
+#include <QtCore/QPointer>
+#include <QtCore/QUrl>
+#include <QtGui/QDesktopServices>
+#include <QtGui/QIcon>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QWidgetAction>
+
+namespace {
+
+const auto Left = KestNavigationBar::Left;
+const auto Center = KestNavigationBar::Center;
+const auto Right = KestNavigationBar::Right;
+const auto Invalid = KestNavigationBar::ActionPosition(3);
+const auto Negative = KestNavigationBar::ActionPosition(-1);
+
+QIcon icon(const QSize &size = QSize(16, 16))
+{
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::red);
+    return QIcon(pixmap);
+}
+
+// Layout 0 is the left group, 2 the centre one, 4 the right one; stretches lie between.
+QLayout *groupLayout(const KestNavigationBar &bar, KestNavigationBar::ActionPosition position)
+{
+    return bar.layout()->itemAt(2 * position)->layout();
+}
+
+QWidget *widgetAt(const KestNavigationBar &bar, int index,
+                  KestNavigationBar::ActionPosition position)
+{
+    return groupLayout(bar, position)->itemAt(index)->widget();
+}
+
+QList<QAction *> actionsOf(const KestNavigationBar &bar, KestNavigationBar::ActionPosition position)
+{
+    QList<QAction *> actions;
+    for (int i = 0; i < bar.count(position); ++i)
+        actions.append(bar.actionAt(i, position));
+    return actions;
+}
+
+} // namespace
+
+class UrlReceiver : public QObject
+{
+    Q_OBJECT
+
+public:
+    QList<QUrl> urls;
+
+public Q_SLOTS:
+    void open(const QUrl &url) { urls.append(url); }
+};
+
+class tst_KestNavigationBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void positionsAreAnEnum();
+    void layoutHoldsThreeGroups();
+    void barIsFiftyPixelsHigh();
+    void groundIsPaintedByTheSheet();
+    void iconSizeIsAlwaysAnnounced();
+
+    void actionsAreAppendedToTheirGroup();
+    void plainActionsGoToTheLeft();
+    void newActionsBelongToTheBar();
+    void insertedActionsBelongToTheCaller();
+    void indexesCountWithinTheGroup();
+    void indexesOutOfRangeAppend_data();
+    void indexesOutOfRangeAppend();
+    void invalidPositionsHaveNoWidgets();
+    void separatorsAreSquare();
+    void helpOpensItsUrl();
+    void helpTakesTheNameHelp();
+    void logoIsAnImageButton();
+    void userIsAUserButton();
+    void lookUps();
+    void actionRectIsTheWidgets();
+    void groupsStandWhereTheyShould();
+
+    void removedActionLosesItsButton();
+    void removedLogoAndUserKeepTheirButtons();
+    void changesLeaveTheButton();
+
+    void actionMayDieFirst();
+    void barMayDieFirst();
+    void windowMayDieFirst();
+    void actionMayBeOnTwoBars();
+    void buttonsMayDieFirst();
+    void positionChangedOnTheBarIsHarmless();
+    void actionsMayComeAndGoInASlot();
+    void nullActionsAreIgnored();
+};
+
+void tst_KestNavigationBar::positionsAreAnEnum()
+{
+    const QMetaEnum positions = QMetaEnum::fromType<KestNavigationBar::ActionPosition>();
+    QCOMPARE(positions.keyCount(), 3);
+    QCOMPARE(positions.keyToValue("Left"), 0);
+    QCOMPARE(positions.keyToValue("Center"), 1);
+    QCOMPARE(positions.keyToValue("Right"), 2);
+}
+
+void tst_KestNavigationBar::layoutHoldsThreeGroups()
+{
+    const KestNavigationBar bar;
+    auto *row = qobject_cast<QHBoxLayout *>(bar.layout());
+    QVERIFY(row);
+    QCOMPARE(row->contentsMargins(), QMargins(1, 1, 1, 1));
+    QCOMPARE(row->spacing(), 0);
+    QCOMPARE(row->count(), 5);
+    for (int i = 0; i < 5; ++i) {
+        QCOMPARE(row->stretch(i), i % 2);
+        if (i % 2) {
+            QVERIFY(row->itemAt(i)->spacerItem());
+            continue;
+        }
+        auto *group = qobject_cast<QHBoxLayout *>(row->itemAt(i)->layout());
+        QVERIFY(group);
+        QCOMPARE(group->contentsMargins(), QMargins());
+        QCOMPARE(group->spacing(), 1);
+    }
+}
+
+void tst_KestNavigationBar::barIsFiftyPixelsHigh()
+{
+    KestNavigationBar bar;
+    QCOMPARE(bar.minimumHeight(), 50);
+    QCOMPARE(bar.maximumHeight(), 50);
+    bar.addLogo(icon(QSize(300, 300)), Left);
+    bar.show();
+    bar.resize(700, 400);
+    QCOMPARE(bar.height(), 50);
+}
+
+void tst_KestNavigationBar::groundIsPaintedByTheSheet()
+{
+    KestNavigationBar bar;
+    QVERIFY(bar.testAttribute(Qt::WA_StyledBackground));
+    bar.setStyleSheet(QStringLiteral("KestNavigationBar { background: #123456 }"));
+    bar.resize(200, 50);
+    QCOMPARE(bar.grab().toImage().pixelColor(100, 25), QColor(0x12, 0x34, 0x56));
+}
+
+void tst_KestNavigationBar::iconSizeIsAlwaysAnnounced()
+{
+    KestNavigationBar bar;
+    QCOMPARE(bar.iconSize(), QSize(16, 16));
+    QAction *const action = bar.addAction(icon(), QStringLiteral("a"), Right);
+    auto *button = static_cast<KestToolButton *>(widgetAt(bar, 0, Right));
+    QCOMPARE(button->iconSize(), QSize(16, 16));
+    QSignalSpy spy(&bar, &KestNavigationBar::iconSizeChanged);
+    bar.setIconSize(QSize(16, 16));
+    QCOMPARE(spy.count(), 1);
+    QVERIFY(bar.setProperty("iconSize", QSize(24, 25)));
+    QCOMPARE(spy.count(), 2);
+    QCOMPARE(spy.last().first().toSize(), QSize(24, 25));
+    QCOMPARE(bar.property("iconSize").toSize(), QSize(24, 25));
+    QCOMPARE(button->iconSize(), QSize(24, 25));
+    bar.addAction(QStringLiteral("b"), Left);
+    QCOMPARE(static_cast<KestToolButton *>(widgetAt(bar, 0, Left))->iconSize(), QSize(24, 25));
+    Q_UNUSED(action)
+}
+
+void tst_KestNavigationBar::actionsAreAppendedToTheirGroup()
+{
+    KestNavigationBar bar;
+    QAction left;
+    QAction center;
+    QAction right;
+    QAction left2;
+    bar.addAction(&right, Right);
+    bar.addAction(&left, Left);
+    bar.addAction(&center, Center);
+    bar.addAction(&left2, Left);
+    QCOMPARE(actionsOf(bar, Left), (QList<QAction *> { &left, &left2 }));
+    QCOMPARE(actionsOf(bar, Center), QList<QAction *> { &center });
+    QCOMPARE(actionsOf(bar, Right), QList<QAction *> { &right });
+    QCOMPARE(left.property("Kest_ActionPosition"), QVariant(0));
+    QCOMPARE(center.property("Kest_ActionPosition"), QVariant(1));
+    QCOMPARE(right.property("Kest_ActionPosition"), QVariant(2));
+    QCOMPARE(static_cast<KestToolButton *>(widgetAt(bar, 1, Left))->defaultAction(), &left2);
+}
+
+void tst_KestNavigationBar::plainActionsGoToTheLeft()
+{
+    KestNavigationBar bar;
+    QAction first;
+    QAction second;
+    static_cast<QWidget &>(bar).addAction(&first);
+    bar.insertAction(&first, &second); // QWidget's own is not hidden
+    QCOMPARE(actionsOf(bar, Left), (QList<QAction *> { &second, &first }));
+    QVERIFY(!first.property("Kest_ActionPosition").isValid());
+    QAction third;
+    bar.addAction(&third);
+    QCOMPARE(bar.count(Left), 3);
+}
+
+void tst_KestNavigationBar::newActionsBelongToTheBar()
+{
+    KestNavigationBar bar;
+    QAction *const withIcon = bar.addAction(icon(), QStringLiteral("icon"), Center);
+    QAction *const textOnly = bar.addAction(QStringLiteral("text"), Center);
+    QCOMPARE(withIcon->text(), QStringLiteral("icon"));
+    QVERIFY(!withIcon->icon().isNull());
+    QCOMPARE(textOnly->text(), QStringLiteral("text"));
+    QVERIFY(textOnly->icon().isNull());
+    QCOMPARE(withIcon->parent(), &bar);
+    QCOMPARE(textOnly->parent(), &bar);
+    QCOMPARE(actionsOf(bar, Center), (QList<QAction *> { withIcon, textOnly }));
+}
+
+void tst_KestNavigationBar::insertedActionsBelongToTheCaller()
+{
+    KestNavigationBar bar;
+    const QScopedPointer<QAction> withIcon(bar.insertAction(0, icon(), QStringLiteral("i"), Left));
+    const QScopedPointer<QAction> textOnly(bar.insertAction(0, QStringLiteral("t"), Left));
+    const QScopedPointer<QAction> separator(bar.insertSeparator(1, Left));
+    const QScopedPointer<QAction> appended(bar.addSeparator(Left));
+    QVERIFY(!withIcon->parent() && !textOnly->parent() && !separator->parent()
+            && !appended->parent());
+    QCOMPARE(
+        actionsOf(bar, Left),
+        (QList<QAction *> { textOnly.data(), separator.data(), withIcon.data(), appended.data() }));
+    QVERIFY(!withIcon->icon().isNull());
+    QCOMPARE(textOnly->text(), QStringLiteral("t"));
+    QVERIFY(separator->isSeparator());
+    QVERIFY(appended->isSeparator());
+}
+
+void tst_KestNavigationBar::indexesCountWithinTheGroup()
+{
+    KestNavigationBar bar;
+    QAction a;
+    QAction b;
+    QAction c;
+    QAction other;
+    bar.addAction(&other, Left);
+    bar.insertAction(0, &a, Right);
+    bar.insertAction(0, &b, Right);
+    bar.insertAction(1, &c, Right);
+    QCOMPARE(actionsOf(bar, Right), (QList<QAction *> { &b, &c, &a }));
+}
+
+void tst_KestNavigationBar::indexesOutOfRangeAppend_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("negative") << -1;
+    QTest::newRow("the count") << 2;
+    QTest::newRow("beyond") << 99;
+}
+
+void tst_KestNavigationBar::indexesOutOfRangeAppend()
+{
+    QFETCH(int, index);
+    KestNavigationBar bar;
+    QAction a;
+    QAction b;
+    QAction c;
+    bar.addAction(&a, Center);
+    bar.addAction(&b, Center);
+    bar.insertAction(index, &c, Center);
+    QCOMPARE(actionsOf(bar, Center), (QList<QAction *> { &a, &b, &c }));
+    QVERIFY(!bar.actionAt(index == 2 ? 3 : index, Center));
+}
+
+void tst_KestNavigationBar::invalidPositionsHaveNoWidgets()
+{
+    for (const KestNavigationBar::ActionPosition position : { Invalid, Negative }) {
+        KestNavigationBar bar;
+        QAction action;
+        bar.addAction(&action, position);
+        QCOMPARE(bar.actions(), QList<QAction *> { &action });
+        QCOMPARE(bar.count(position), 0);
+        QVERIFY(!bar.actionAt(0, position));
+        QCOMPARE(bar.indexOf(&action), -1);
+        QVERIFY(bar.actionRect(&action).isNull());
+        QVERIFY(bar.findChildren<KestToolButton *>().isEmpty());
+        bar.removeAction(&action);
+        QAction second;
+        bar.insertAction(0, &second, position);
+        QCOMPARE(bar.count(Left) + bar.count(Center) + bar.count(Right), 0);
+    }
+}
+
+void tst_KestNavigationBar::separatorsAreSquare()
+{
+    KestNavigationBar bar;
+    const QScopedPointer<QAction> action(bar.addSeparator(Center));
+    auto *separator = qobject_cast<KestSeparator *>(widgetAt(bar, 0, Center));
+    QVERIFY(separator);
+    QCOMPARE(separator->orientation(), Qt::Horizontal);
+    const int extent = bar.style()->pixelMetric(QStyle::PM_ToolBarSeparatorExtent, nullptr, &bar);
+    QCOMPARE(separator->sizeHint(), QSize(extent, extent));
+}
+
+void tst_KestNavigationBar::helpOpensItsUrl()
+{
+    UrlReceiver receiver;
+    QDesktopServices::setUrlHandler(QStringLiteral("kesthelp"), &receiver, "open");
+    KestNavigationBar bar;
+    const QUrl url(QStringLiteral("kesthelp://topic/1"));
+    QAction *const help = bar.addHelp(url, icon(), Right);
+    QAction *const other =
+        bar.insertHelp(0, QUrl(QStringLiteral("kesthelp://other")), icon(), Right);
+    QCOMPARE(actionsOf(bar, Right), (QList<QAction *> { other, help }));
+    QCOMPARE(help->parent(), &bar);
+    QCOMPARE(help->text(), QString());
+    QVERIFY(!help->icon().isNull());
+    bar.show();
+    QTest::mouseClick(widgetAt(bar, 1, Right), Qt::LeftButton);
+    QCOMPARE(receiver.urls, QList<QUrl> { url });
+    help->trigger();
+    QCOMPARE(receiver.urls.size(), 2);
+    QDesktopServices::unsetUrlHandler(QStringLiteral("kesthelp"));
+}
+
+void tst_KestNavigationBar::helpTakesTheNameHelp()
+{
+    KestNavigationBar bar;
+    QAction *const help = bar.addHelp(QUrl(), icon(), Left);
+    QCOMPARE(help->objectName(), QString());
+    help->setObjectName(QStringLiteral("help"));
+    QCOMPARE(widgetAt(bar, 0, Left)->objectName(), QStringLiteral("help"));
+}
+
+void tst_KestNavigationBar::logoIsAnImageButton()
+{
+    KestNavigationBar bar;
+    QAction *const logo = bar.addLogo(icon(QSize(40, 20)), Left);
+    auto *action = qobject_cast<QWidgetAction *>(logo);
+    QVERIFY(action);
+    QCOMPARE(action->parent(), &bar);
+    auto *button = qobject_cast<KestNavigationImageButton *>(widgetAt(bar, 0, Left));
+    QVERIFY(button);
+    QCOMPARE(action->defaultWidget(), button);
+    QCOMPARE(button->defaultAction(), logo);
+    QCOMPARE(button->sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
+    QVERIFY(!button->icon().isNull());
+    QVERIFY(!logo->icon().isNull());
+    QCOMPARE(button->parentWidget(), &bar);
+    logo->setObjectName(QStringLiteral("logo"));
+    QCOMPARE(button->objectName(), QStringLiteral("logo"));
+    QAction *const before = bar.insertLogo(0, icon(), Left);
+    QCOMPARE(actionsOf(bar, Left), (QList<QAction *> { before, logo }));
+    QSignalSpy triggered(logo, &QAction::triggered);
+    bar.show();
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(triggered.count(), 1);
+    // On the shown bar it is as large as its image and the room around it.
+    QTRY_COMPARE(button->width(), 40 + 20);
+}
+
+void tst_KestNavigationBar::userIsAUserButton()
+{
+    KestNavigationBar bar;
+    QAction *const user = bar.addUser(icon(), QStringLiteral("Ann"), Right);
+    auto *action = qobject_cast<QWidgetAction *>(user);
+    QVERIFY(action);
+    QCOMPARE(action->parent(), &bar);
+    auto *button = qobject_cast<KestUserButton *>(widgetAt(bar, 0, Right));
+    QVERIFY(button);
+    QCOMPARE(action->defaultWidget(), button);
+    QCOMPARE(button->defaultAction(), user);
+    QCOMPARE(button->parentWidget(), &bar);
+    QCOMPARE(button->sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
+    QCOMPARE(user->text(), QStringLiteral("Ann"));
+    QCOMPARE(button->text(), QStringLiteral("Ann"));
+    QVERIFY(!button->icon().isNull());
+    user->setText(QStringLiteral("Bob"));
+    QCOMPARE(button->text(), QStringLiteral("Bob"));
+    user->setObjectName(QStringLiteral("user"));
+    QCOMPARE(button->objectName(), QStringLiteral("user"));
+    QVERIFY(!button->isHidden());
+    QAction *const before = bar.insertUser(0, icon(), QStringLiteral("Eve"), Right);
+    QCOMPARE(actionsOf(bar, Right), (QList<QAction *> { before, user }));
+}
+
+void tst_KestNavigationBar::lookUps()
+{
+    KestNavigationBar bar;
+    QAction *const left = bar.addAction(QStringLiteral("l"), Left);
+    bar.addAction(QStringLiteral("c0"), Center);
+    QAction *const center = bar.addAction(QStringLiteral("c1"), Center);
+    QAction *const right = bar.addAction(QStringLiteral("r"), Right);
+    QCOMPARE(bar.count(Left), 1);
+    QCOMPARE(bar.count(Center), 2);
+    QCOMPARE(bar.count(Right), 1);
+    QCOMPARE(bar.indexOf(left), 0);
+    QCOMPARE(bar.indexOf(center), 1);
+    QCOMPARE(bar.indexOf(right), 0);
+    QAction elsewhere;
+    QCOMPARE(bar.indexOf(&elsewhere), -1);
+    QCOMPARE(bar.actionAt(1, Center), center);
+    QVERIFY(!bar.actionAt(2, Center));
+    QVERIFY(!bar.actionAt(-1, Center));
+}
+
+void tst_KestNavigationBar::actionRectIsTheWidgets()
+{
+    KestNavigationBar bar;
+    QAction *const action = bar.addAction(QStringLiteral("text"), Right);
+    bar.resize(400, 50);
+    bar.show();
+    const QRect rect = bar.actionRect(action);
+    QVERIFY(rect.isValid());
+    QCOMPARE(rect, widgetAt(bar, 0, Right)->geometry());
+    QCOMPARE(rect.right(), 398);
+    QAction elsewhere;
+    QVERIFY(bar.actionRect(&elsewhere).isNull());
+}
+
+void tst_KestNavigationBar::groupsStandWhereTheyShould()
+{
+    KestNavigationBar bar;
+    QAction *const left = bar.addAction(QStringLiteral("same"), Left);
+    QAction *const center = bar.addAction(QStringLiteral("same"), Center);
+    QAction *const right = bar.addAction(QStringLiteral("same"), Right);
+    QAction *const left2 = bar.addAction(QStringLiteral("same"), Left);
+    QAction *const right2 = bar.addAction(QStringLiteral("same"), Right);
+    bar.resize(800, 50);
+    bar.show();
+    QCOMPARE(bar.actionRect(left).left(), 1);
+    QCOMPARE(bar.actionRect(left).top(), 1);
+    QCOMPARE(bar.actionRect(left).height(), 48);
+    QCOMPARE(bar.actionRect(left2).left(), bar.actionRect(left).right() + 2);
+    QCOMPARE(bar.actionRect(right2).right(), 798);
+    QCOMPARE(bar.actionRect(right).right(), bar.actionRect(right2).left() - 2);
+    QVERIFY(qAbs(bar.actionRect(center).center().x() - 399) <= 1);
+}
+
+void tst_KestNavigationBar::removedActionLosesItsButton()
+{
+    KestNavigationBar bar;
+    QAction first;
+    QAction second;
+    bar.addAction(&first, Center);
+    bar.addAction(&second, Center);
+    const QPointer<QWidget> button(widgetAt(bar, 0, Center));
+    bar.removeAction(&first);
+    QVERIFY(button.isNull());
+    QCOMPARE(actionsOf(bar, Center), QList<QAction *> { &second });
+    QCOMPARE(groupLayout(bar, Center)->count(), 1);
+    bar.removeAction(&first);
+    // Moved to another group by adding it there.
+    bar.addAction(&first, Left);
+    QCOMPARE(actionsOf(bar, Left), QList<QAction *> { &first });
+}
+
+void tst_KestNavigationBar::removedLogoAndUserKeepTheirButtons()
+{
+    KestNavigationBar bar;
+    bar.show();
+    for (const bool isLogo : { true, false }) {
+        QAction *const action =
+            isLogo ? bar.addLogo(icon(), Left) : bar.addUser(icon(), QString(), Left);
+        const QPointer<QWidget> button(widgetAt(bar, 0, Left));
+        bar.removeAction(action);
+        QVERIFY(!button.isNull());
+        QVERIFY(button->isHidden());
+        QVERIFY(!button->parent());
+        QCOMPARE(groupLayout(bar, Left)->count(), 0);
+        bar.addAction(action, Right);
+        QCOMPARE(widgetAt(bar, 0, Right), button);
+        QVERIFY(!button->isHidden());
+        bar.removeAction(action);
+    }
+}
+
+void tst_KestNavigationBar::changesLeaveTheButton()
+{
+    KestNavigationBar bar;
+    QAction *const action = bar.addAction(QStringLiteral("before"), Center);
+    QWidget *const button = widgetAt(bar, 0, Center);
+    action->setText(QStringLiteral("after"));
+    QCOMPARE(widgetAt(bar, 0, Center), button);
+    QCOMPARE(static_cast<KestToolButton *>(button)->text(), QStringLiteral("after"));
+    action->setVisible(false);
+    QVERIFY(button->isHidden());
+    action->setVisible(true);
+    QVERIFY(!button->isHidden());
+}
+
+void tst_KestNavigationBar::actionMayDieFirst()
+{
+    KestNavigationBar bar;
+    bar.show();
+    delete bar.addAction(QStringLiteral("a"), Center);
+    delete bar.addLogo(icon(), Left);
+    delete bar.addUser(icon(), QStringLiteral("u"), Right);
+    delete bar.addSeparator(Right);
+    QCOMPARE(bar.count(Left) + bar.count(Center) + bar.count(Right), 0);
+    bar.setIconSize(QSize(20, 20));
+}
+
+void tst_KestNavigationBar::barMayDieFirst()
+{
+    auto *bar = new KestNavigationBar;
+    QAction action;
+    bar->addAction(&action, Left);
+    const QScopedPointer<QAction> separator(bar->addSeparator(Left));
+    const QPointer<QAction> logo(bar->addLogo(icon(), Left));
+    const QPointer<QAction> user(bar->addUser(icon(), QStringLiteral("u"), Right));
+    bar->show();
+    delete bar;
+    QVERIFY(logo.isNull());
+    QVERIFY(user.isNull());
+    action.setText(QStringLiteral("later"));
+    separator->setObjectName(QStringLiteral("later"));
+}
+
+void tst_KestNavigationBar::windowMayDieFirst()
+{
+    QAction action;
+    QWidgetAction custom(nullptr);
+    const QPointer<QLabel> label(new QLabel);
+    custom.setDefaultWidget(label);
+    {
+        QWidget window;
+        auto *bar = new KestNavigationBar(&window);
+        bar->addAction(&action, Left);
+        bar->addAction(&custom, Center);
+        window.show();
+    }
+    QVERIFY(action.associatedWidgets().isEmpty());
+    QVERIFY(label.isNull());
+    action.setText(QStringLiteral("later"));
+}
+
+void tst_KestNavigationBar::actionMayBeOnTwoBars()
+{
+    KestNavigationBar first;
+    auto *second = new KestNavigationBar;
+    auto *action = new QAction;
+    first.addAction(action, Center);
+    second->addAction(action, Center);
+    delete second;
+    QCOMPARE(first.count(Center), 1);
+    KestNavigationBar third;
+    third.addAction(action, Center);
+    delete action;
+    QCOMPARE(first.count(Center), 0);
+    QCOMPARE(third.count(Center), 0);
+}
+
+void tst_KestNavigationBar::buttonsMayDieFirst()
+{
+    KestNavigationBar bar;
+    QAction *const logo = bar.addLogo(icon(), Left);
+    QAction *const user = bar.addUser(icon(), QStringLiteral("u"), Left);
+    QAction *const plain = bar.addAction(QStringLiteral("p"), Left);
+    for (int i = 0; i < 3; ++i)
+        delete widgetAt(bar, 0, Left);
+    QVERIFY(bar.actionRect(logo).isNull());
+    bar.setIconSize(QSize(20, 20));
+    bar.removeAction(logo);
+    bar.removeAction(user);
+    bar.removeAction(plain);
+    QCOMPARE(bar.count(Left), 0);
+}
+
+void tst_KestNavigationBar::positionChangedOnTheBarIsHarmless()
+{
+    KestNavigationBar bar;
+    auto *action = new QAction(QStringLiteral("a"));
+    bar.addAction(action, Left);
+    action->setProperty("Kest_ActionPosition", int(Right));
+    bar.removeAction(action); // looked for on the right, where it is not
+    QCOMPARE(bar.count(Left), 1);
+    delete action;
+    QVERIFY(!bar.actionAt(0, Left));
+    QAction other;
+    bar.insertAction(0, &other, Left);
+    QCOMPARE(bar.indexOf(&other), 1);
+    bar.show();
+    bar.grab();
+}
+
+void tst_KestNavigationBar::actionsMayComeAndGoInASlot()
+{
+    KestNavigationBar bar;
+    bar.resize(500, 50);
+    bar.show();
+    auto *action = new QAction(QStringLiteral("go"));
+    QAction late(QStringLiteral("late"));
+    bar.addAction(action, Center);
+    connect(action, &QAction::triggered, &bar, [&] {
+        bar.removeAction(action);
+        bar.addAction(&late, Center);
+    });
+    QTest::mouseClick(widgetAt(bar, 0, Center), Qt::LeftButton);
+    QCOMPARE(actionsOf(bar, Center), QList<QAction *> { &late });
+
+    const auto add = [&bar](int kind) {
+        return kind == 0 ? bar.addLogo(icon(), Left)
+            : kind == 1  ? bar.addUser(icon(), QStringLiteral("u"), Left)
+                         : bar.addAction(QStringLiteral("x"), Left);
+    };
+    for (int kind = 0; kind < 3; ++kind) {
+        QPointer<QAction> dying(add(kind));
+        connect(dying, &QAction::triggered, &bar, [dying] { delete dying; });
+        QTest::mouseClick(widgetAt(bar, 0, Left), Qt::LeftButton);
+        QVERIFY(dying.isNull());
+        QCOMPARE(bar.count(Left), 0);
+    }
+    delete action;
+}
+
+void tst_KestNavigationBar::nullActionsAreIgnored()
+{
+    KestNavigationBar bar;
+    bar.addAction(nullptr, Left);
+    bar.insertAction(0, static_cast<QAction *>(nullptr), Right);
+    QVERIFY(bar.actions().isEmpty());
+    QCOMPARE(bar.indexOf(nullptr), -1);
+}
+
+QTEST_MAIN(tst_KestNavigationBar)
+#include "tst_kestnavigationbar.moc"

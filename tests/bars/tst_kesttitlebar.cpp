@@ -1,0 +1,985 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestTitleBar.h"
+
+#include "KestMaximumSizeButton.h"
+#include "KestSeparator.h"
+#include "KestToolButton.h"
+
+#include <QtCore/QMetaMethod>
+#include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
+#include <QtCore/QTranslator>
+#include <QtGui/QPainter>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
+#include <QtWidgets/QWidgetAction>
+
+namespace {
+
+QIcon icon(const QList<QSize> &sizes, const QColor &color = Qt::red)
+{
+    QIcon result;
+    for (const QSize &size : sizes) {
+        QPixmap pixmap(size);
+        pixmap.fill(color);
+        result.addPixmap(pixmap);
+    }
+    return result;
+}
+
+class TitleBar : public KestTitleBar
+{
+public:
+    using KestTitleBar::doIconRect;
+    using KestTitleBar::KestTitleBar;
+};
+
+// A top-level widget with a title bar, as a shell has one.
+class Host : public QWidget
+{
+public:
+    Host() : bar(new TitleBar(this))
+    {
+        setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint
+                       | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
+        resize(600, 300);
+        bar->setGeometry(0, 0, 600, 48);
+    }
+
+    template <class Widget>
+    Widget *part(const char *name) const
+    {
+        return bar->findChild<Widget *>(QLatin1String(name));
+    }
+    QWidget *button(const char *name) const { return part<QWidget>(name); }
+    QLayout *row() const { return bar->layout(); }
+    QHBoxLayout *actionRow() const
+    {
+        return bar->findChild<QHBoxLayout *>(QStringLiteral("actionLayout"));
+    }
+
+    TitleBar *bar;
+};
+
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+
+    int count = 0;
+};
+
+// The bar's own painting: ground, icon and title, without the children.
+QImage painted(KestTitleBar *bar)
+{
+    QImage image(bar->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    bar->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    return image;
+}
+
+QImage expectedPainting(KestTitleBar *bar, const QString &title, int x, const QRect &iconRect,
+                        const QPixmap &iconPixmap)
+{
+    QImage image(bar->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(bar->palette().color(QPalette::Window)); // the bar fills its ground
+    QPainter painter(&image);
+    painter.setFont(bar->font());
+    QStyleOption option;
+    option.initFrom(bar);
+    bar->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, bar);
+    if (!iconPixmap.isNull())
+        painter.drawPixmap(iconRect, iconPixmap);
+    const int width = bar->fontMetrics().size(Qt::TextSingleLine, title).width();
+    painter.setPen(bar->palette().color(QPalette::WindowText));
+    painter.drawText(QRect(x, 0, width, bar->height()),
+                     Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, title);
+    return image;
+}
+
+} // namespace
+
+class tst_KestTitleBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void metaObject();
+    void defaults();
+    void formIsBuiltAsDesigned();
+    void formKeepsAnObjectName();
+    void windowTitleIsTranslatable();
+
+    void closeButtonClosesTheWindow();
+    void minimiseButtonMinimisesTheWindow();
+    void maximiseButtonMaximisesAndRestores();
+    void maximiseButtonRestoresAFullScreenWindow();
+    void maximiseButtonLosesItsHover();
+    void slotsActOnTheWindowOfANestedBar();
+
+    void buttonsAreHiddenByTheWindowsFlags_data();
+    void buttonsAreHiddenByTheWindowsFlags();
+    void buttonsAreNeverShownAgain();
+    void showSetsMappedAndTheState();
+    void stateChangesFlipTheProperty();
+    void fixedSizeHidesTheMaximiseButton();
+    void fixedSizeWithoutHintChangesNothing();
+
+    void windowIconIsTaken_data();
+    void windowIconIsTaken();
+    void windowIconIsFollowed();
+    void windowIconWithoutSizesLeavesTheOldOne();
+    void invisibleIconIsNotFollowed();
+    void iconSizeIsOnlyStored();
+    void customPixmapStaysWhenTheIconChanges();
+    void iconPositionIsOnlyStored();
+    void iconRect_data();
+    void iconRect();
+    void iconIsSharpAtHigherScales();
+
+    void titleFollowsTheIcon();
+    void titleIsCentredBesideANarrowMenuBar();
+    void titleMovesAsideForAWideMenuBar();
+    void titleChangeRepaints();
+    void sheetPaintsTheGround();
+
+    void menuBarIsCreatedOnRequest();
+    void menuBarIsReplaced();
+    void menuBarIsCleared();
+    void sameMenuBarAgainChangesNothing();
+    void menuBarMayDie();
+
+    void actionsBecomeButtonsInOrder();
+    void separatorsAndWidgetsAreTaken();
+    void removedActionLosesItsButton();
+    void changedActionLeavesTheBar();
+    void removedCustomWidgetLivesOn();
+    void actionIconSizeReachesAllButtons();
+
+    void actionMayDieFirst();
+    void barMayDieFirst();
+    void windowMayDieFirst();
+    void actionMayBeOnTwoBars();
+    void customWidgetMayDieFirst();
+    void actionsMayComeAndGoInASlot();
+    void barWithoutParentIsHarmless();
+};
+
+void tst_KestTitleBar::metaObject()
+{
+    const QMetaObject &meta = KestTitleBar::staticMetaObject;
+    QStringList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        methods.append(QString::number(meta.method(i).methodType()) + QLatin1Char(' ')
+                       + QString::fromLatin1(meta.method(i).methodSignature()));
+    }
+    methods.sort();
+    QCOMPARE(methods,
+             (QStringList {
+                 QStringLiteral("1 actionIconSizeChanged(QSize)"),
+                 QStringLiteral("1 iconSizeChanged(QSize)"), QStringLiteral("2 onCloseBtn()"),
+                 QStringLiteral("2 onMaximumSizeBtn()"), QStringLiteral("2 onMinimumSizeBtn()") }));
+
+    Host host;
+    QStringList properties;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
+        properties.append(QString::fromLatin1(meta.property(i).name()));
+    properties.sort();
+    QCOMPARE(properties,
+             (QStringList { QStringLiteral("actionIconSize"), QStringLiteral("iconIsVisible"),
+                            QStringLiteral("iconPos"), QStringLiteral("iconSize") }));
+    QVERIFY(host.bar->setProperty("iconIsVisible", false));
+    QVERIFY(!host.bar->iconIsVisible());
+    QVERIFY(host.bar->setProperty("iconSize", QSize(1, 2)));
+    QCOMPARE(host.bar->iconSize(), QSize(1, 2));
+    QVERIFY(host.bar->setProperty("iconPos", QSize(3, 4)));
+    QCOMPARE(host.bar->getIconPos(), QSize(3, 4));
+    QVERIFY(host.bar->setProperty("actionIconSize", QSize(5, 6)));
+    QCOMPARE(host.bar->getActionIconSize(), QSize(5, 6));
+}
+
+void tst_KestTitleBar::defaults()
+{
+    Host host;
+    QVERIFY(host.bar->iconIsVisible());
+    QCOMPARE(host.bar->iconSize(), QSize(32, 32));
+    QCOMPARE(host.bar->getIconPos(), QSize(8, 4));
+    QCOMPARE(host.bar->getLeftMargin(), 8);
+    QCOMPARE(host.bar->getActionIconSize(), QSize(32, 32));
+    QCOMPARE(host.bar->focusPolicy(), Qt::StrongFocus);
+    QVERIFY(!host.bar->findChild<QMenuBar *>());
+}
+
+void tst_KestTitleBar::formIsBuiltAsDesigned()
+{
+    QWidget parent;
+    KestTitleBar bar(&parent);
+    QCOMPARE(bar.objectName(), QStringLiteral("KestTitleBar"));
+    QCOMPARE(bar.size(), QSize(566, 48));
+    QCOMPARE(bar.sizePolicy(), QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred));
+    QCOMPARE(bar.minimumSize(), QSize(0, 42));
+    QCOMPARE(bar.maximumSize(), QSize(16777215, 50));
+    QCOMPARE(bar.font().pointSize(), 11);
+    QCOMPARE(bar.font().weight(), 75);
+    QVERIFY(bar.font().bold());
+    QVERIFY(!bar.font().italic());
+    QVERIFY(!bar.font().underline());
+    QVERIFY(bar.autoFillBackground());
+
+    auto *row = qobject_cast<QHBoxLayout *>(bar.layout());
+    QVERIFY(row);
+    QCOMPARE(row->objectName(), QStringLiteral("horizontalLayout"));
+    QCOMPARE(row->spacing(), 0);
+    QCOMPARE(row->contentsMargins(), QMargins());
+    QCOMPARE(row->count(), 6);
+    const int stretches[] = { 0, 1, 0, 0, 0, 0 };
+    for (int i = 0; i < 6; ++i)
+        QCOMPARE(row->stretch(i), stretches[i]);
+
+    auto *menu = qobject_cast<QHBoxLayout *>(row->itemAt(0)->layout());
+    QVERIFY(menu);
+    QCOMPARE(menu->objectName(), QStringLiteral("menuLayout"));
+    QCOMPARE(menu->spacing(), 0);
+    QCOMPARE(menu->sizeConstraint(), QLayout::SetDefaultConstraint);
+
+    QSpacerItem *const spacer = row->itemAt(1)->spacerItem();
+    QVERIFY(spacer);
+    QCOMPARE(spacer->sizeHint(), QSize(40, 20));
+    QCOMPARE(spacer->sizePolicy(), QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum));
+
+    auto *actions = qobject_cast<QHBoxLayout *>(row->itemAt(2)->layout());
+    QVERIFY(actions);
+    QCOMPARE(actions->objectName(), QStringLiteral("actionLayout"));
+    QCOMPARE(actions->spacing(), 6);
+    QCOMPARE(actions->contentsMargins().right(), 9);
+    QCOMPARE(actions->contentsMargins().left(), QHBoxLayout().contentsMargins().left());
+
+    const char *names[] = { "minimumSizeBtn", "maximumSizeBtn", "closeBtn" };
+    for (int i = 0; i < 3; ++i) {
+        auto *button = qobject_cast<QAbstractButton *>(row->itemAt(3 + i)->widget());
+        QVERIFY(button);
+        QCOMPARE(button->objectName(), QLatin1String(names[i]));
+        QCOMPARE(button->focusPolicy(), Qt::NoFocus);
+        QCOMPARE(button->text(), QString());
+        QVERIFY(button->icon().isNull());
+        QCOMPARE(button->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
+        QCOMPARE(button->sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
+        QCOMPARE(button->metaObject()->className(),
+                 i < 2 ? "KestMaximumSizeButton" : "QToolButton");
+    }
+}
+
+void tst_KestTitleBar::formKeepsAnObjectName()
+{
+    Host host;
+    QCOMPARE(host.bar->metaObject()->className(), "KestTitleBar");
+    host.bar->setObjectName(QStringLiteral("own"));
+    QCOMPARE(host.bar->objectName(), QStringLiteral("own"));
+}
+
+void tst_KestTitleBar::windowTitleIsTranslatable()
+{
+    class Translator : public QTranslator
+    {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char *context, const char *text, const char *, int) const override
+        {
+            return qstrcmp(context, "KestTitleBar") == 0
+                    && qstrcmp(text, "QFramelessTitleWidget") == 0
+                ? QStringLiteral("translated")
+                : QString();
+        }
+    };
+    {
+        Host host;
+        QCOMPARE(host.bar->windowTitle(), QStringLiteral("QFramelessTitleWidget"));
+    }
+    Translator translator;
+    QCoreApplication::installTranslator(&translator);
+    Host host;
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(host.bar->windowTitle(), QStringLiteral("translated"));
+}
+
+void tst_KestTitleBar::closeButtonClosesTheWindow()
+{
+    Host host;
+    host.show();
+    QTest::mouseClick(host.button("closeBtn"), Qt::LeftButton);
+    QVERIFY(!host.isVisible());
+}
+
+void tst_KestTitleBar::minimiseButtonMinimisesTheWindow()
+{
+    Host host;
+    host.show();
+    QTest::mouseClick(host.button("minimumSizeBtn"), Qt::LeftButton);
+    QVERIFY(host.isMinimized());
+}
+
+void tst_KestTitleBar::maximiseButtonMaximisesAndRestores()
+{
+    Host host;
+    host.show();
+    QTest::mouseClick(host.button("maximumSizeBtn"), Qt::LeftButton);
+    QVERIFY(host.isMaximized());
+    QVERIFY(host.button("maximumSizeBtn")->isVisible());
+    QTest::mouseClick(host.button("maximumSizeBtn"), Qt::LeftButton);
+    QCOMPARE(host.windowState(), Qt::WindowNoState);
+}
+
+void tst_KestTitleBar::maximiseButtonRestoresAFullScreenWindow()
+{
+    Host host;
+    host.showFullScreen();
+    QTest::mouseClick(host.button("maximumSizeBtn"), Qt::LeftButton);
+    QCOMPARE(host.windowState(), Qt::WindowNoState);
+}
+
+void tst_KestTitleBar::maximiseButtonLosesItsHover()
+{
+    Host host;
+    host.show();
+    QCursor::setPos(host.mapToGlobal(QPoint(10, 250)));
+    QWidget *const button = host.button("maximumSizeBtn");
+    button->setAttribute(Qt::WA_UnderMouse);
+    host.bar->onMaximumSizeBtn();
+    QVERIFY(!button->underMouse());
+    // Also when a hover comes while the window is still on its way.
+    button->setAttribute(Qt::WA_UnderMouse);
+    host.resize(host.width() - 20, host.height());
+    QTRY_VERIFY(!button->underMouse());
+}
+
+void tst_KestTitleBar::slotsActOnTheWindowOfANestedBar()
+{
+    QWidget window;
+    auto *frame = new QWidget(&window);
+    auto *bar = new KestTitleBar(frame);
+    window.show();
+    bar->onMaximumSizeBtn();
+    QVERIFY(window.isMaximized());
+    QVERIFY(!frame->isMaximized());
+    bar->onMinimumSizeBtn();
+    QVERIFY(window.isMinimized());
+    bar->onCloseBtn();
+    QVERIFY(!window.isVisible());
+}
+
+void tst_KestTitleBar::buttonsAreHiddenByTheWindowsFlags_data()
+{
+    QTest::addColumn<int>("missing");
+    QTest::addColumn<QStringList>("shown");
+    const QString minimum = QStringLiteral("minimumSizeBtn");
+    const QString maximum = QStringLiteral("maximumSizeBtn");
+    const QString close = QStringLiteral("closeBtn");
+    QTest::newRow("all hints") << 0 << QStringList { minimum, maximum, close };
+    QTest::newRow("no close") << int(Qt::WindowCloseButtonHint) << QStringList { minimum, maximum };
+    QTest::newRow("no minimise") << int(Qt::WindowMinimizeButtonHint)
+                                 << QStringList { maximum, close };
+    QTest::newRow("no maximise") << int(Qt::WindowMaximizeButtonHint)
+                                 << QStringList { minimum, close };
+    QTest::newRow("close only") << int(Qt::WindowMinMaxButtonsHint) << QStringList { close };
+}
+
+void tst_KestTitleBar::buttonsAreHiddenByTheWindowsFlags()
+{
+    QFETCH(int, missing);
+    QFETCH(QStringList, shown);
+    Host host;
+    host.setWindowFlags(host.windowFlags() & ~Qt::WindowFlags(missing));
+    host.show();
+    QStringList visible;
+    for (const char *name : { "minimumSizeBtn", "maximumSizeBtn", "closeBtn" }) {
+        if (host.button(name)->isVisible())
+            visible.append(QLatin1String(name));
+    }
+    QCOMPARE(visible, shown);
+}
+
+void tst_KestTitleBar::buttonsAreNeverShownAgain()
+{
+    Host host;
+    host.setWindowFlag(Qt::WindowMinimizeButtonHint, false);
+    host.show();
+    QVERIFY(!host.button("minimumSizeBtn")->isVisible());
+    host.setWindowFlag(Qt::WindowMinimizeButtonHint, true);
+    host.show();
+    QVERIFY(!host.button("minimumSizeBtn")->isVisible());
+}
+
+void tst_KestTitleBar::showSetsMappedAndTheState()
+{
+    Host host;
+    QVERIFY(!host.bar->testAttribute(Qt::WA_Mapped));
+    host.setWindowState(Qt::WindowMaximized);
+    host.part<KestMaximumSizeButton>("maximumSizeBtn")->setMaximumSized(false);
+    host.show();
+    QVERIFY(host.bar->testAttribute(Qt::WA_Mapped));
+    QVERIFY(host.part<KestMaximumSizeButton>("maximumSizeBtn")->maximumSized());
+}
+
+void tst_KestTitleBar::stateChangesFlipTheProperty()
+{
+    Host host;
+    host.show();
+    auto *button = host.part<KestMaximumSizeButton>("maximumSizeBtn");
+    QVERIFY(!button->maximumSized());
+    host.showMaximized();
+    QVERIFY(button->maximumSized());
+    host.showNormal();
+    QVERIFY(!button->maximumSized());
+    host.showFullScreen();
+    QVERIFY(!button->maximumSized());
+    host.setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+    QVERIFY(button->maximumSized());
+    QVERIFY(!host.part<KestMaximumSizeButton>("minimumSizeBtn")->maximumSized());
+}
+
+void tst_KestTitleBar::fixedSizeHidesTheMaximiseButton()
+{
+    Host host;
+    host.show();
+    host.setFixedSize(500, 250);
+    QTRY_VERIFY(!host.button("maximumSizeBtn")->isVisible());
+    host.setMinimumSize(100, 100);
+    host.setMaximumSize(1000, 1000);
+    QVERIFY(!host.button("maximumSizeBtn")->isVisible()); // until the next resize
+    host.resize(510, 250);
+    QTRY_VERIFY(host.button("maximumSizeBtn")->isVisible());
+}
+
+void tst_KestTitleBar::fixedSizeWithoutHintChangesNothing()
+{
+    Host host;
+    host.setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+    host.show();
+    host.resize(510, 260);
+    QCoreApplication::processEvents();
+    QVERIFY(!host.button("maximumSizeBtn")->isVisible());
+    host.button("maximumSizeBtn")->show();
+    host.setFixedSize(500, 250);
+    QCoreApplication::processEvents();
+    QVERIFY(host.button("maximumSizeBtn")->isVisible());
+}
+
+void tst_KestTitleBar::windowIconIsTaken_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QSize>("shown");
+    QTest::newRow("smaller") << QSize(16, 20) << QSize(16, 20);
+    QTest::newRow("as high") << QSize(32, 32) << QSize(32, 32);
+    QTest::newRow("larger") << QSize(64, 64) << QSize(32, 32);
+    QTest::newRow("wide") << QSize(128, 64) << QSize(64, 32);
+    QTest::newRow("wide, not high") << QSize(100, 20) << QSize(100, 20);
+}
+
+void tst_KestTitleBar::windowIconIsTaken()
+{
+    QFETCH(QSize, size);
+    QFETCH(QSize, shown);
+    Host host;
+    host.setWindowIcon(icon({ size }));
+    QCOMPARE(host.bar->doIconRect(), QRect(QPoint(8, (48 - shown.height()) / 2), shown));
+    QCOMPARE(host.row()->contentsMargins(), QMargins(shown.width() + 8 + 16, 0, 0, 0));
+    QCOMPARE(painted(host.bar).pixelColor(9, 24), QColor(Qt::red));
+}
+
+void tst_KestTitleBar::windowIconIsFollowed()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(16, 16) }, Qt::red));
+    QCOMPARE(painted(host.bar).pixelColor(12, 24), QColor(Qt::red));
+    host.setWindowIcon(icon({ QSize(24, 24) }, Qt::blue));
+    QCOMPARE(painted(host.bar).pixelColor(12, 24), QColor(Qt::blue));
+    QCOMPARE(host.bar->doIconRect().size(), QSize(24, 24));
+
+    Host other;
+    QApplication::setWindowIcon(icon({ QSize(20, 20) }, Qt::green));
+    QCoreApplication::processEvents();
+    QEvent event(QEvent::ApplicationWindowIconChange);
+    QCoreApplication::sendEvent(&other, &event);
+    QCOMPARE(other.bar->doIconRect().size(), QSize(20, 20));
+    QApplication::setWindowIcon(QIcon());
+}
+
+void tst_KestTitleBar::windowIconWithoutSizesLeavesTheOldOne()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(16, 16) }));
+    host.setWindowIcon(QIcon());
+    host.bar->updateWindowIcon();
+    QCOMPARE(host.bar->doIconRect().size(), QSize(16, 16));
+    QCOMPARE(host.row()->contentsMargins().left(), 16 + 8 + 16);
+}
+
+void tst_KestTitleBar::invisibleIconIsNotFollowed()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(16, 16) }, Qt::red));
+    host.bar->setIconVisible(false);
+    QVERIFY(!host.bar->iconIsVisible());
+    QCOMPARE(host.row()->contentsMargins(), QMargins());
+    QVERIFY(painted(host.bar).pixelColor(12, 24) != QColor(Qt::red));
+    host.setWindowIcon(icon({ QSize(24, 24) }, Qt::blue));
+    QCOMPARE(host.bar->doIconRect().size(), QSize(16, 16));
+    // Visible again it is as it was: the icon is not taken anew.
+    host.bar->setIconVisible(true);
+    QCOMPARE(host.row()->contentsMargins(), QMargins(16 + 8 + 16, 0, 0, 0));
+    QCOMPARE(painted(host.bar).pixelColor(12, 24), QColor(Qt::red));
+    host.bar->updateWindowIcon();
+    QCOMPARE(host.bar->doIconRect().size(), QSize(24, 24));
+}
+
+void tst_KestTitleBar::iconSizeIsOnlyStored()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(64, 64) }));
+    QSignalSpy spy(host.bar, &KestTitleBar::iconSizeChanged);
+    host.bar->setIconSize(QSize(500, 20));
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(host.bar->doIconRect().size(), QSize(32, 32));
+    host.bar->updateWindowIcon();
+    QCOMPARE(host.bar->doIconRect().size(), QSize(20, 20)); // only the height counts
+    QCOMPARE(spy.count(), 0);
+}
+
+void tst_KestTitleBar::customPixmapStaysWhenTheIconChanges()
+{
+    Host host;
+    QPixmap pixmap(30, 12);
+    pixmap.fill(Qt::green);
+    host.bar->setIconPixmap(pixmap);
+    QVERIFY(!host.bar->iconIsVisible());
+    QCOMPARE(host.row()->contentsMargins(), QMargins(30 + 8 + 16, 0, 0, 0));
+    QCOMPARE(host.bar->doIconRect(), QRect(8, 18, 30, 12));
+    QCOMPARE(painted(host.bar).pixelColor(20, 24), QColor(Qt::green));
+    host.setWindowIcon(icon({ QSize(16, 16) }, Qt::red));
+    QCOMPARE(painted(host.bar).pixelColor(20, 24), QColor(Qt::green));
+}
+
+void tst_KestTitleBar::iconPositionIsOnlyStored()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(16, 16) }));
+    const QMargins margins = host.row()->contentsMargins();
+    host.bar->setIconPos(QSize(20, 6));
+    QCOMPARE(host.bar->getIconPos(), QSize(20, 6));
+    QCOMPARE(host.bar->getLeftMargin(), 20);
+    QCOMPARE(host.row()->contentsMargins(), margins);
+    QCOMPARE(host.bar->doIconRect().left(), 20);
+}
+
+void tst_KestTitleBar::iconRect_data()
+{
+    QTest::addColumn<QSize>("pixmap");
+    QTest::addColumn<QVariant>("rate");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<QRect>("rect");
+    QTest::newRow("as it is") << QSize(32, 32) << QVariant() << 48 << QRect(8, 8, 32, 32);
+    QTest::newRow("fitted after scaling")
+        << QSize(32, 32) << QVariant(1.5) << 48 << QRect(8, 4, 40, 40);
+    QTest::newRow("scaled") << QSize(20, 10) << QVariant(1.5) << 48 << QRect(8, 16, 30, 15);
+    QTest::newRow("rounded") << QSize(15, 13) << QVariant(1.5) << 48 << QRect(8, 14, 23, 20);
+    QTest::newRow("odd room") << QSize(16, 15) << QVariant() << 48 << QRect(8, 16, 16, 15);
+    QTest::newRow("wide and fitted") << QSize(80, 40) << QVariant(2.0) << 48 << QRect(8, 4, 80, 40);
+    QTest::newRow("smaller rate") << QSize(32, 32) << QVariant(0.5) << 48 << QRect(8, 16, 16, 16);
+    QTest::newRow("low bar") << QSize(32, 32) << QVariant() << 42 << QRect(8, 5, 32, 32);
+    QTest::newRow("lowest bar, large icon")
+        << QSize(40, 40) << QVariant() << 42 << QRect(8, 4, 34, 34);
+}
+
+void tst_KestTitleBar::iconRect()
+{
+    QFETCH(QSize, pixmap);
+    QFETCH(QVariant, rate);
+    QFETCH(int, height);
+    QFETCH(QRect, rect);
+    Host host;
+    host.bar->resize(600, height);
+    host.bar->setIconPixmap(QPixmap(pixmap));
+    if (rate.isValid())
+        host.bar->setProperty("geoRate", rate);
+    QCOMPARE(host.bar->doIconRect(), rect);
+}
+
+void tst_KestTitleBar::iconIsSharpAtHigherScales()
+{
+    Host host;
+    // Stripes as wide as a pixel of the scaled icon.
+    QImage stripes(64, 64, QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 64; ++x)
+            stripes.setPixelColor(x, y, x % 2 ? Qt::black : Qt::white);
+    }
+    host.bar->setIconSize(QSize(16, 16));
+    host.bar->setMaximumHeight(200);
+    host.bar->resize(600, 100);
+    host.setWindowIcon(QIcon(QPixmap::fromImage(stripes)));
+    host.bar->setProperty("geoRate", 4.0);
+    QCOMPARE(host.bar->doIconRect(), QRect(8, 18, 64, 64));
+    const QImage image = painted(host.bar);
+    for (int x = 0; x < 64; ++x)
+        QCOMPARE(image.pixelColor(8 + x, 50), stripes.pixelColor(x, 32));
+}
+
+void tst_KestTitleBar::titleFollowsTheIcon()
+{
+    Host host;
+    for (QWidget *child : host.bar->findChildren<QWidget *>())
+        child->hide();
+    const QString title = QStringLiteral("Some Title");
+    host.setWindowTitle(title);
+    QCOMPARE(painted(host.bar), expectedPainting(host.bar, title, 8 + 0 + 16, QRect(), QPixmap()));
+    QPixmap pixmap(24, 24);
+    pixmap.fill(Qt::blue);
+    host.bar->setIconPixmap(pixmap);
+    QCOMPARE(painted(host.bar),
+             expectedPainting(host.bar, title, 8 + 24 + 16, QRect(8, 12, 24, 24), pixmap));
+}
+
+void tst_KestTitleBar::titleIsCentredBesideANarrowMenuBar()
+{
+    Host host;
+    host.bar->menuBar()->addMenu(QStringLiteral("File"));
+    host.show();
+    const QString title = QStringLiteral("Some Title");
+    host.setWindowTitle(title);
+    host.bar->menuBar()->setGeometry(40, 10, 60, 28);
+    const int width = host.bar->fontMetrics().size(Qt::TextSingleLine, title).width();
+    QCOMPARE(painted(host.bar),
+             expectedPainting(host.bar, title, (600 - width) / 2, QRect(), QPixmap()));
+}
+
+void tst_KestTitleBar::titleMovesAsideForAWideMenuBar()
+{
+    Host host;
+    host.bar->menuBar()->addMenu(QStringLiteral("File"));
+    host.show();
+    const QString title = QStringLiteral("Some Title");
+    host.setWindowTitle(title);
+    const int width = host.bar->fontMetrics().size(Qt::TextSingleLine, title).width();
+    const int centred = (600 - width) / 2;
+    for (const int right : { centred - 1, centred, centred + 1, 400 }) {
+        host.bar->menuBar()->setGeometry(QRect(QPoint(40, 10), QPoint(right, 38)));
+        const int x = right < centred ? centred : (600 - right - width) / 2;
+        QCOMPARE(painted(host.bar), expectedPainting(host.bar, title, x, QRect(), QPixmap()));
+    }
+}
+
+void tst_KestTitleBar::titleChangeRepaints()
+{
+    Host host;
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    QCoreApplication::processEvents();
+    PaintCounter counter(host.bar);
+    host.setWindowTitle(QStringLiteral("new"));
+    QTRY_COMPARE(counter.count, 1);
+    QVERIFY(host.bar->findChildren<QLabel *>().isEmpty());
+}
+
+void tst_KestTitleBar::sheetPaintsTheGround()
+{
+    Host host;
+    host.setStyleSheet(QStringLiteral(
+        "KestTitleBar { background: #102030; border-bottom: 2px solid #405060; color: #AABBCC }"));
+    host.show();
+    const QImage image = painted(host.bar);
+    QCOMPARE(image.pixelColor(300, 20), QColor(0x10, 0x20, 0x30));
+    QCOMPARE(image.pixelColor(300, 47), QColor(0x40, 0x50, 0x60));
+    QCOMPARE(host.bar->palette().color(QPalette::WindowText), QColor(0xAA, 0xBB, 0xCC));
+}
+
+void tst_KestTitleBar::menuBarIsCreatedOnRequest()
+{
+    Host host;
+    host.show();
+    QMenuBar *const menuBar = host.bar->menuBar();
+    QVERIFY(menuBar);
+    QCOMPARE(host.bar->menuBar(), menuBar);
+    QVERIFY(menuBar->actions().isEmpty());
+    QCOMPARE(menuBar->parentWidget(), host.bar);
+    QVERIFY(!menuBar->autoFillBackground());
+    QCOMPARE(menuBar->sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed));
+    QLayout *const row = host.row()->itemAt(0)->layout();
+    QCOMPARE(row->count(), 1);
+    QCOMPARE(row->itemAt(0)->widget(), menuBar);
+    QCOMPARE(row->itemAt(0)->alignment(), Qt::Alignment());
+    QTRY_VERIFY(menuBar->isVisible());
+}
+
+void tst_KestTitleBar::menuBarIsReplaced()
+{
+    Host host;
+    const QPointer<QMenuBar> old(host.bar->menuBar());
+    auto *menuBar = new QMenuBar;
+    host.bar->setMenuBar(menuBar);
+    QCOMPARE(host.bar->menuBar(), menuBar);
+    QVERIFY(old->isHidden());
+    QVERIFY(!old->parent());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(old.isNull());
+    QCOMPARE(host.row()->itemAt(0)->layout()->count(), 1);
+}
+
+void tst_KestTitleBar::menuBarIsCleared()
+{
+    Host host;
+    host.bar->setMenuBar(nullptr);
+    QVERIFY(!host.bar->findChild<QMenuBar *>());
+    const QPointer<QMenuBar> old(host.bar->menuBar());
+    host.bar->setMenuBar(nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(old.isNull());
+    QVERIFY(!host.bar->findChild<QMenuBar *>());
+    QVERIFY(host.bar->menuBar());
+}
+
+void tst_KestTitleBar::sameMenuBarAgainChangesNothing()
+{
+    Host host;
+    QMenuBar *const menuBar = host.bar->menuBar();
+    host.bar->setMenuBar(menuBar);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(host.bar->menuBar(), menuBar);
+    QCOMPARE(host.row()->itemAt(0)->layout()->count(), 1);
+    QVERIFY(!menuBar->isHidden());
+}
+
+void tst_KestTitleBar::menuBarMayDie()
+{
+    Host host;
+    host.setWindowTitle(QStringLiteral("title"));
+    delete host.bar->menuBar();
+    painted(host.bar);
+    QVERIFY(host.bar->menuBar());
+}
+
+void tst_KestTitleBar::actionsBecomeButtonsInOrder()
+{
+    Host host;
+    QAction first(icon({ QSize(16, 16) }), QStringLiteral("first"));
+    QAction second(QStringLiteral("second"));
+    QAction third(QStringLiteral("third"));
+    first.setObjectName(QStringLiteral("named"));
+    host.bar->addAction(&first);
+    host.bar->addAction(&second);
+    host.bar->insertAction(&second, &third);
+    QCOMPARE(host.actionRow()->count(), 3);
+    const QAction *const order[] = { &first, &third, &second };
+    for (int i = 0; i < 3; ++i) {
+        auto *button = qobject_cast<KestToolButton *>(host.actionRow()->itemAt(i)->widget());
+        QVERIFY(button);
+        QCOMPARE(button->defaultAction(), order[i]);
+        QCOMPARE(button->iconSize(), QSize(32, 32));
+        QCOMPARE(button->parentWidget(), host.bar);
+    }
+    QSignalSpy triggered(&first, &QAction::triggered);
+    host.show();
+    QTest::mouseClick(host.button("named"), Qt::LeftButton);
+    QCOMPARE(triggered.count(), 1);
+}
+
+void tst_KestTitleBar::separatorsAndWidgetsAreTaken()
+{
+    Host host;
+    QAction separator;
+    separator.setSeparator(true);
+    host.bar->addAction(&separator);
+    auto *line = qobject_cast<KestSeparator *>(host.actionRow()->itemAt(0)->widget());
+    QVERIFY(line);
+    QCOMPARE(line->orientation(), Qt::Horizontal);
+    QWidgetAction custom(nullptr);
+    auto *label = new QLabel(QStringLiteral("label"));
+    custom.setDefaultWidget(label);
+    host.bar->addAction(&custom);
+    QCOMPARE(host.actionRow()->itemAt(1)->widget(), label);
+    QVERIFY(!label->isHidden());
+}
+
+void tst_KestTitleBar::removedActionLosesItsButton()
+{
+    Host host;
+    QAction first;
+    QAction second;
+    host.bar->addAction(&first);
+    host.bar->addAction(&second);
+    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
+    host.bar->removeAction(&first);
+    QVERIFY(button.isNull());
+    QCOMPARE(host.actionRow()->count(), 1);
+    host.bar->removeAction(&first);
+    host.bar->addAction(&first);
+    QCOMPARE(host.actionRow()->count(), 2);
+}
+
+void tst_KestTitleBar::changedActionLeavesTheBar()
+{
+    Host host;
+    QAction action(QStringLiteral("before"));
+    host.bar->addAction(&action);
+    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
+    action.setText(QStringLiteral("after"));
+    QVERIFY(button.isNull());
+    QCOMPARE(host.actionRow()->count(), 0);
+    QCOMPARE(host.bar->actions(), QList<QAction *> { &action });
+    action.setText(QStringLiteral("and again")); // no item is met, and nothing happens
+    host.bar->removeAction(&action);
+    QVERIFY(host.bar->actions().isEmpty());
+}
+
+void tst_KestTitleBar::removedCustomWidgetLivesOn()
+{
+    Host host;
+    QWidgetAction action(nullptr);
+    const QPointer<QLabel> label(new QLabel);
+    action.setDefaultWidget(label);
+    host.bar->addAction(&action);
+    host.bar->removeAction(&action);
+    QVERIFY(!label.isNull());
+    QCOMPARE(host.actionRow()->count(), 0);
+}
+
+void tst_KestTitleBar::actionIconSizeReachesAllButtons()
+{
+    Host host;
+    QAction first;
+    QAction second;
+    host.bar->addAction(&first);
+    host.bar->addAction(&second);
+    QSignalSpy spy(host.bar, &KestTitleBar::actionIconSizeChanged);
+    host.bar->setActionIconSize(QSize(32, 32));
+    QCOMPARE(spy.count(), 0);
+    host.bar->setActionIconSize(QSize(18, 19));
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.first().first().toSize(), QSize(18, 19));
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(static_cast<KestToolButton *>(host.actionRow()->itemAt(i)->widget())->iconSize(),
+                 QSize(18, 19));
+    }
+    QAction third;
+    host.bar->addAction(&third);
+    QCOMPARE(static_cast<KestToolButton *>(host.actionRow()->itemAt(2)->widget())->iconSize(),
+             QSize(18, 19));
+}
+
+void tst_KestTitleBar::actionMayDieFirst()
+{
+    Host host;
+    auto *action = new QAction;
+    host.bar->addAction(action);
+    host.show();
+    delete action;
+    QCOMPARE(host.actionRow()->count(), 0);
+    host.bar->setActionIconSize(QSize(10, 10));
+}
+
+void tst_KestTitleBar::barMayDieFirst()
+{
+    Host host;
+    QAction action;
+    QWidgetAction custom(nullptr);
+    const QPointer<QLabel> label(new QLabel);
+    custom.setDefaultWidget(label);
+    host.bar->addAction(&action);
+    host.bar->addAction(&custom);
+    host.show();
+    delete host.bar;
+    action.setText(QStringLiteral("later"));
+    QVERIFY(label.isNull()); // the bar was its parent
+    custom.setText(QStringLiteral("later"));
+    host.setWindowTitle(QStringLiteral("later"));
+}
+
+void tst_KestTitleBar::windowMayDieFirst()
+{
+    QAction action;
+    {
+        Host host;
+        host.bar->addAction(&action);
+        host.bar->menuBar();
+        host.show();
+    }
+    action.setText(QStringLiteral("later"));
+    QVERIFY(action.associatedWidgets().isEmpty());
+}
+
+void tst_KestTitleBar::actionMayBeOnTwoBars()
+{
+    Host first;
+    auto *second = new Host;
+    auto *action = new QAction;
+    first.bar->addAction(action);
+    second->bar->addAction(action);
+    delete second;
+    QCOMPARE(first.actionRow()->count(), 1);
+    action->setObjectName(QStringLiteral("renamed"));
+    QCOMPARE(first.actionRow()->itemAt(0)->widget()->objectName(), QStringLiteral("renamed"));
+    Host third;
+    third.bar->addAction(action);
+    delete action;
+    QCOMPARE(first.actionRow()->count(), 0);
+    QCOMPARE(third.actionRow()->count(), 0);
+}
+
+void tst_KestTitleBar::customWidgetMayDieFirst()
+{
+    Host host;
+    QWidgetAction action(nullptr);
+    auto *label = new QLabel;
+    action.setDefaultWidget(label);
+    host.bar->addAction(&action);
+    delete label;
+    host.bar->removeAction(&action);
+    QCOMPARE(host.actionRow()->count(), 0);
+}
+
+void tst_KestTitleBar::actionsMayComeAndGoInASlot()
+{
+    Host host;
+    host.show();
+    auto *action = new QAction(QStringLiteral("go"));
+    QAction late(QStringLiteral("late"));
+    host.bar->addAction(action);
+    connect(action, &QAction::triggered, host.bar, [&] {
+        host.bar->removeAction(action);
+        host.bar->addAction(&late);
+    });
+    QTest::mouseClick(host.actionRow()->itemAt(0)->widget(), Qt::LeftButton);
+    QCOMPARE(host.actionRow()->count(), 1);
+
+    auto *dying = new QAction(QStringLiteral("die"));
+    host.bar->addAction(dying);
+    connect(dying, &QAction::triggered, host.bar, [dying] { delete dying; });
+    QTest::mouseClick(host.actionRow()->itemAt(1)->widget(), Qt::LeftButton);
+    QCOMPARE(host.actionRow()->count(), 1);
+    delete action;
+}
+
+void tst_KestTitleBar::barWithoutParentIsHarmless()
+{
+    KestTitleBar bar;
+    bar.updateWindowIcon();
+    bar.show();
+    painted(&bar);
+    bar.onMaximumSizeBtn();
+    QVERIFY(bar.isMaximized());
+}
+
+QTEST_MAIN(tst_KestTitleBar)
+#include "tst_kesttitlebar.moc"

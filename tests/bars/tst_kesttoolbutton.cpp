@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestToolButton.h"
+
+#include "RecordingStyle.h"
+
+#include <QtCore/QMetaProperty>
+#include <QtGui/QHelpEvent>
+#include <QtTest/QTest>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QToolTip>
+
+namespace {
+
+// An icon of one colour for each mode and state.
+QIcon colorfulIcon()
+{
+    QIcon icon;
+    const auto add = [&icon](const QColor &color, QIcon::Mode mode, QIcon::State state) {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(color);
+        icon.addPixmap(pixmap, mode, state);
+    };
+    add(Qt::red, QIcon::Normal, QIcon::Off);
+    add(Qt::darkRed, QIcon::Normal, QIcon::On);
+    add(Qt::green, QIcon::Selected, QIcon::Off);
+    add(Qt::darkGreen, QIcon::Selected, QIcon::On);
+    return icon;
+}
+
+QColor middleOf(const QIcon &icon)
+{
+    return icon.pixmap(16, 16).toImage().pixelColor(8, 8);
+}
+
+} // namespace
+
+class tst_KestToolButton : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void properties();
+    void iconGoesToTheDefaultAction();
+    void iconStaysWithoutDefaultAction();
+    void toolTipsAreSwallowedWhenOff();
+    void toggleIsPolishedAnew();
+    void selectedIconIsPaintedFromTheNextRepaintOn();
+    void panelIsLeftToTheStyle();
+};
+
+void tst_KestToolButton::properties()
+{
+    KestToolButton button;
+    QVERIFY(button.showToolTips());
+    QVERIFY(!button.parent());
+    const QMetaObject &meta = KestToolButton::staticMetaObject;
+    QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 2);
+    QVERIFY(button.setProperty("showToolTips", false));
+    QVERIFY(!button.showToolTips());
+    QCOMPARE(button.property("showToolTips"), QVariant(false));
+    QCOMPARE(meta.property(meta.indexOfProperty("icon")).userType(), int(QMetaType::QIcon));
+    QVERIFY(button.setProperty("icon", colorfulIcon()));
+    QCOMPARE(middleOf(button.property("icon").value<QIcon>()), QColor(Qt::red));
+}
+
+void tst_KestToolButton::iconGoesToTheDefaultAction()
+{
+    KestToolButton button;
+    QAction action;
+    button.setDefaultAction(&action);
+    button.setIcon(colorfulIcon());
+    QCOMPARE(middleOf(action.icon()), QColor(Qt::red));
+    QCOMPARE(middleOf(button.icon()), QColor(Qt::red));
+}
+
+void tst_KestToolButton::iconStaysWithoutDefaultAction()
+{
+    KestToolButton button;
+    button.setIcon(colorfulIcon());
+    QCOMPARE(middleOf(button.icon()), QColor(Qt::red));
+}
+
+void tst_KestToolButton::toolTipsAreSwallowedWhenOff()
+{
+    KestToolButton button;
+    button.setToolTip(QStringLiteral("tip"));
+    button.show();
+    for (const bool on : { true, false }) {
+        button.setShowToolTips(on);
+        QToolTip::hideText();
+        QTRY_VERIFY(!QToolTip::isVisible());
+        QHelpEvent event(QEvent::ToolTip, QPoint(2, 2), button.mapToGlobal(QPoint(2, 2)));
+        QVERIFY(QCoreApplication::sendEvent(&button, &event));
+        QCOMPARE(QToolTip::isVisible(), on);
+    }
+}
+
+void tst_KestToolButton::toggleIsPolishedAnew()
+{
+    KestToolButton button;
+    RecordingStyle style;
+    button.setStyle(&style);
+    button.setCheckable(true);
+    style.polished.clear();
+    style.unpolished.clear();
+    button.setChecked(true);
+    QCOMPARE(style.unpolished, QList<QWidget *> { &button });
+    QCOMPARE(style.polished, QList<QWidget *> { &button });
+    button.setChecked(true);
+    QCOMPARE(style.polished.size(), 1);
+    button.setChecked(false);
+    QCOMPARE(style.polished.size(), 2);
+}
+
+void tst_KestToolButton::selectedIconIsPaintedFromTheNextRepaintOn()
+{
+    RecordingStyle style;
+    KestToolButton button;
+    button.setStyle(&style);
+    button.setIcon(colorfulIcon());
+    button.setIconSize(QSize(16, 16));
+    button.setCheckable(true);
+    button.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&button));
+    QCoreApplication::processEvents();
+
+    style.toolButton = QStyleOptionToolButton();
+    button.setSelected(true);
+    QCoreApplication::processEvents();
+    QVERIFY(style.toolButton.icon.isNull()); // nothing was painted
+    button.grab();
+    QCOMPARE(middleOf(style.toolButton.icon), QColor(Qt::green));
+    button.setChecked(true);
+    button.grab();
+    QCOMPARE(middleOf(style.toolButton.icon), QColor(Qt::darkGreen));
+    button.setSelected(false);
+    button.grab();
+    QCOMPARE(middleOf(style.toolButton.icon), QColor(Qt::red));
+    QCOMPARE(style.toolButton.icon.pixmap(QSize(16, 16), QIcon::Normal, QIcon::On)
+                 .toImage()
+                 .pixelColor(8, 8),
+             QColor(Qt::darkRed));
+}
+
+void tst_KestToolButton::panelIsLeftToTheStyle()
+{
+    RecordingStyle style;
+    KestToolButton button;
+    button.setStyle(&style);
+    button.setText(QStringLiteral("text"));
+    button.setDown(true);
+    button.grab();
+    QCOMPARE(style.complexControl, QStyle::CC_ToolButton);
+    QCOMPARE(style.toolButton.text, QStringLiteral("text"));
+    QVERIFY(style.toolButton.state & QStyle::State_Sunken);
+    button.setEnabled(false);
+    button.grab();
+    QVERIFY(!(style.toolButton.state & QStyle::State_Enabled));
+}
+
+QTEST_MAIN(tst_KestToolButton)
+#include "tst_kesttoolbutton.moc"

@@ -1,0 +1,541 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+// The frame as a user handles it: real windows, a window manager, and the real pointer.
+
+#include "KestDialog.h"
+#include "KestNavigationBar.h"
+#include "KestStyleSheet.h"
+#include "KestTitleBar.h"
+#include "KestWindow.h"
+#include "RealInput.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtGui/QScreen>
+#include <QtGui/QWindow>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include <memory>
+
+namespace {
+
+const QRect WindowRect(300, 200, 520, 360);
+const int Shadow = 8; // pixels
+
+QRect screenRect()
+{
+    return QGuiApplication::primaryScreen()->geometry();
+}
+
+// What the server shows for a cursor shape, seen on a window of its own.
+size_t hashOfCursor(Qt::CursorShape shape)
+{
+    QWidget window(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint);
+    window.setGeometry(20, 20, 60, 60);
+    window.setCursor(shape);
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        return 0;
+    RealInput::moveTo(QPoint(50, 50));
+    RealInput::settle(60);
+    const size_t hash = RealInput::cursorHash();
+    window.hide();
+    RealInput::settle(30);
+    return hash;
+}
+
+} // namespace
+
+class tst_Frame_Window : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void titleBarMovesTheWindow();
+    void navigationBarMovesTheWindowOnceTheTitleBarIsHidden();
+    void centralWidgetDoesNotMoveTheWindow();
+    void clickDoesNotMoveTheWindow();
+
+    void edgesResize_data();
+    void edgesResize();
+    void minimumSizeIsKept_data();
+    void minimumSizeIsKept();
+    void fixedSizeHasNoEdges();
+
+    void doubleClickMaximisesAndRestores();
+    void dragToTheTopMaximises();
+    void dragDownRestores();
+    void fixedSizeDoesNotMaximise();
+
+    void buttonsMinimiseMaximiseAndClose();
+    void maximiseButtonChangesItsLook();
+    void hoverLooksLeaveTheMaximiseButton();
+    void titleIsPaintedAnew();
+
+    void dialogIsMovedAndClosed();
+    void dialogStaysOnTopOfItsParent();
+    void windowIsUsableWithoutShadow();
+    void shadowBlendsWithACompositor();
+
+private:
+    QRect frame() const { return m_window->geometry(); }
+    QPoint onTitleBar() const;
+    bool settleAt(const QRect &geometry);
+
+    std::unique_ptr<KestWindow> m_window;
+};
+
+void tst_Frame_Window::initTestCase()
+{
+    qApp->setStyleSheet(KestStyleSheet::defaultStyleSheet());
+}
+
+void tst_Frame_Window::init()
+{
+    RealInput::moveTo(QPoint(5, screenRect().bottom() - 5));
+    m_window.reset(new KestWindow);
+    m_window->setWindowTitle(QStringLiteral("Frame"));
+    m_window->setMinimumSize(260, 180);
+    m_window->setGeometry(WindowRect);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(settleAt(WindowRect));
+}
+
+void tst_Frame_Window::cleanup()
+{
+    m_window.reset();
+    RealInput::settle(30);
+}
+
+QPoint tst_Frame_Window::onTitleBar() const
+{
+    KestTitleBar *const bar = m_window->titleBar();
+    return bar->mapToGlobal(QPoint(bar->width() / 2, bar->height() / 2));
+}
+
+bool tst_Frame_Window::settleAt(const QRect &geometry)
+{
+    m_window->setGeometry(geometry);
+    return QTest::qWaitFor([&] { return m_window->geometry() == geometry; }, 5000);
+}
+
+void tst_Frame_Window::titleBarMovesTheWindow()
+{
+    const QPoint start = onTitleBar();
+    RealInput::drag(start, start + QPoint(90, 70));
+    QTRY_COMPARE(frame(), WindowRect.translated(90, 70));
+    RealInput::drag(onTitleBar(), onTitleBar() + QPoint(-150, -60));
+    QTRY_COMPARE(frame(), WindowRect.translated(-60, 10));
+}
+
+void tst_Frame_Window::navigationBarMovesTheWindowOnceTheTitleBarIsHidden()
+{
+    KestNavigationBar *const bar = m_window->navigationBar();
+    QTRY_VERIFY(bar->isVisible());
+    RealInput::settle(60);
+    const auto onBar = [bar] { return bar->mapToGlobal(bar->rect().center()); };
+    RealInput::drag(onBar(), onBar() + QPoint(50, 40));
+    QCOMPARE(frame(), WindowRect);
+    m_window->titleBar()->hide();
+    RealInput::settle(60);
+    RealInput::drag(onBar(), onBar() + QPoint(50, 40));
+    QTRY_COMPARE(frame(), WindowRect.translated(50, 40));
+    m_window->titleBar()->show();
+    RealInput::settle(60);
+    RealInput::drag(onBar(), onBar() + QPoint(50, 40));
+    QCOMPARE(frame(), WindowRect.translated(50, 40));
+    RealInput::drag(onTitleBar(), onTitleBar() + QPoint(-50, -40));
+    QTRY_COMPARE(frame(), WindowRect);
+}
+
+void tst_Frame_Window::centralWidgetDoesNotMoveTheWindow()
+{
+    const QPoint inside = frame().center() + QPoint(0, 60);
+    RealInput::drag(inside, inside + QPoint(60, 60));
+    RealInput::settle(60);
+    QCOMPARE(frame(), WindowRect);
+}
+
+void tst_Frame_Window::clickDoesNotMoveTheWindow()
+{
+    // A press that jerks the pointer at once: a click. On a busy machine it may take too long to
+    // be one; then it is tried again.
+    const QPoint start = onTitleBar();
+    bool clicked = false;
+    for (int attempt = 0; attempt < 20 && !clicked; ++attempt) {
+        RealInput::moveTo(start);
+        QElapsedTimer timer;
+        timer.start();
+        RealInput::press();
+        RealInput::moveTo(start + QPoint(6, 6));
+        const QRect after = frame();
+        clicked = timer.elapsed() < 50;
+        RealInput::release();
+        if (clicked)
+            QCOMPARE(after, WindowRect);
+        else
+            QVERIFY(settleAt(WindowRect));
+    }
+    QVERIFY(clicked);
+}
+
+void tst_Frame_Window::edgesResize_data()
+{
+    QTest::addColumn<QPoint>("grip"); // -1, 0 or 1: which edges
+    QTest::addColumn<Qt::CursorShape>("cursor");
+    QTest::newRow("left") << QPoint(-1, 0) << Qt::SizeHorCursor;
+    QTest::newRow("right") << QPoint(1, 0) << Qt::SizeHorCursor;
+    QTest::newRow("top") << QPoint(0, -1) << Qt::SizeVerCursor;
+    QTest::newRow("bottom") << QPoint(0, 1) << Qt::SizeVerCursor;
+    QTest::newRow("top left") << QPoint(-1, -1) << Qt::SizeFDiagCursor;
+    QTest::newRow("bottom right") << QPoint(1, 1) << Qt::SizeFDiagCursor;
+    QTest::newRow("top right") << QPoint(1, -1) << Qt::SizeBDiagCursor;
+    QTest::newRow("bottom left") << QPoint(-1, 1) << Qt::SizeBDiagCursor;
+}
+
+void tst_Frame_Window::edgesResize()
+{
+    QFETCH(QPoint, grip);
+    QFETCH(Qt::CursorShape, cursor);
+    const size_t expectedCursor = hashOfCursor(cursor);
+    const size_t arrow = hashOfCursor(Qt::ArrowCursor);
+    QVERIFY(expectedCursor != arrow);
+
+    const QRect rect = frame();
+    const auto place = [](int side, int low, int high, int middle) {
+        return side < 0 ? low + 3 : side > 0 ? high - 3 : middle;
+    };
+    const QPoint from(place(grip.x(), rect.left(), rect.right(), rect.center().x() + 40),
+                      place(grip.y(), rect.top(), rect.bottom(), rect.center().y() + 40));
+    RealInput::moveTo(rect.center() + QPoint(0, 50));
+    RealInput::settle(40);
+    QCOMPARE(RealInput::cursorHash(), arrow);
+    RealInput::glideTo(from, 4);
+    RealInput::settle(40);
+    QCOMPARE(RealInput::cursorHash(), expectedCursor);
+
+    const QPoint outward(grip.x() * 47, grip.y() * 39);
+    RealInput::press();
+    RealInput::glideTo(from + outward, 5);
+    RealInput::release();
+    RealInput::settle(60);
+
+    QRect expected = rect;
+    const QPoint to = from + outward;
+    if (grip.x() < 0)
+        expected.setLeft(to.x() - Shadow);
+    if (grip.x() > 0)
+        expected.setRight(to.x() + Shadow - 1);
+    if (grip.y() < 0)
+        expected.setTop(to.y() - Shadow);
+    if (grip.y() > 0)
+        expected.setBottom(to.y() + Shadow - 1);
+    QTRY_COMPARE(frame(), expected);
+}
+
+void tst_Frame_Window::minimumSizeIsKept_data()
+{
+    QTest::addColumn<QPoint>("grip");
+    QTest::addColumn<QSize>("size");
+    // From the left and the top one pixel more is left.
+    QTest::newRow("right") << QPoint(1, 0) << QSize(260, 360);
+    QTest::newRow("left") << QPoint(-1, 0) << QSize(261, 360);
+    QTest::newRow("bottom") << QPoint(0, 1) << QSize(520, 180);
+    QTest::newRow("top") << QPoint(0, -1) << QSize(520, 181);
+}
+
+void tst_Frame_Window::minimumSizeIsKept()
+{
+    QFETCH(QPoint, grip);
+    QFETCH(QSize, size);
+    const QRect rect = frame();
+    const QPoint middle = rect.center() + QPoint(40, 40);
+    const QPoint from(grip.x() < 0       ? rect.left() + 3
+                          : grip.x() > 0 ? rect.right() - 3
+                                         : middle.x(),
+                      grip.y() < 0       ? rect.top() + 3
+                          : grip.y() > 0 ? rect.bottom() - 3
+                                         : middle.y());
+    RealInput::moveTo(middle);
+    RealInput::glideTo(from, 4);
+    RealInput::settle(40);
+    RealInput::press();
+    RealInput::glideTo(from - QPoint(grip.x() * 480, grip.y() * 330), 8);
+    RealInput::release();
+    QTRY_COMPARE(frame().size(), size);
+    // The opposite edge has stayed where it was.
+    QCOMPARE(grip.x() + grip.y() < 0 ? frame().bottomRight() : frame().topLeft(),
+             grip.x() + grip.y() < 0 ? rect.bottomRight() : rect.topLeft());
+}
+
+void tst_Frame_Window::fixedSizeHasNoEdges()
+{
+    const size_t arrow = hashOfCursor(Qt::ArrowCursor);
+    m_window->setFixedSize(WindowRect.size());
+    RealInput::settle(60);
+    const QPoint corner = frame().bottomRight() - QPoint(3, 3);
+    RealInput::moveTo(corner - QPoint(60, 60));
+    RealInput::glideTo(corner, 4);
+    RealInput::settle(40);
+    QCOMPARE(RealInput::cursorHash(), arrow);
+    RealInput::drag(corner, corner + QPoint(60, 60));
+    RealInput::settle(60);
+    QCOMPARE(frame(), WindowRect);
+}
+
+void tst_Frame_Window::doubleClickMaximisesAndRestores()
+{
+    RealInput::doubleClick(onTitleBar());
+    QTRY_VERIFY(m_window->isMaximized());
+    QTRY_COMPARE(frame(), QGuiApplication::primaryScreen()->availableGeometry());
+    QTRY_COMPARE(m_window->contentsMargins(), QMargins());
+    RealInput::settle(500); // so that the next click is no third one
+    RealInput::doubleClick(onTitleBar());
+    QTRY_VERIFY(!m_window->isMaximized());
+    QTRY_COMPARE(frame(), WindowRect);
+    QTRY_COMPARE(m_window->contentsMargins(), QMargins(Shadow, Shadow, Shadow, Shadow));
+}
+
+void tst_Frame_Window::dragToTheTopMaximises()
+{
+    const QPoint start = onTitleBar();
+    RealInput::moveTo(start);
+    RealInput::press();
+    RealInput::settle(80);
+    RealInput::glideTo(QPoint(start.x(), 6));
+    RealInput::settle(60);
+    QVERIFY(!m_window->isMaximized());
+    RealInput::moveTo(QPoint(start.x(), 2));
+    QTRY_VERIFY(m_window->isMaximized());
+    RealInput::release();
+    QTRY_COMPARE(frame(), QGuiApplication::primaryScreen()->availableGeometry());
+}
+
+void tst_Frame_Window::dragDownRestores()
+{
+    m_window->showMaximized();
+    QTRY_COMPARE(frame(), QGuiApplication::primaryScreen()->availableGeometry());
+    RealInput::settle(60);
+    RealInput::moveTo(QPoint(500, 20));
+    RealInput::press();
+    RealInput::settle(80);
+    RealInput::glideTo(QPoint(520, 60), 3);
+    QTRY_VERIFY(!m_window->isMaximized());
+    QTRY_COMPARE(frame().size(), WindowRect.size());
+    RealInput::glideTo(QPoint(600, 300), 4);
+    RealInput::settle(60);
+    RealInput::moveTo(QPoint(601, 301));
+    // It hangs from the middle of its bar.
+    const QSize half(m_window->titleBar()->width() / 2, m_window->titleBar()->height() / 2);
+    QTRY_COMPARE(frame().topLeft(), QPoint(601 - half.width(), 301 - half.height()));
+    RealInput::release();
+}
+
+void tst_Frame_Window::fixedSizeDoesNotMaximise()
+{
+    m_window->setFixedSize(WindowRect.size());
+    RealInput::settle(60);
+    RealInput::doubleClick(onTitleBar());
+    RealInput::settle(100);
+    QVERIFY(!m_window->isMaximized());
+    QCOMPARE(frame(), WindowRect);
+    RealInput::settle(500);
+    const QPoint start = onTitleBar();
+    RealInput::drag(start, QPoint(start.x(), 1));
+    RealInput::settle(100);
+    QVERIFY(!m_window->isMaximized());
+    QVERIFY(frame().top() < WindowRect.top());
+}
+
+void tst_Frame_Window::buttonsMinimiseMaximiseAndClose()
+{
+    const auto button = [this](const char *name) {
+        auto *widget = m_window->titleBar()->findChild<QWidget *>(QLatin1String(name));
+        return widget->mapToGlobal(widget->rect().center());
+    };
+    RealInput::click(button("maximumSizeBtn"));
+    QTRY_VERIFY(m_window->isMaximized());
+    QTRY_COMPARE(frame(), QGuiApplication::primaryScreen()->availableGeometry());
+    RealInput::settle(60);
+    RealInput::click(button("maximumSizeBtn"));
+    QTRY_VERIFY(!m_window->isMaximized());
+    QTRY_COMPARE(frame(), WindowRect);
+
+    RealInput::settle(60);
+    RealInput::click(button("minimumSizeBtn"));
+    QTRY_VERIFY(m_window->isMinimized());
+    m_window->showNormal();
+    QTRY_VERIFY(!m_window->isMinimized());
+    QTRY_COMPARE(frame(), WindowRect);
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+
+    RealInput::settle(60);
+    RealInput::click(button("closeBtn"));
+    QTRY_VERIFY(!m_window->isVisible());
+}
+
+void tst_Frame_Window::maximiseButtonChangesItsLook()
+{
+    auto *button = m_window->titleBar()->findChild<QWidget *>(QStringLiteral("maximumSizeBtn"));
+    const auto seen = [button] {
+        const QRect rect(button->mapToGlobal(QPoint(0, 0)), button->size());
+        QList<unsigned> pixels;
+        for (int y = rect.center().y() - 8; y < rect.center().y() + 8; ++y) {
+            for (int x = rect.center().x() - 8; x < rect.center().x() + 8; ++x)
+                pixels.append(RealInput::pixel(QPoint(x, y)));
+        }
+        return pixels;
+    };
+    RealInput::moveTo(frame().center());
+    RealInput::settle(100);
+    const QList<unsigned> normal = seen();
+    m_window->showMaximized();
+    QTRY_VERIFY(button->property("maximumsized").toBool());
+    QTRY_COMPARE(frame(), QGuiApplication::primaryScreen()->availableGeometry());
+    RealInput::settle(150);
+    const QList<unsigned> maximised = seen();
+    m_window->showNormal();
+    QTRY_VERIFY(!button->property("maximumsized").toBool());
+    QTRY_COMPARE(frame(), WindowRect);
+    RealInput::settle(150);
+    QVERIFY(normal != maximised);
+    QTRY_COMPARE(seen(), normal);
+}
+
+void tst_Frame_Window::hoverLooksLeaveTheMaximiseButton()
+{
+    auto *button = m_window->titleBar()->findChild<QWidget *>(QStringLiteral("maximumSizeBtn"));
+    const QPoint ground = QPoint(5, button->height() / 2);
+    RealInput::moveTo(button->mapToGlobal(button->rect().center()));
+    QTRY_COMPARE(RealInput::pixel(button->mapToGlobal(ground)), 0xC6C6C6u);
+    RealInput::press();
+    QTRY_COMPARE(RealInput::pixel(button->mapToGlobal(ground)), 0xC0C0C0u);
+    RealInput::release();
+    QTRY_VERIFY(m_window->isMaximized());
+    QTRY_COMPARE(frame(), QGuiApplication::primaryScreen()->availableGeometry());
+    // The window has gone from below the pointer, and the button is where it is not.
+    QTRY_COMPARE(RealInput::pixel(button->mapToGlobal(ground)), 0xD9D9D9u);
+}
+
+void tst_Frame_Window::titleIsPaintedAnew()
+{
+    KestTitleBar *const bar = m_window->titleBar();
+    const QRect strip(bar->mapToGlobal(QPoint(8, 0)), QSize(200, bar->height()));
+    const auto darkPixels = [&strip] {
+        int count = 0;
+        for (int y = strip.top(); y <= strip.bottom(); y += 2) {
+            for (int x = strip.left(); x <= strip.right(); x += 2)
+                count += (RealInput::pixel(QPoint(x, y)) & 0xff) < 0xA0;
+        }
+        return count;
+    };
+    m_window->setWindowTitle(QString());
+    QTRY_COMPARE(darkPixels(), 0);
+    m_window->setWindowTitle(QStringLiteral("MMMMMMMM"));
+    QTRY_VERIFY(darkPixels() > 100);
+}
+
+void tst_Frame_Window::dialogIsMovedAndClosed()
+{
+    KestDialog dialog(m_window.get());
+    dialog.setWindowTitle(QStringLiteral("Dialog"));
+    dialog.resize(300, 200);
+    dialog.open();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    RealInput::settle(100);
+    const QRect rect(QPoint(420, 260), dialog.size());
+    dialog.move(rect.topLeft());
+    QTRY_COMPARE(dialog.geometry(), rect);
+    const QPoint start = dialog.titleBar()->mapToGlobal(dialog.titleBar()->rect().center());
+    RealInput::drag(start, start + QPoint(40, 30));
+    QTRY_COMPARE(dialog.geometry(), rect.translated(40, 30));
+
+    QSignalSpy rejected(&dialog, &QDialog::rejected);
+    auto *close = dialog.titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn"));
+    RealInput::click(close->mapToGlobal(close->rect().center()));
+    QTRY_COMPARE(rejected.count(), 1);
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(!close->underMouse());
+    // Shown again it does not look as if the pointer were still there.
+    RealInput::moveTo(QPoint(5, screenRect().bottom() - 5));
+    dialog.open();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QTRY_COMPARE(RealInput::pixel(close->mapToGlobal(QPoint(5, close->height() / 2))), 0xD9D9D9u);
+}
+
+void tst_Frame_Window::dialogStaysOnTopOfItsParent()
+{
+    KestDialog dialog(m_window.get());
+    dialog.resize(300, 200);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QCOMPARE(dialog.windowHandle()->transientParent(), m_window->windowHandle());
+    RealInput::settle(100);
+    // Where the window manager puts it, is its own affair.
+    const QPoint place(420, 260);
+    dialog.move(place);
+    QTRY_COMPARE(dialog.pos(), place);
+    const QPoint onDialog =
+        dialog.titleBar()->mapToGlobal(QPoint(dialog.titleBar()->width() / 2, 3));
+    QTRY_COMPARE(RealInput::pixel(onDialog), 0xD9D9D9u);
+    // A click on the parent makes it active and leaves the dialog above it.
+    RealInput::click(onTitleBar() + QPoint(-200, 0));
+    RealInput::settle(100);
+    QTRY_COMPARE(RealInput::pixel(onDialog), 0xD9D9D9u);
+}
+
+void tst_Frame_Window::windowIsUsableWithoutShadow()
+{
+    // On a display without a compositor the margin is opaque, and everything inside is as ever.
+    auto *button = new QPushButton(QStringLiteral("Press"));
+    auto *central = new QWidget;
+    auto *layout = new QVBoxLayout(central);
+    layout->addWidget(button, 0, Qt::AlignCenter);
+    m_window->setCentralWidget(central);
+    QVERIFY(settleAt(WindowRect));
+    QTRY_VERIFY(button->isVisible());
+    RealInput::settle(80);
+    QSignalSpy clicked(button, &QPushButton::clicked);
+    RealInput::click(button->mapToGlobal(button->rect().center()));
+    QTRY_COMPARE(clicked.count(), 1);
+    QCOMPARE(RealInput::pixel(m_window->titleBar()->mapToGlobal(QPoint(200, 3))), 0xD9D9D9u);
+}
+
+void tst_Frame_Window::shadowBlendsWithACompositor()
+{
+    if (qgetenv("KEST_COMPOSITOR") != "1")
+        return; // what is there without one, the case before this looks at
+    QWidget ground(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint);
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(0, 200, 0));
+    ground.setPalette(palette);
+    ground.setStyleSheet(QStringLiteral("QWidget { background: #00C800 }"));
+    ground.setGeometry(WindowRect.adjusted(-50, -50, 50, 50));
+    ground.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&ground));
+    ground.lower();
+    m_window->raise();
+    RealInput::settle(300);
+    const int y = frame().center().y();
+    const auto green = [y](int x) { return (RealInput::pixel(QPoint(x, y)) >> 8) & 0xff; };
+    QTRY_COMPARE(green(frame().left() - 10), 200u);
+    QCOMPARE(green(frame().left()), 200u); // the outermost ring is transparent
+    unsigned last = 200;
+    for (int x = frame().left(); x < frame().left() + Shadow; ++x) {
+        QVERIFY(green(x) <= last);
+        last = green(x);
+    }
+    QVERIFY(last < 180);
+}
+
+QTEST_MAIN(tst_Frame_Window)
+#include "tst_frame_window.moc"

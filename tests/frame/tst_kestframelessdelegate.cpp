@@ -1,0 +1,1154 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestFramelessDelegate.h"
+
+#include "MoveBarProbe.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QScopedPointer>
+#include <QtGui/QCursor>
+#include <QtGui/QPainter>
+#include <QtGui/QPainterPath>
+#include <QtGui/QPlatformSurfaceEvent>
+#include <QtGui/QResizeEvent>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
+#include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QWidget>
+
+#include <cmath>
+
+namespace {
+
+const QRect WindowRect(300, 200, 400, 300);
+const int ClickMs = 60; // longer than what still counts as a click
+
+// A window with a bar on top, as the shells have one.
+class Host : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Host(QWidget *parent = nullptr) : QWidget(parent), bar(new QWidget(this))
+    {
+        bar->setGeometry(8, 8, 384, 40);
+        delegate = new KestFramelessDelegate(this, bar);
+        setGeometry(WindowRect);
+    }
+
+    QSize minimumSizeHint() const override { return hint; }
+
+    QWidget *bar;
+    KestFramelessDelegate *delegate;
+    QSize hint;
+};
+
+// Counts what a widget hears of.
+class EventCounter : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit EventCounter(QObject *watched) { watched->installEventFilter(this); }
+
+    int count(QEvent::Type type) const { return m_counts.value(type); }
+    void clear() { m_counts.clear(); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        ++m_counts[event->type()];
+        return false;
+    }
+
+private:
+    QHash<int, int> m_counts;
+};
+
+void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &global,
+               Qt::MouseButton button = Qt::LeftButton)
+{
+    const Qt::MouseButtons buttons =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent event(type, widget->mapFromGlobal(global.toPoint()), global, button, buttons,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+void hover(QWidget *window, const QPoint &global)
+{
+    QCursor::setPos(global);
+    const QPoint local = window->mapFromGlobal(global);
+    QHoverEvent event(QEvent::HoverMove, local, local);
+    QCoreApplication::sendEvent(window, &event);
+}
+
+// Presses at an edge, moves there and releases, as a drag of the edge does.
+void dragEdge(QWidget *window, const QPoint &from, const QPoint &to)
+{
+    hover(window, from);
+    sendMouse(window, QEvent::MouseButtonPress, from);
+    hover(window, to);
+    sendMouse(window, QEvent::MouseButtonRelease, to);
+}
+
+// The frame as it is meant to look, drawn in full.
+QImage expectedFrame(QWidget *widget, int shadow, bool framed, qreal ratio)
+{
+    const QMargins margins = widget->layout() ? widget->layout()->contentsMargins() : QMargins();
+    const int width = widget->width();
+    const int height = widget->height();
+
+    QImage frame(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    frame.setDevicePixelRatio(ratio);
+    frame.fill(0);
+    QStyleOption option(1, 0);
+    option.initFrom(widget);
+    QPainter painter(&frame);
+    if (framed) {
+        const int k =
+            qMax(qMax(margins.left(), margins.top()), qMax(margins.right(), margins.bottom()));
+        const int w = k + shadow;
+        if (shadow > 0) {
+            painter.save();
+            painter.setRenderHint(QPainter::Antialiasing, true);
+            for (int i = 0; i < w; ++i) {
+                QPainterPath path;
+                path.setFillRule(Qt::WindingFill);
+                path.addRoundedRect(w - i, w - i, width - 2 * (w - i), height - 2 * (w - i), 0.0,
+                                    1.0, Qt::AbsoluteSize);
+                const double alpha = std::log(double(i + 1) / w) / -0.6931471805599453 * 20.0;
+                painter.setPen(QColor(0, 0, 0, int(alpha)));
+                painter.drawPath(path);
+            }
+            painter.restore();
+        }
+        option.rect = widget->rect().adjusted(shadow, shadow, -shadow, -shadow);
+    }
+    widget->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, widget);
+    painter.end();
+
+    QImage result(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    result.setDevicePixelRatio(ratio);
+    result.fill(0);
+    painter.begin(&result);
+    painter.fillRect(shadow + margins.left(), shadow + margins.top(),
+                     width - 2 * shadow - margins.left() - margins.right(),
+                     height - 2 * shadow - margins.top() - margins.bottom(),
+                     widget->palette().brush(QPalette::Active, QPalette::Window));
+    painter.drawImage(0, 0, frame);
+    return result;
+}
+
+QImage rendered(QWidget *widget, qreal ratio, const QRegion &region = QRegion())
+{
+    QImage image(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(0);
+    widget->render(&image, region.boundingRect().topLeft(), region, QWidget::DrawWindowBackground);
+    return image;
+}
+
+int greatestDifference(const QImage &first, const QImage &second)
+{
+    int difference = first.size() == second.size() ? 0 : 256;
+    for (int y = 0; difference < 256 && y < first.height(); ++y) {
+        for (int x = 0; x < first.width(); ++x) {
+            const QRgb a = first.pixel(x, y);
+            const QRgb b = second.pixel(x, y);
+            for (const int shift : { 0, 8, 16, 24 }) {
+                difference =
+                    qMax(difference, qAbs(int((a >> shift) & 0xff) - int((b >> shift) & 0xff)));
+            }
+        }
+    }
+    return difference;
+}
+
+} // namespace
+
+class tst_KestFramelessDelegate : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void cursorShapes_data();
+    void cursorShapes();
+
+    void windowFlagsAreReplaced();
+    void startsWithShadow();
+    void shadowIsSwitchedOffAndOn();
+    void shadowOfAMaximisedWindowLeavesTheMargins();
+    void barsOfTheListMoveTheWindow();
+    void addedAndRemovedBars();
+    void barAddedTwiceIsRemovedAtOnce();
+    void removingTheWindowItselfGivesUpTheFrame();
+    void eventsAreNeverConsumed();
+
+    void edges_data();
+    void edges();
+    void edgesWithoutShadow_data();
+    void edgesWithoutShadow();
+    void fixedSizeHasNoEdges();
+    void fixedWidthLeavesTheHeightFree();
+    void cursorOfTheEdgeIsTakenBack();
+    void maximisedWindowHasNoEdges();
+
+    void resizing_data();
+    void resizing();
+    void minimumSizeHintCountsAsMinimum();
+    void otherButtonsDoNotResize();
+    void releaseEndsTheResizing();
+    void pressInsideDoesNotResize();
+
+    void windowGrabsTheMouseAtEdgesWithoutShadow();
+    void hoverIsReleasedBelow();
+
+    void movingFollowsTheCursor();
+    void shortPressDoesNotMove();
+    void otherButtonsDoNotMove();
+    void releaseOfAnotherButtonGoesOnMoving();
+    void edgeOfASelfMovingWindowResizes();
+    void doubleClickMaximisesAndRestores();
+    void doubleClickRestoresFromFullScreen();
+    void doubleClickIgnoresFixedSize();
+    void dragToTheTopMaximises_data();
+    void dragToTheTopMaximises();
+    void dragToTheTopIgnoresFixedSize();
+    void dragDownRestores_data();
+    void dragDownRestores();
+    void resizeOfABarHangsTheWindowFromItsMiddle();
+
+    void contentsMarginsFollowTheState();
+    void layoutMarginsFollowTheSheetsBorder();
+    void layoutMarginsAreLeftWithoutSheet();
+    void maximumSizeTakesTheMaximiseHint();
+    void plainEventsOfTypeResizeAreIgnored();
+
+    void shadowAlphas();
+    void frameIsDrawnAsMeant_data();
+    void frameIsDrawnAsMeant();
+    void partsAreDrawnAsInTheWhole_data();
+    void partsAreDrawnAsInTheWhole();
+
+    void barsMayDie();
+    void windowMayDieWhileItIsMaximised();
+    void delegateMayDieFirst();
+    void nullBarsAreSkipped();
+};
+
+void tst_KestFramelessDelegate::init()
+{
+    QCursor::setPos(10, 500);
+}
+
+void tst_KestFramelessDelegate::cursorShapes_data()
+{
+    QTest::addColumn<int>("directions");
+    QTest::addColumn<Qt::CursorShape>("shape");
+    const auto row = [](int directions, Qt::CursorShape shape) {
+        QTest::addRow("0x%x", directions) << directions << shape;
+    };
+    row(0x0, Qt::ArrowCursor);
+    row(0x1, Qt::SizeVerCursor);
+    row(0x2, Qt::SizeVerCursor);
+    row(0x3, Qt::SizeVerCursor);
+    row(0x4, Qt::SizeHorCursor);
+    row(0x8, Qt::SizeHorCursor);
+    row(0xc, Qt::SizeHorCursor);
+    row(0x5, Qt::SizeFDiagCursor); // top left
+    row(0xa, Qt::SizeFDiagCursor); // bottom right
+    row(0x9, Qt::SizeBDiagCursor); // top right
+    row(0x6, Qt::SizeBDiagCursor); // bottom left
+    for (const int three : { 0x7, 0xb, 0xd, 0xe, 0xf })
+        row(three, Qt::SizeBDiagCursor);
+}
+
+void tst_KestFramelessDelegate::cursorShapes()
+{
+    QFETCH(int, directions);
+    QFETCH(Qt::CursorShape, shape);
+    QCOMPARE(cursorShape(QFlags<Direction>(directions)).shape(), shape);
+    QCOMPARE(int(Top), 0x1);
+    QCOMPARE(int(Bottom), 0x2);
+    QCOMPARE(int(Left), 0x4);
+    QCOMPARE(int(Right), 0x8);
+}
+
+void tst_KestFramelessDelegate::windowFlagsAreReplaced()
+{
+    QWidget widget(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint);
+    const KestFramelessDelegate delegate(&widget, nullptr);
+    // The type of a window without a parent comes back by itself.
+    QCOMPARE(widget.windowFlags() & ~Qt::WindowType_Mask, Qt::WindowFlags(0x0800C800));
+    QCOMPARE(widget.windowType(), Qt::Window);
+    QVERIFY(widget.testAttribute(Qt::WA_TranslucentBackground));
+    QVERIFY(widget.testAttribute(Qt::WA_Hover));
+    QCOMPARE(delegate.parent(), &widget);
+
+    QWidget parent;
+    auto *child = new QWidget(&parent, Qt::Tool);
+    new KestFramelessDelegate(child, nullptr);
+    QCOMPARE(child->windowFlags(), Qt::WindowFlags(0x0800C800));
+}
+
+void tst_KestFramelessDelegate::startsWithShadow()
+{
+    Host host;
+    QVERIFY(!host.delegate->shadowless());
+    host.show();
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+}
+
+void tst_KestFramelessDelegate::shadowIsSwitchedOffAndOn()
+{
+    Host host;
+    host.show();
+    host.delegate->setShadowless(true);
+    QVERIFY(host.delegate->shadowless());
+    QVERIFY(!host.testAttribute(Qt::WA_TranslucentBackground));
+    QCOMPARE(host.contentsMargins(), QMargins());
+    host.delegate->setShadowless(false);
+    QVERIFY(!host.delegate->shadowless());
+    QVERIFY(host.testAttribute(Qt::WA_TranslucentBackground));
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+}
+
+void tst_KestFramelessDelegate::shadowOfAMaximisedWindowLeavesTheMargins()
+{
+    Host host;
+    host.showMaximized();
+    QCOMPARE(host.contentsMargins(), QMargins());
+    host.delegate->setShadowless(true);
+    host.delegate->setShadowless(false);
+    QCOMPARE(host.contentsMargins(), QMargins());
+    host.showNormal();
+    host.setGeometry(WindowRect.adjusted(0, 0, 1, 1));
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+}
+
+void tst_KestFramelessDelegate::barsOfTheListMoveTheWindow()
+{
+    QWidget window;
+    window.setGeometry(WindowRect);
+    QWidget first(&window);
+    QWidget second(&window);
+    second.move(0, 100);
+    KestFramelessDelegate delegate(&window, QList<QWidget *> { &first, nullptr, &second });
+    window.show();
+    QVERIFY(movesItsWindow(&first));
+    QVERIFY(movesItsWindow(&second));
+}
+
+void tst_KestFramelessDelegate::addedAndRemovedBars()
+{
+    Host host;
+    auto *other = new QWidget(&host);
+    other->setGeometry(20, 100, 100, 40);
+    host.show();
+    QVERIFY(!movesItsWindow(other));
+    host.delegate->addMoveBar(other);
+    QVERIFY(movesItsWindow(other));
+    host.delegate->removeMoveBar(other);
+    QVERIFY(!movesItsWindow(other));
+    host.delegate->removeMoveBar(host.bar);
+    QVERIFY(!movesItsWindow(host.bar));
+}
+
+void tst_KestFramelessDelegate::barAddedTwiceIsRemovedAtOnce()
+{
+    Host host;
+    host.show();
+    host.delegate->addMoveBar(host.bar);
+    host.delegate->addMoveBar(host.bar);
+    host.delegate->removeMoveBar(host.bar);
+    QVERIFY(!movesItsWindow(host.bar));
+}
+
+void tst_KestFramelessDelegate::removingTheWindowItselfGivesUpTheFrame()
+{
+    Host host;
+    host.show();
+    host.delegate->removeMoveBar(&host);
+    hover(&host, WindowRect.topLeft());
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+}
+
+void tst_KestFramelessDelegate::eventsAreNeverConsumed()
+{
+    Host host;
+    host.show();
+    for (const QEvent::Type type : { QEvent::MouseButtonPress, QEvent::MouseMove,
+                                     QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick }) {
+        for (QWidget *widget : { static_cast<QWidget *>(&host), host.bar }) {
+            QMouseEvent event(type, QPointF(2, 2), widget->mapToGlobal(QPoint(2, 2)),
+                              Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QVERIFY(!host.delegate->eventFilter(widget, &event));
+        }
+    }
+    for (const QEvent::Type type : { QEvent::WindowActivate, QEvent::WindowDeactivate,
+                                     QEvent::StyleChange, QEvent::Show, QEvent::Hide }) {
+        QEvent event(type);
+        QVERIFY(!host.delegate->eventFilter(&host, &event));
+        QVERIFY(!host.delegate->eventFilter(host.bar, &event));
+    }
+}
+
+void tst_KestFramelessDelegate::edges_data()
+{
+    QTest::addColumn<QPoint>("point");
+    QTest::addColumn<int>("directions");
+
+    // 400 x 300 at (300, 200): the last column is 699, the last row 499; the band is 8 wide and its
+    // inner bound counts in.
+    const auto row = [](const char *name, int x, int y, int directions) {
+        QTest::newRow(name) << QPoint(x, y) << directions;
+    };
+    row("inside", 500, 350, 0);
+    row("outer left", 300, 350, Left);
+    row("inner left", 308, 350, Left);
+    row("past left", 309, 350, 0);
+    row("outside left", 299, 350, 0);
+    row("outer right", 699, 350, Right);
+    row("inner right", 691, 350, Right);
+    row("past right", 690, 350, 0);
+    row("outside right", 700, 350, 0);
+    row("outer top", 500, 200, Top);
+    row("inner top", 500, 208, Top);
+    row("past top", 500, 209, 0);
+    row("outside top", 500, 199, 0);
+    row("outer bottom", 500, 499, Bottom);
+    row("inner bottom", 500, 491, Bottom);
+    row("past bottom", 500, 490, 0);
+    row("outside bottom", 500, 500, 0);
+    row("top left", 308, 208, Top | Left);
+    row("top right", 691, 208, Top | Right);
+    row("bottom left", 308, 491, Bottom | Left);
+    row("bottom right", 691, 491, Bottom | Right);
+}
+
+void tst_KestFramelessDelegate::edges()
+{
+    QFETCH(QPoint, point);
+    QFETCH(int, directions);
+    Host host;
+    host.show();
+    hover(&host, point);
+    QCOMPARE(host.cursor().shape(), cursorShape(QFlags<Direction>(directions)).shape());
+}
+
+void tst_KestFramelessDelegate::edgesWithoutShadow_data()
+{
+    QTest::addColumn<QPoint>("point");
+    QTest::addColumn<int>("directions");
+    QTest::newRow("inner left") << QPoint(305, 350) << int(Left);
+    QTest::newRow("past left") << QPoint(306, 350) << 0;
+    QTest::newRow("inner right") << QPoint(694, 350) << int(Right);
+    QTest::newRow("past right") << QPoint(693, 350) << 0;
+    QTest::newRow("inner top") << QPoint(500, 205) << int(Top);
+    QTest::newRow("past top") << QPoint(500, 206) << 0;
+    QTest::newRow("inner bottom") << QPoint(500, 494) << int(Bottom);
+    QTest::newRow("past bottom") << QPoint(500, 493) << 0;
+}
+
+void tst_KestFramelessDelegate::edgesWithoutShadow()
+{
+    QFETCH(QPoint, point);
+    QFETCH(int, directions);
+    Host host;
+    host.delegate->setShadowless(true);
+    host.show();
+    hover(&host, point);
+    QCOMPARE(host.cursor().shape(), cursorShape(QFlags<Direction>(directions)).shape());
+}
+
+void tst_KestFramelessDelegate::fixedSizeHasNoEdges()
+{
+    Host host;
+    host.setFixedSize(400, 300);
+    host.show();
+    for (const QPoint &point : { QPoint(300, 200), QPoint(699, 499), QPoint(300, 350) }) {
+        hover(&host, point);
+        QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    }
+}
+
+void tst_KestFramelessDelegate::fixedWidthLeavesTheHeightFree()
+{
+    Host host;
+    host.setFixedWidth(400);
+    host.show();
+    hover(&host, QPoint(300, 350));
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    hover(&host, QPoint(300, 200));
+    QCOMPARE(host.cursor().shape(), Qt::SizeVerCursor);
+    dragEdge(&host, QPoint(300, 499), QPoint(350, 551));
+    QCOMPARE(host.geometry(), QRect(300, 200, 400, 551 - 200 + 8));
+}
+
+void tst_KestFramelessDelegate::cursorOfTheEdgeIsTakenBack()
+{
+    Host host;
+    host.show();
+    hover(&host, QPoint(300, 350));
+    QCOMPARE(host.cursor().shape(), Qt::SizeHorCursor);
+    hover(&host, QPoint(500, 350));
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    // The window's cursor is the delegate's: one that somebody else has set does not stay.
+    host.setCursor(Qt::WaitCursor);
+    hover(&host, QPoint(501, 350));
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+}
+
+void tst_KestFramelessDelegate::maximisedWindowHasNoEdges()
+{
+    for (const Qt::WindowState state : { Qt::WindowMaximized, Qt::WindowFullScreen }) {
+        Host host;
+        host.setWindowState(state);
+        host.show();
+        hover(&host, host.geometry().topLeft());
+        QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+        const QRect geometry = host.geometry();
+        dragEdge(&host, geometry.bottomRight(), geometry.bottomRight() - QPoint(50, 50));
+        QCOMPARE(host.geometry(), geometry);
+    }
+}
+
+void tst_KestFramelessDelegate::resizing_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<QRect>("geometry");
+
+    // The window's edge stands eight pixels outside of the cursor, where the shadow ends. Minimum
+    // 200 x 150, maximum 600 x 450.
+    const auto row = [](const char *name, QPoint from, QPoint to, int left, int top, int right,
+                        int bottom) {
+        QTest::newRow(name) << from << to << QRect(QPoint(left, top), QPoint(right, bottom));
+    };
+    row("left", { 300, 350 }, { 260, 360 }, 252, 200, 699, 499);
+    row("right", { 699, 350 }, { 740, 360 }, 300, 200, 747, 499);
+    row("top", { 500, 200 }, { 510, 180 }, 300, 172, 699, 499);
+    row("bottom", { 500, 499 }, { 510, 540 }, 300, 200, 699, 547);
+    row("top left", { 300, 200 }, { 280, 190 }, 272, 182, 699, 499);
+    row("top right", { 699, 200 }, { 720, 190 }, 300, 182, 727, 499);
+    row("bottom left", { 300, 499 }, { 280, 520 }, 272, 200, 699, 527);
+    row("bottom right", { 699, 499 }, { 720, 520 }, 300, 200, 727, 527);
+    // At the minimum the left and top edges leave one pixel more than the right and bottom ones.
+    row("left to the minimum", { 300, 350 }, { 690, 350 }, 499, 200, 699, 499);
+    row("right to the minimum", { 699, 350 }, { 310, 350 }, 300, 200, 499, 499);
+    row("top to the minimum", { 500, 200 }, { 500, 490 }, 300, 349, 699, 499);
+    row("bottom to the minimum", { 500, 499 }, { 500, 210 }, 300, 200, 699, 349);
+    row("left to the maximum", { 300, 350 }, { 10, 350 }, 100, 200, 699, 499);
+    row("right to the maximum", { 699, 350 }, { 1200, 350 }, 300, 200, 899, 499);
+    row("top to the maximum", { 500, 200 }, { 500, 5 }, 300, 50, 699, 499);
+    row("bottom to the maximum", { 500, 499 }, { 500, 900 }, 300, 200, 699, 649);
+}
+
+void tst_KestFramelessDelegate::resizing()
+{
+    QFETCH(QPoint, from);
+    QFETCH(QPoint, to);
+    QFETCH(QRect, geometry);
+    Host host;
+    host.setMinimumSize(200, 150);
+    host.setMaximumSize(600, 450);
+    host.show();
+    dragEdge(&host, from, to);
+    QCOMPARE(host.geometry(), geometry);
+}
+
+void tst_KestFramelessDelegate::minimumSizeHintCountsAsMinimum()
+{
+    Host host;
+    host.setMinimumSize(100, 250);
+    host.hint = QSize(220, 120);
+    host.show();
+    dragEdge(&host, QPoint(699, 499), QPoint(310, 210));
+    QCOMPARE(host.size(), QSize(220, 250));
+}
+
+void tst_KestFramelessDelegate::otherButtonsDoNotResize()
+{
+    Host host;
+    host.show();
+    hover(&host, QPoint(699, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350), Qt::RightButton);
+    hover(&host, QPoint(740, 350));
+    QCOMPARE(host.geometry(), WindowRect);
+}
+
+void tst_KestFramelessDelegate::releaseEndsTheResizing()
+{
+    Host host;
+    host.show();
+    hover(&host, QPoint(699, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350));
+    hover(&host, QPoint(720, 350));
+    QCOMPARE(host.width(), 428);
+    sendMouse(&host, QEvent::MouseButtonRelease, QPoint(720, 350), Qt::RightButton);
+    hover(&host, QPoint(730, 350));
+    QCOMPARE(host.width(), 438);
+    // The edge is looked for anew; it begins at 729, and fractions of a pixel are rounded.
+    sendMouse(&host, QEvent::MouseButtonRelease, QPointF(728.6, 350));
+    QCOMPARE(host.cursor().shape(), Qt::SizeHorCursor);
+    sendMouse(&host, QEvent::MouseButtonRelease, QPointF(728.4, 350));
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    hover(&host, QPoint(600, 350));
+    QCOMPARE(host.width(), 438);
+}
+
+void tst_KestFramelessDelegate::pressInsideDoesNotResize()
+{
+    Host host;
+    host.show();
+    dragEdge(&host, QPoint(500, 350), QPoint(540, 380));
+    QCOMPARE(host.geometry(), WindowRect);
+}
+
+void tst_KestFramelessDelegate::windowGrabsTheMouseAtEdgesWithoutShadow()
+{
+    Host host;
+    host.show();
+    hover(&host, QPoint(300, 350));
+    QVERIFY(!QWidget::mouseGrabber());
+    hover(&host, QPoint(500, 350));
+
+    host.delegate->setShadowless(true);
+    hover(&host, QPoint(300, 350));
+    QCOMPARE(QWidget::mouseGrabber(), &host);
+    hover(&host, QPoint(300, 200)); // from one edge to the next
+    QCOMPARE(QWidget::mouseGrabber(), &host);
+    EventCounter counter(host.bar);
+    host.bar->setAttribute(Qt::WA_UnderMouse);
+    hover(&host, QPoint(500, 350));
+    QVERIFY(!QWidget::mouseGrabber());
+    QCOMPARE(counter.count(QEvent::Leave), 1);
+
+    // A drag that ends off the edge lets go as well.
+    hover(&host, QPoint(300, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(300, 350));
+    QCOMPARE(QWidget::mouseGrabber(), &host);
+    host.bar->setAttribute(Qt::WA_UnderMouse);
+    sendMouse(&host, QEvent::MouseButtonRelease, QPoint(500, 350));
+    QVERIFY(!QWidget::mouseGrabber());
+    QCOMPARE(counter.count(QEvent::Leave), 2);
+}
+
+void tst_KestFramelessDelegate::hoverIsReleasedBelow()
+{
+    QWidget top;
+    auto *plain = new QWidget(&top);
+    auto *nested = new QWidget(plain);
+    auto *hovered = new QWidget(&top);
+    new QObject(&top);
+    top.resize(300, 200);
+    plain->setGeometry(0, 0, 100, 100);
+    hovered->setGeometry(150, 0, 100, 100);
+    nested->setAttribute(Qt::WA_UnderMouse);
+    hovered->setAttribute(Qt::WA_UnderMouse);
+    top.setAttribute(Qt::WA_UnderMouse);
+    top.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&top));
+    QTest::qWait(20);
+    EventCounter plainCounter(plain);
+    EventCounter nestedCounter(nested);
+    EventCounter hoveredCounter(hovered);
+    EventCounter topCounter(&top);
+
+    releaseHover(&top);
+
+    QCOMPARE(plainCounter.count(QEvent::Leave), 0);
+    QCOMPARE(nestedCounter.count(QEvent::Leave), 1);
+    QCOMPARE(hoveredCounter.count(QEvent::Leave), 1);
+    QCOMPARE(topCounter.count(QEvent::Leave), 0);
+    QCOMPARE(nestedCounter.count(QEvent::Paint), 1); // at once, not posted
+    QCOMPARE(hoveredCounter.count(QEvent::Paint), 1);
+    QVERIFY(!nested->underMouse());
+    QVERIFY(top.testAttribute(Qt::WA_UnderMouse));
+}
+
+void tst_KestFramelessDelegate::movingFollowsTheCursor()
+{
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QCOMPARE(QWidget::mouseGrabber(), host.bar);
+    QTest::qSleep(ClickMs);
+    for (const QPoint &step : { QPoint(5, 0), QPoint(40, 30), QPoint(-120, 80), QPoint(0, 0) }) {
+        QCursor::setPos(start + step);
+        sendMouse(host.bar, QEvent::MouseMove, start + step);
+        QCOMPARE(host.pos(), WindowRect.topLeft() + step);
+    }
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start);
+    QVERIFY(!QWidget::mouseGrabber());
+    QCursor::setPos(start + QPoint(50, 50));
+    sendMouse(host.bar, QEvent::MouseMove, start + QPoint(50, 50));
+    QCOMPARE(host.pos(), WindowRect.topLeft());
+}
+
+void tst_KestFramelessDelegate::shortPressDoesNotMove()
+{
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    const QPoint away = start + QPoint(20, 20);
+    QPoint shortlyAfter;
+    QElapsedTimer timer;
+    // On a busy machine a press may turn out too long: then it is tried again.
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        host.move(WindowRect.topLeft());
+        QCursor::setPos(start);
+        timer.start();
+        sendMouse(host.bar, QEvent::MouseButtonPress, start);
+        QCursor::setPos(away);
+        sendMouse(host.bar, QEvent::MouseMove, away);
+        shortlyAfter = host.pos();
+        if (timer.elapsed() < 50)
+            break;
+    }
+    QCOMPARE(shortlyAfter, WindowRect.topLeft());
+    QTest::qSleep(ClickMs);
+    sendMouse(host.bar, QEvent::MouseMove, away);
+    QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(20, 20));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, away);
+}
+
+void tst_KestFramelessDelegate::otherButtonsDoNotMove()
+{
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start, Qt::RightButton);
+    QVERIFY(!QWidget::mouseGrabber());
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(start + QPoint(20, 20));
+    sendMouse(host.bar, QEvent::MouseMove, start + QPoint(20, 20), Qt::RightButton);
+    QCOMPARE(host.pos(), WindowRect.topLeft());
+}
+
+void tst_KestFramelessDelegate::releaseOfAnotherButtonGoesOnMoving()
+{
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start, Qt::RightButton);
+    QCOMPARE(QWidget::mouseGrabber(), host.bar);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(start + QPoint(20, 20));
+    sendMouse(host.bar, QEvent::MouseMove, start + QPoint(20, 20));
+    QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(20, 20));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start);
+}
+
+void tst_KestFramelessDelegate::edgeOfASelfMovingWindowResizes()
+{
+    Host host;
+    host.delegate->addMoveBar(&host);
+    host.show();
+    hover(&host, QPoint(699, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350));
+    QVERIFY(!QWidget::mouseGrabber());
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(720, 370);
+    sendMouse(&host, QEvent::MouseMove, QPoint(720, 370));
+    QCOMPARE(host.pos(), WindowRect.topLeft());
+    hover(&host, QPoint(720, 370));
+    QCOMPARE(host.geometry(), QRect(300, 200, 428, 300));
+    sendMouse(&host, QEvent::MouseButtonRelease, QPoint(600, 370));
+
+    // And from its inside it is moved.
+    hover(&host, QPoint(500, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(500, 350));
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(510, 370);
+    sendMouse(&host, QEvent::MouseMove, QPoint(510, 370));
+    QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(10, 20));
+    sendMouse(&host, QEvent::MouseButtonRelease, QPoint(510, 370));
+}
+
+void tst_KestFramelessDelegate::doubleClickMaximisesAndRestores()
+{
+    Host host;
+    host.show();
+    const QPoint point = host.bar->mapToGlobal(QPoint(30, 10));
+    sendMouse(host.bar, QEvent::MouseButtonDblClick, point);
+    QVERIFY(host.isMaximized());
+    sendMouse(host.bar, QEvent::MouseButtonDblClick, point, Qt::RightButton);
+    QVERIFY(!host.isMaximized());
+    QCOMPARE(host.geometry(), WindowRect);
+    // Elsewhere it means nothing.
+    sendMouse(&host, QEvent::MouseButtonDblClick, QPoint(500, 400));
+    QVERIFY(!host.isMaximized());
+}
+
+void tst_KestFramelessDelegate::doubleClickRestoresFromFullScreen()
+{
+    Host host;
+    host.showFullScreen();
+    sendMouse(host.bar, QEvent::MouseButtonDblClick, QPoint(30, 10));
+    QCOMPARE(host.windowState(), Qt::WindowNoState);
+}
+
+void tst_KestFramelessDelegate::doubleClickIgnoresFixedSize()
+{
+    Host host;
+    host.setFixedSize(400, 300);
+    host.show();
+    sendMouse(host.bar, QEvent::MouseButtonDblClick, host.bar->mapToGlobal(QPoint(30, 10)));
+    QVERIFY(!host.isMaximized());
+}
+
+void tst_KestFramelessDelegate::dragToTheTopMaximises_data()
+{
+    QTest::addColumn<int>("y");
+    QTest::addColumn<bool>("maximised");
+    QTest::newRow("row 0") << 0 << true;
+    QTest::newRow("row 4") << 4 << true;
+    QTest::newRow("row 5") << 5 << false;
+}
+
+void tst_KestFramelessDelegate::dragToTheTopMaximises()
+{
+    QFETCH(int, y);
+    QFETCH(bool, maximised);
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(start.x(), y);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(start.x(), y));
+    // It was moved at first; maximised it is once the event is through.
+    QVERIFY(!host.isMaximized());
+    QCOMPARE(host.y(), WindowRect.y() + y - start.y());
+    QCoreApplication::processEvents();
+    QCOMPARE(host.isMaximized(), maximised);
+    sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(start.x(), y));
+}
+
+void tst_KestFramelessDelegate::dragToTheTopIgnoresFixedSize()
+{
+    Host host;
+    host.setFixedSize(400, 300);
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(start.x(), 0);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(start.x(), 0));
+    QCoreApplication::processEvents();
+    QVERIFY(!host.isMaximized());
+    sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(start.x(), 0));
+}
+
+void tst_KestFramelessDelegate::dragDownRestores_data()
+{
+    QTest::addColumn<Qt::WindowState>("state");
+    QTest::newRow("maximised") << Qt::WindowMaximized;
+    QTest::newRow("full screen") << Qt::WindowFullScreen;
+}
+
+void tst_KestFramelessDelegate::dragDownRestores()
+{
+    QFETCH(Qt::WindowState, state);
+    Host host;
+    host.setWindowState(state);
+    host.show();
+    QCursor::setPos(200, 20);
+    sendMouse(host.bar, QEvent::MouseButtonPress, QPoint(200, 20));
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(200, 4);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(200, 4));
+    QCOMPARE(host.windowState(), Qt::WindowStates(state));
+    QCursor::setPos(200, 5);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(200, 5));
+    QCOMPARE(host.windowState(), Qt::WindowNoState);
+    // From now on the cursor stays at the middle of the bar, which is 384 x 40.
+    QCursor::setPos(420, 260);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(420, 260));
+    QCOMPARE(host.pos(), QPoint(420 - 192, 260 - 20));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(420, 260));
+}
+
+void tst_KestFramelessDelegate::resizeOfABarHangsTheWindowFromItsMiddle()
+{
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    host.bar->resize(201, 31);
+    sendMouse(host.bar, QEvent::MouseMove, start);
+    QCOMPARE(host.pos(), start - QPoint(100, 15));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start);
+}
+
+void tst_KestFramelessDelegate::contentsMarginsFollowTheState()
+{
+    Host host;
+    host.show();
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+    host.showMaximized();
+    QTRY_COMPARE(host.contentsMargins(), QMargins());
+    host.showNormal();
+    QTRY_COMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+    host.showFullScreen();
+    QTRY_COMPARE(host.contentsMargins(), QMargins());
+}
+
+void tst_KestFramelessDelegate::layoutMarginsFollowTheSheetsBorder()
+{
+    Host host;
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(20, 20, 20, 20);
+    host.show();
+    host.setStyleSheet(QStringLiteral("Host { border: 3px solid red; border-left-width: 5px; }"));
+    QCOMPARE(layout->contentsMargins(), QMargins(5, 3, 3, 3));
+    host.showMaximized();
+    QTRY_COMPARE(layout->contentsMargins(), QMargins());
+    host.showNormal();
+    QTRY_COMPARE(layout->contentsMargins(), QMargins(5, 3, 3, 3));
+    host.showFullScreen();
+    QTRY_COMPARE(host.contentsMargins(), QMargins());
+    QCOMPARE(layout->contentsMargins(), QMargins(5, 3, 3, 3));
+
+    for (const QEvent::Type type : { QEvent::WindowActivate, QEvent::WindowDeactivate }) {
+        layout->setContentsMargins(20, 20, 20, 20);
+        QEvent event(type);
+        QCoreApplication::sendEvent(&host, &event);
+        QCOMPARE(layout->contentsMargins(), QMargins(5, 3, 3, 3));
+    }
+}
+
+void tst_KestFramelessDelegate::layoutMarginsAreLeftWithoutSheet()
+{
+    Host host;
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(20, 21, 22, 23);
+    host.show();
+    host.resize(500, 400);
+    QCOMPARE(layout->contentsMargins(), QMargins(20, 21, 22, 23));
+}
+
+void tst_KestFramelessDelegate::maximumSizeTakesTheMaximiseHint()
+{
+    const QSize sizes[] = { QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), QSize(500, QWIDGETSIZE_MAX),
+                            QSize(QWIDGETSIZE_MAX, 500) };
+    for (const QSize &size : sizes) {
+        Host host;
+        host.setMaximumSize(size);
+        QVERIFY(host.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+        host.show();
+        const bool expected = size == sizes[0];
+        QCOMPARE(host.windowFlags().testFlag(Qt::WindowMaximizeButtonHint), expected);
+        QCOMPARE(host.windowHandle()->flags().testFlag(Qt::WindowMaximizeButtonHint), expected);
+        QVERIFY(host.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+        QVERIFY(host.isVisible());
+    }
+    // The end of a surface is not its beginning.
+    Host host;
+    host.show();
+    host.setMaximumSize(500, 500);
+    QPlatformSurfaceEvent event(QPlatformSurfaceEvent::SurfaceAboutToBeDestroyed);
+    host.delegate->eventFilter(&host, &event);
+    QVERIFY(host.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+}
+
+void tst_KestFramelessDelegate::plainEventsOfTypeResizeAreIgnored()
+{
+    Host host;
+    auto *layout = new QVBoxLayout(&host);
+    host.setStyleSheet(QStringLiteral("Host { border: 3px solid red; }"));
+    host.show();
+    QCoreApplication::processEvents();
+    const QMargins margins(20, 21, 22, 23);
+    layout->setContentsMargins(margins);
+    QEvent event(QEvent::Resize);
+    QVERIFY(!host.delegate->eventFilter(&host, &event));
+    QVERIFY(!host.delegate->eventFilter(host.bar, &event));
+    QCOMPARE(layout->contentsMargins(), margins);
+    QResizeEvent resize(host.size(), host.size());
+    QVERIFY(!host.delegate->eventFilter(&host, &resize));
+    QCOMPARE(layout->contentsMargins(), QMargins(3, 3, 3, 3));
+}
+
+void tst_KestFramelessDelegate::shadowAlphas()
+{
+    Host host;
+    host.bar->hide();
+    host.show();
+    const QImage image = rendered(&host, 1.0);
+    // Of an outline along pixel edges antialiasing gives half to the pixels on either side; the
+    // sum over a row through the left shadow is the sum of all outlines.
+    int sum = 0;
+    for (int x = 0; x < 8; ++x)
+        sum += qAlpha(image.pixel(x, 150));
+    // Outlines at 1 to 7 lie within these columns, that at 8 by half.
+    QVERIFY2(qAbs(sum - (0 + 3 + 8 + 13 + 20 + 28 + 40 + 30)) <= 8,
+             qPrintable(QString::number(sum)));
+    QCOMPARE(qAlpha(image.pixel(0, 150)), 0);
+    int last = 0;
+    for (int x = 0; x < 8; ++x) {
+        QVERIFY(qAlpha(image.pixel(x, 150)) >= last);
+        last = qAlpha(image.pixel(x, 150));
+    }
+    QCOMPARE(qAlpha(image.pixel(9, 150)), 255);
+}
+
+void tst_KestFramelessDelegate::frameIsDrawnAsMeant_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<bool>("bordered");
+    QTest::addColumn<bool>("shadowless");
+    QTest::addColumn<bool>("maximised");
+    for (const qreal ratio : { 1.0, 1.5, 2.0 }) {
+        for (const bool bordered : { false, true }) {
+            for (const bool shadowless : { false, true }) {
+                for (const bool maximised : { false, true }) {
+                    QTest::addRow("%d%%%s%s%s", int(ratio * 100), bordered ? ", border" : "",
+                                  shadowless ? ", shadowless" : "", maximised ? ", maximised" : "")
+                        << ratio << bordered << shadowless << maximised;
+                }
+            }
+        }
+    }
+}
+
+void tst_KestFramelessDelegate::frameIsDrawnAsMeant()
+{
+    QFETCH(qreal, ratio);
+    QFETCH(bool, bordered);
+    QFETCH(bool, shadowless);
+    QFETCH(bool, maximised);
+    Host host;
+    host.bar->hide();
+    new QVBoxLayout(&host);
+    host.layout()->setContentsMargins(0, 0, 0, 0);
+    QPalette palette = host.palette();
+    palette.setColor(QPalette::Window, QColor(200, 230, 255));
+    host.setPalette(palette);
+    host.delegate->setShadowless(shadowless);
+    if (bordered) {
+        host.setStyleSheet(QStringLiteral(
+            "Host { border: 3px solid #123456; border-radius: 6px; background: #FEDCBA }"));
+    }
+    if (maximised)
+        host.showMaximized();
+    else
+        host.show();
+    host.activateWindow();
+    // With a shadow the image is as wide as the layout's margins on top of it.
+    const QImage expected = expectedFrame(&host, shadowless ? 0 : 8, !maximised, ratio);
+    QCOMPARE(rendered(&host, ratio), expected);
+}
+
+void tst_KestFramelessDelegate::partsAreDrawnAsInTheWhole_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QRect>("part");
+    for (const qreal ratio : { 1.0, 1.25, 1.5, 1.75, 2.0 }) {
+        for (const QRect &part :
+             { QRect(0, 0, 20, 20), QRect(3, 5, 31, 17), QRect(377, 281, 23, 19),
+               QRect(150, 100, 40, 24), QRect(1, 133, 9, 3) }) {
+            QTest::addRow("%d%% %d,%d", int(ratio * 100), part.x(), part.y()) << ratio << part;
+        }
+    }
+}
+
+void tst_KestFramelessDelegate::partsAreDrawnAsInTheWhole()
+{
+    QFETCH(qreal, ratio);
+    QFETCH(QRect, part);
+    Host host;
+    host.bar->hide();
+    host.setStyleSheet(
+        QStringLiteral("Host { border: 2px dashed #123456; background: qlineargradient("
+                       "x1:0, y1:0, x2:1, y2:1, stop:0 #FFFFFF, stop:1 #204060) }"));
+    host.show();
+    const QImage whole = rendered(&host, ratio);
+    const QImage single = rendered(&host, ratio, part);
+    // The part's pixels that lie fully inside of it.
+    const QRect pixels(
+        QPoint(int(std::ceil(part.left() * ratio)), int(std::ceil(part.top() * ratio))),
+        QPoint(int((part.right() + 1) * ratio) - 1, int((part.bottom() + 1) * ratio) - 1));
+    QVERIFY(pixels.isValid());
+    // A gradient's colours are interpolated from where the painter starts: one level is rounding.
+    QVERIFY2(
+        greatestDifference(single.copy(pixels), whole.copy(pixels)) <= 1,
+        qPrintable(QString::number(greatestDifference(single.copy(pixels), whole.copy(pixels)))));
+}
+
+void tst_KestFramelessDelegate::barsMayDie()
+{
+    Host host;
+    host.show();
+    auto *other = new QWidget(&host);
+    host.delegate->addMoveBar(other);
+    const QPoint point = host.bar->mapToGlobal(QPoint(30, 10));
+    sendMouse(host.bar, QEvent::MouseButtonPress, point);
+    delete host.bar;
+    QVERIFY(!QWidget::mouseGrabber());
+    delete other;
+    auto *replacement = new QWidget(&host);
+    replacement->setGeometry(8, 8, 100, 40);
+    QVERIFY(!movesItsWindow(replacement));
+    host.delegate->addMoveBar(replacement);
+    QVERIFY(movesItsWindow(replacement));
+}
+
+void tst_KestFramelessDelegate::windowMayDieWhileItIsMaximised()
+{
+    // A host that deletes its window when it hears that it is maximised.
+    class Suicidal : public Host
+    {
+    public:
+        bool event(QEvent *event) override
+        {
+            if (event->type() == QEvent::WindowStateChange)
+                deleteLater();
+            return Host::event(event);
+        }
+    };
+    QPointer<Host> host(new Suicidal);
+    host->show();
+    sendMouse(host->bar, QEvent::MouseButtonDblClick, host->bar->mapToGlobal(QPoint(30, 10)));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(host.isNull());
+}
+
+void tst_KestFramelessDelegate::delegateMayDieFirst()
+{
+    Host host;
+    host.show();
+    delete host.delegate;
+    QVERIFY(!movesItsWindow(host.bar));
+    hover(&host, WindowRect.topLeft());
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+}
+
+void tst_KestFramelessDelegate::nullBarsAreSkipped()
+{
+    QWidget window;
+    KestFramelessDelegate delegate(&window, static_cast<QWidget *>(nullptr));
+    delegate.addMoveBar(nullptr);
+    delegate.removeMoveBar(nullptr);
+    window.show();
+    QVERIFY(window.isVisible());
+    releaseHover(nullptr);
+}
+
+QTEST_MAIN(tst_KestFramelessDelegate)
+#include "tst_kestframelessdelegate.moc"
