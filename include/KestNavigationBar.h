@@ -43,8 +43,8 @@ class KEST_EXPORT KestNavigationBar : public QWidget
     Q_PROPERTY(QSize iconSize READ iconSize WRITE setIconSize NOTIFY iconSizeChanged)
 
 public:
-    /*! A group of entries. */
-    enum ActionPosition {
+    /*! A group of entries. Any other int is a position too, one without a group. */
+    enum ActionPosition : int {
         Left = 0, /*!< at the left edge */
         Center = 1, /*!< between two equal stretches */
         Right = 2 /*!< at the right edge */

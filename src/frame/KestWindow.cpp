@@ -44,8 +44,9 @@ bool saveBarSize(QWidget *widget)
 class KestWindowPrivate
 {
 public:
-    QPointer<KestTitleBar> titleBar;
-    QPointer<KestNavigationBar> navigationBar;
+    // Plain widgets, since that is all they still are to events that they send while they die.
+    QPointer<QWidget> titleBar;
+    QPointer<QWidget> navigationBar;
     QPointer<QStatusBar> statusBar;
     QPointer<QWidget> centralWidget;
     KestPlatformDelegate *delegate = nullptr;
@@ -135,12 +136,12 @@ KestTitleBar *KestWindow::titleBar() const
         auto *self = const_cast<KestWindow *>(this);
         self->setTitleBar(new KestTitleBar(self));
     }
-    return d->titleBar;
+    return static_cast<KestTitleBar *>(d->titleBar.data());
 }
 
 void KestWindow::setTitleBar(KestTitleBar *bar)
 {
-    KestTitleBar *const old = d->titleBar;
+    QWidget *const old = d->titleBar;
     if (old && old == bar)
         return;
     if (old) {
@@ -165,12 +166,12 @@ KestNavigationBar *KestWindow::navigationBar() const
         auto *self = const_cast<KestWindow *>(this);
         self->setNavigationBar(new KestNavigationBar(self));
     }
-    return d->navigationBar;
+    return static_cast<KestNavigationBar *>(d->navigationBar.data());
 }
 
 void KestWindow::setNavigationBar(KestNavigationBar *bar)
 {
-    KestNavigationBar *const old = d->navigationBar;
+    QWidget *const old = d->navigationBar;
     if (old && old == bar)
         return;
     if (old) {
@@ -213,13 +214,13 @@ void KestWindow::setStatusBar(QStatusBar *bar)
 
 QMenuBar *KestWindow::menuBar() const
 {
-    return d->titleBar ? d->titleBar->menuBar() : nullptr;
+    return d->titleBar ? titleBar()->menuBar() : nullptr;
 }
 
 void KestWindow::setMenuBar(QMenuBar *bar)
 {
     if (d->titleBar)
-        d->titleBar->setMenuBar(bar);
+        titleBar()->setMenuBar(bar);
 }
 
 QWidget *KestWindow::centralWidget() const
