@@ -46,7 +46,8 @@ void bench_Actions::addAndRemove()
     QList<QAction *> actions;
     for (int i = 0; i < ActionCount; ++i)
         actions.append(new QAction(QString::number(i), &window));
-    QBENCHMARK {
+    QBENCHMARK
+    {
         for (QAction *action : qAsConst(actions))
             widget->addAction(action);
         for (QAction *action : qAsConst(actions))

@@ -59,7 +59,8 @@ void bench_Repaint::smallChild()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
 
     child->paints = 0;
-    QBENCHMARK {
+    QBENCHMARK
+    {
         child->repaint();
     }
     QVERIFY(child->paints > 0);

@@ -66,7 +66,8 @@ void bench_ScaleSheet::defaultSheetTimes100()
     QFETCH(bool, onePass);
     const QString sheet = KestStyleSheet::defaultStyleSheet().repeated(100);
     QString result;
-    QBENCHMARK {
+    QBENCHMARK
+    {
         result = onePass ? KestStyleSheet::scaleSheet(sheet, Rate) : searchAndReplace(sheet, Rate);
     }
     QVERIFY(!result.isEmpty());
@@ -84,7 +85,8 @@ void bench_ScaleSheet::growingSheet()
     QFETCH(int, characters);
     const QString sheet = sheetOfSize(characters);
     QString result;
-    QBENCHMARK {
+    QBENCHMARK
+    {
         result = KestStyleSheet::scaleSheet(sheet, Rate);
     }
     QVERIFY(result.size() >= characters);

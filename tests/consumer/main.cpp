@@ -17,7 +17,7 @@ int main(int argc, char *argv[])
     window.navigationBar()->addAction(QStringLiteral("Action"), KestNavigationBar::Left);
     window.show();
     const bool themed = !app.styleSheet().isEmpty()
-            && QFile::exists(QStringLiteral(":/KestWidgets/Resources/loading.gif"));
+        && QFile::exists(QStringLiteral(":/KestWidgets/Resources/loading.gif"));
     QTimer::singleShot(0, &app, &QCoreApplication::quit);
     QCoreApplication::exec();
     return themed && window.titleBar()->isVisible() ? 0 : 1;
