@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestSwitchButton.h"
+
+#include <QtCore/QVariantAnimation>
+#include <QtCore/QtMath>
+#include <QtGui/QPaintEngine>
+#include <QtGui/QPainter>
+#include <QtGui/QPixmap>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionButton>
+
+namespace {
+
+const int MoveMs = 100; // the handle's way from end to end
+const int HandleInset = 1; // pixels between the track's edge and the handle
+
+QRect offHandle(const QSize &size)
+{
+    const int side = size.height() - 2 * HandleInset;
+    return { HandleInset, HandleInset, side, side };
+}
+
+QRect onHandle(const QSize &size)
+{
+    return offHandle(size).translated(size.width() - size.height(), 0);
+}
+
+} // namespace
+
+struct KestSwitchButtonPrivate
+{
+    QBrush uncheckedBackground = QColor(0xEE, 0xEE, 0xEE);
+    QColor uncheckedBackgroundBorderColor = QColor(0xE3, 0xE3, 0xE3);
+    QBrush uncheckedHandleBrush = QColor(0xFF, 0xFF, 0xFF);
+    QColor uncheckedHandleBorderColor = QColor(0xDE, 0xDE, 0xDE);
+    QBrush checkedBackground = QColor(0x32, 0x6C, 0xF3);
+    QColor checkedBackgroundBorderColor = Qt::transparent;
+    QBrush checkedHandleBrush = QColor(0xFF, 0xFF, 0xFF);
+    QColor checkedHandleBorderColor = Qt::transparent;
+    QVariantAnimation handleAnimation; // its value is the handle's rectangle
+    QSize cachedSizeHint;
+
+    void moveHandle(bool checked);
+    QPixmap picture(const QSize &size, qreal ratio, bool checked) const;
+};
+
+void KestSwitchButtonPrivate::moveHandle(bool checked)
+{
+    handleAnimation.setDirection(checked ? QAbstractAnimation::Forward
+                                         : QAbstractAnimation::Backward);
+    handleAnimation.start();
+}
+
+// A width that is no whole number of device pixels is rounded up, so that the picture reaches the
+// widget's edge without being stretched.
+QPixmap KestSwitchButtonPrivate::picture(const QSize &size, qreal ratio, bool checked) const
+{
+    QPixmap pixmap(qCeil(size.width() * ratio), qCeil(size.height() * ratio));
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    painter.setPen(checked ? checkedBackgroundBorderColor : uncheckedBackgroundBorderColor);
+    painter.setBrush(checked ? checkedBackground : uncheckedBackground);
+    const int radius = size.height() / 2;
+    painter.drawRoundedRect(QRect(QPoint(), size), radius, radius, Qt::AbsoluteSize);
+
+    painter.setPen(checked ? checkedHandleBorderColor : uncheckedHandleBorderColor);
+    painter.setBrush(checked ? checkedHandleBrush : uncheckedHandleBrush);
+    painter.drawEllipse(handleAnimation.currentValue().toRect());
+    return pixmap;
+}
+
+KestSwitchButton::KestSwitchButton(QWidget *parent)
+    : QAbstractButton(parent), d(new KestSwitchButtonPrivate)
+{
+    d->handleAnimation.setDuration(MoveMs);
+    setCheckable(true);
+    connect(this, &QAbstractButton::toggled, this,
+            [this](bool checked) { d->moveHandle(checked); });
+}
+
+KestSwitchButton::~KestSwitchButton()
+{
+    delete d;
+}
+
+QBrush KestSwitchButton::uncheckedBackground() const
+{
+    return d->uncheckedBackground;
+}
+
+void KestSwitchButton::setUncheckedBackground(const QBrush &brush)
+{
+    d->uncheckedBackground = brush;
+    update();
+}
+
+QColor KestSwitchButton::uncheckedBackgroundBorderColor() const
+{
+    return d->uncheckedBackgroundBorderColor;
+}
+
+void KestSwitchButton::setUncheckedBackgroundBorderColor(const QColor &color)
+{
+    d->uncheckedBackgroundBorderColor = color;
+    update();
+}
+
+QBrush KestSwitchButton::uncheckedHandleBrush() const
+{
+    return d->uncheckedHandleBrush;
+}
+
+void KestSwitchButton::setUncheckedHandleBrush(const QBrush &brush)
+{
+    d->uncheckedHandleBrush = brush;
+    update();
+}
+
+QColor KestSwitchButton::uncheckedHandleBorderColor() const
+{
+    return d->uncheckedHandleBorderColor;
+}
+
+void KestSwitchButton::setUncheckedHandleBorderColor(const QColor &color)
+{
+    d->uncheckedHandleBorderColor = color;
+    update();
+}
+
+QBrush KestSwitchButton::checkedBackground() const
+{
+    return d->checkedBackground;
+}
+
+void KestSwitchButton::setCheckedBackground(const QBrush &brush)
+{
+    d->checkedBackground = brush;
+    update();
+}
+
+QColor KestSwitchButton::checkedBackgroundBorderColor() const
+{
+    return d->checkedBackgroundBorderColor;
+}
+
+void KestSwitchButton::setCheckedBackgroundBorderColor(const QColor &color)
+{
+    d->checkedBackgroundBorderColor = color;
+    update();
+}
+
+QBrush KestSwitchButton::checkedHandleBrush() const
+{
+    return d->checkedHandleBrush;
+}
+
+void KestSwitchButton::setCheckedHandleBrush(const QBrush &brush)
+{
+    d->checkedHandleBrush = brush;
+    update();
+}
+
+QColor KestSwitchButton::checkedHandleBorderColor() const
+{
+    return d->checkedHandleBorderColor;
+}
+
+void KestSwitchButton::setCheckedHandleBorderColor(const QColor &color)
+{
+    d->checkedHandleBorderColor = color;
+    update();
+}
+
+QSize KestSwitchButton::sizeHint() const
+{
+    return minimumSizeHint();
+}
+
+QSize KestSwitchButton::minimumSizeHint() const
+{
+    if (d->cachedSizeHint.width() > 0 && d->cachedSizeHint.height() > 0)
+        return d->cachedSizeHint;
+
+    const QSize text = fontMetrics().size(Qt::TextShowMnemonic, QStringLiteral("XXXX"));
+    QStyleOptionButton option;
+    option.initFrom(this);
+    option.rect.setSize(text);
+    d->cachedSizeHint = style()->sizeFromContents(QStyle::CT_PushButton, &option, text, this);
+    return d->cachedSizeHint;
+}
+
+void KestSwitchButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    if (!painter.isActive())
+        return;
+    // What is painted on may be finer than the screen: a picture taken of the widget, say.
+    const qreal ratio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
+    const QPixmap picture = d->picture(size(), ratio, isChecked());
+
+    QStyleOption option;
+    option.initFrom(this);
+    const QIcon::Mode mode = isEnabled() ? QIcon::Normal : QIcon::Disabled;
+    const QPixmap styled = style()->generatedIconPixmap(mode, picture, &option);
+
+    const QSizeF target = QSizeF(picture.size()) / ratio;
+    painter.drawPixmap(QRectF(QPointF(), target), styled, styled.rect());
+}
+
+void KestSwitchButton::resizeEvent(QResizeEvent *event)
+{
+    QAbstractButton::resizeEvent(event);
+    d->handleAnimation.setStartValue(offHandle(size()));
+    d->handleAnimation.setEndValue(onHandle(size()));
+}
