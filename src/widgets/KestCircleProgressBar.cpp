@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestCircleProgressBar.h"
+
+#include "KestAccessibleProgress.h"
+
+#include <QtCore/QVariantAnimation>
+#include <QtGui/QPainter>
+#include <QtGui/QTextOption>
+
+#include <limits>
+
+namespace {
+
+// Angles are sixteenths of a degree, from three o'clock, and negative ones run clockwise.
+const int FullTurn = 360 * 16;
+const int TwelveOClock = -270 * 16;
+const int BusySpan = -270 * 16; // the busy arc at its longest
+const int GlideMs = 100;
+const int BusyTurnMs = 2000;
+
+// A value far out of its range gives an angle that no int holds; it is not drawn anyway.
+int truncated(double number)
+{
+    return int(qBound(double(std::numeric_limits<int>::min()), number,
+                      double(std::numeric_limits<int>::max())));
+}
+
+} // namespace
+
+struct KestCircleProgressBarPrivate
+{
+    int minimum = 0;
+    int maximum = 100;
+    int value = 24;
+    bool textVisible = true;
+    QString format = QStringLiteral("%p%");
+    QVariantAnimation spanAnimation; // the arc's span; while busy, the angle of its middle
+    QVariantAnimation busyAnimation; // the busy arc's span
+    int barWidth = 10;
+    QBrush barBrush = QColor(0x32, 0x6C, 0xF3);
+    QBrush backgroundBrush = QColor(0xEE, 0xEE, 0xEE);
+    Qt::PenCapStyle penCapStyle = Qt::FlatCap;
+
+    KestCircleProgressBarPrivate();
+    bool hasValueInRange() const;
+    double fraction() const;
+    int span() const;
+    void retarget();
+    QRectF arcRect(const QSize &size) const;
+};
+
+KestCircleProgressBarPrivate::KestCircleProgressBarPrivate()
+{
+    spanAnimation.setStartValue(span());
+    spanAnimation.setEndValue(span());
+
+    busyAnimation.setStartValue(BusySpan);
+    busyAnimation.setKeyValueAt(0.5, 0);
+    busyAnimation.setEndValue(BusySpan);
+    busyAnimation.setDuration(BusyTurnMs);
+    busyAnimation.setLoopCount(-1);
+}
+
+bool KestCircleProgressBarPrivate::hasValueInRange() const
+{
+    return value >= minimum && value <= maximum;
+}
+
+// How much of the range is done: 1 is all of it.
+double KestCircleProgressBarPrivate::fraction() const
+{
+    if (maximum == minimum)
+        return 1.0;
+    return (double(value) - minimum) / (double(maximum) - minimum);
+}
+
+int KestCircleProgressBarPrivate::span() const
+{
+    return truncated(fraction() * -FullTurn);
+}
+
+// The glide starts from the last target, not from where the arc is: start() leaves a running
+// animation alone, so that quick changes follow one another within one glide.
+void KestCircleProgressBarPrivate::retarget()
+{
+    if (minimum == 0 && maximum == 0) {
+        spanAnimation.setStartValue(FullTurn);
+        spanAnimation.setEndValue(-FullTurn);
+        spanAnimation.setDuration(BusyTurnMs);
+        spanAnimation.start();
+        spanAnimation.setLoopCount(-1);
+        busyAnimation.start();
+        return;
+    }
+
+    busyAnimation.stop();
+    spanAnimation.setDuration(GlideMs);
+    spanAnimation.setStartValue(spanAnimation.endValue());
+    spanAnimation.setEndValue(span());
+    spanAnimation.setLoopCount(1);
+    spanAnimation.start();
+}
+
+// The middle of the ring's stroke: the stroke touches the edges of the centred square.
+QRectF KestCircleProgressBarPrivate::arcRect(const QSize &size) const
+{
+    const int side = qMin(size.width(), size.height());
+    const qreal half = barWidth * 0.5;
+    const qreal left = (size.width() - side) / 2;
+    const qreal top = (size.height() - side) / 2;
+    return { left + half, top + half, qreal(side) - barWidth, qreal(side) - barWidth };
+}
+
+KestCircleProgressBar::KestCircleProgressBar(QWidget *parent)
+    : QWidget(parent), d(new KestCircleProgressBarPrivate)
+{
+    KestAccessibleProgress::install();
+    connect(&d->spanAnimation, &QVariantAnimation::valueChanged, this,
+            qOverload<>(&QWidget::update));
+}
+
+KestCircleProgressBar::~KestCircleProgressBar()
+{
+    delete d;
+}
+
+int KestCircleProgressBar::value() const
+{
+    return d->value;
+}
+
+int KestCircleProgressBar::minimum() const
+{
+    return d->minimum;
+}
+
+int KestCircleProgressBar::maximum() const
+{
+    return d->maximum;
+}
+
+QString KestCircleProgressBar::format() const
+{
+    return d->format;
+}
+
+void KestCircleProgressBar::setFormat(const QString &format)
+{
+    d->format = format;
+    update();
+}
+
+bool KestCircleProgressBar::isTextVisible() const
+{
+    return d->textVisible;
+}
+
+void KestCircleProgressBar::setTextVisible(bool visible)
+{
+    d->textVisible = visible;
+    update();
+}
+
+QString KestCircleProgressBar::text() const
+{
+    if (!d->hasValueInRange())
+        return QString();
+
+    const int percent = truncated(d->fraction() * 100.0);
+    const qint64 steps = qint64(d->maximum) - d->minimum;
+    QString text = d->format;
+    text.replace(QLatin1String("%p"), QString::number(percent));
+    text.replace(QLatin1String("%v"), QString::number(d->value));
+    text.replace(QLatin1String("%m"), QString::number(steps));
+    return text;
+}
+
+Qt::PenCapStyle KestCircleProgressBar::penCapStyle() const
+{
+    return d->penCapStyle;
+}
+
+int KestCircleProgressBar::barWidth() const
+{
+    return d->barWidth;
+}
+
+QBrush KestCircleProgressBar::barBrush() const
+{
+    return d->barBrush;
+}
+
+QBrush KestCircleProgressBar::backgroundBrush() const
+{
+    return d->backgroundBrush;
+}
+
+QSize KestCircleProgressBar::sizeHint() const
+{
+    return { 100, 100 };
+}
+
+QSize KestCircleProgressBar::minimumSizeHint() const
+{
+    return { 40, 40 };
+}
+
+void KestCircleProgressBar::setValue(int value)
+{
+    if (value == d->value)
+        return;
+    d->value = value;
+    Q_EMIT valueChanged(value);
+    KestAccessibleProgress::announceValue(this, value);
+    d->retarget();
+}
+
+void KestCircleProgressBar::setMaximum(int maximum)
+{
+    setRange(d->minimum, maximum);
+}
+
+void KestCircleProgressBar::setMinimum(int minimum)
+{
+    setRange(minimum, d->maximum);
+}
+
+void KestCircleProgressBar::setRange(int minimum, int maximum)
+{
+    if (minimum == d->minimum && maximum == d->maximum)
+        return;
+    d->minimum = minimum;
+    d->maximum = maximum;
+    d->retarget();
+}
+
+void KestCircleProgressBar::setPenCapStyle(Qt::PenCapStyle style)
+{
+    d->penCapStyle = style;
+    update();
+}
+
+void KestCircleProgressBar::setBarWidth(int width)
+{
+    d->barWidth = width;
+    update();
+}
+
+void KestCircleProgressBar::setBarBrush(const QBrush &brush)
+{
+    d->barBrush = brush;
+    update();
+}
+
+void KestCircleProgressBar::setBackgroundBrush(const QBrush &brush)
+{
+    d->backgroundBrush = brush;
+    update();
+}
+
+void KestCircleProgressBar::paintEvent(QPaintEvent *)
+{
+    const QRectF rect = d->arcRect(size());
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(d->backgroundBrush, d->barWidth));
+    painter.drawArc(rect, 0, FullTurn);
+
+    // A maximum of 0 alone draws the busy arc, though only a range of 0 to 0 sets it in motion.
+    if (d->maximum == 0) {
+        const int span = d->busyAnimation.currentValue().toInt();
+        const int middle = d->spanAnimation.currentValue().toInt();
+        painter.setPen(QPen(d->barBrush.color(), d->barWidth, Qt::SolidLine, d->penCapStyle));
+        painter.drawArc(rect, middle - span / 2, span);
+        return;
+    }
+
+    if (!d->hasValueInRange())
+        return;
+    painter.setPen(QPen(d->barBrush, d->barWidth, Qt::SolidLine, d->penCapStyle));
+    painter.drawArc(rect, TwelveOClock, d->spanAnimation.currentValue().toInt());
+    if (d->textVisible) {
+        painter.setPen(d->barBrush.color());
+        painter.drawText(rect, text(), QTextOption(Qt::AlignCenter));
+    }
+}

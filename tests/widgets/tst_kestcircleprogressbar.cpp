@@ -1,0 +1,778 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestCircleProgressBar.h"
+
+#include "Rendering.h"
+
+#include <QtCore/QMetaProperty>
+#include <QtGui/QLinearGradient>
+#include <QtGui/QPainter>
+#include <QtGui/QTextOption>
+#include <QtTest/QSignalSpy>
+#include <QtWidgets/QAccessibleWidget>
+
+#include <limits>
+
+namespace {
+
+const QSize Size(100, 100);
+const QRectF Ring(5, 5, 90, 90);
+
+// What a ring is to look like; angles as QPainter takes them.
+struct Figure
+{
+    QRectF ring = Ring;
+    int barWidth = 10;
+    QBrush background = QColor(238, 238, 238);
+    QPen arc = QPen(QColor(50, 108, 243), 10, Qt::SolidLine, Qt::FlatCap);
+    bool hasArc = true;
+    int start = -4320;
+    int span = -1382;
+    QString text;
+    QFont font;
+};
+
+QImage drawn(const Figure &figure, qreal ratio = 1.0, const QSize &size = Size)
+{
+    QImage image = canvas(size, ratio);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setFont(figure.font);
+    painter.setBrush(Qt::NoBrush);
+    QPen ring;
+    ring.setWidth(figure.barWidth);
+    ring.setBrush(figure.background);
+    painter.setPen(ring);
+    painter.drawArc(figure.ring, 0, 5760);
+    if (figure.hasArc) {
+        painter.setPen(figure.arc);
+        painter.drawArc(figure.ring, figure.start, figure.span);
+    }
+    if (!figure.text.isEmpty()) {
+        painter.setPen(figure.arc.brush().color());
+        painter.drawText(figure.ring, figure.text, QTextOption(Qt::AlignCenter));
+    }
+    return image;
+}
+
+// The arc alone, at any span.
+QImage drawnSpan(int span)
+{
+    Figure figure;
+    figure.span = span;
+    return drawn(figure);
+}
+
+class PlainCircle : public KestCircleProgressBar
+{
+public:
+    PlainCircle()
+    {
+        setTextVisible(false);
+        resize(Size);
+    }
+};
+
+} // namespace
+
+class tst_KestCircleProgressBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void newRingStandsAt24Percent();
+    void hintsAreFixed();
+    void propertiesAreReadAndWrittenThroughTheMetaObject_data();
+    void propertiesAreReadAndWrittenThroughTheMetaObject();
+    void declaresTenPropertiesAndOneSignal();
+    void appearanceSettersRepaintOnceEvenUnchanged_data();
+    void appearanceSettersRepaintOnceEvenUnchanged();
+    void sameValueDoesNothing();
+    void valueOutsideTheRangeIsKept_data();
+    void valueOutsideTheRangeIsKept();
+    void rangeIsTakenAsGiven();
+    void rangeEmitsNothing();
+    void textFillsInTheFormat_data();
+    void textFillsInTheFormat();
+    void spansAreTruncated_data();
+    void spansAreTruncated();
+    void extremeNumbersDoNoHarm();
+    void ringFillsTheCentredSquare_data();
+    void ringFillsTheCentredSquare();
+    void looksLikeItsDrawing_data();
+    void looksLikeItsDrawing();
+    void brushesCapsAndWidthsArePainted();
+    void textIsDrawnThroughTheOverride();
+    void hiddenTextIsNotDrawn();
+    void valueGlidesInTenthOfASecond();
+    void glideStartsFromTheLastTarget();
+    void rangeGlidesToo();
+    void everyStepOfTheGlideRepaints();
+    void busyArcTurnsAndBreathes();
+    void busyArcOnlyTakesTheColorOfItsBrush();
+    void busyRingNeverRests();
+    void busyModeEndsAtTheValuesArc();
+    void longBusyModeEndsAtOnce();
+    void busyModeIsEnteredAgain();
+    void maximumOfZeroDrawsTheBusyArcAtRest();
+    void rangeOfOtherEqualEndsIsFull();
+    void newRingRests();
+    void disabledRingKeepsItsLook();
+    void rightToLeftKeepsTheDirection();
+    void accessibilityReadsValueAndRange();
+    void subclassIsAccessibleToo();
+    void deletedOnTheWayLeavesNothing();
+};
+
+void tst_KestCircleProgressBar::newRingStandsAt24Percent()
+{
+    KestCircleProgressBar bar;
+    QCOMPARE(bar.minimum(), 0);
+    QCOMPARE(bar.maximum(), 100);
+    QCOMPARE(bar.value(), 24);
+    QVERIFY(bar.isTextVisible());
+    QCOMPARE(bar.format(), QStringLiteral("%p%"));
+    QCOMPARE(bar.text(), QStringLiteral("24%"));
+    QCOMPARE(bar.barWidth(), 10);
+    QCOMPARE(bar.barBrush(), QBrush(QColor(50, 108, 243)));
+    QCOMPARE(bar.backgroundBrush(), QBrush(QColor(238, 238, 238)));
+    QCOMPARE(bar.penCapStyle(), Qt::FlatCap);
+    QVERIFY(!bar.parent());
+    QWidget parent;
+    QCOMPARE(KestCircleProgressBar(&parent).parentWidget(), &parent);
+
+    PlainCircle plain;
+    QCOMPARE(rendered(&plain), drawnSpan(-1382));
+}
+
+void tst_KestCircleProgressBar::hintsAreFixed()
+{
+    KestCircleProgressBar bar;
+    bar.setBarWidth(40);
+    bar.setFormat(QStringLiteral("a long text that takes a lot of room"));
+    QCOMPARE(bar.sizeHint(), QSize(100, 100));
+    QCOMPARE(bar.minimumSizeHint(), QSize(40, 40));
+}
+
+void tst_KestCircleProgressBar::propertiesAreReadAndWrittenThroughTheMetaObject_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QVariant>("before");
+    QTest::addColumn<QVariant>("after");
+    const auto row = [](const char *name, const QVariant &before, const QVariant &after) {
+        QTest::newRow(name) << QByteArray(name) << before << after;
+    };
+    row("value", 24, 77);
+    row("minimum", 0, -3);
+    row("maximum", 100, 120);
+    row("format", QStringLiteral("%p%"), QStringLiteral("%v"));
+    row("textVisible", true, false);
+    row("penCapStyle", QVariant::fromValue(Qt::FlatCap), QVariant::fromValue(Qt::RoundCap));
+    row("barWidth", 10, 3);
+    row("barBrush", QBrush(QColor(50, 108, 243)), QBrush(Qt::red));
+    row("backgroundBrush", QBrush(QColor(238, 238, 238)), QBrush(Qt::green, Qt::Dense4Pattern));
+}
+
+void tst_KestCircleProgressBar::propertiesAreReadAndWrittenThroughTheMetaObject()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QVariant, before);
+    QFETCH(QVariant, after);
+    KestCircleProgressBar bar;
+    QCOMPARE(bar.property(name.constData()), before);
+    QVERIFY(bar.setProperty(name.constData(), after));
+    QCOMPARE(bar.property(name.constData()), after);
+}
+
+void tst_KestCircleProgressBar::declaresTenPropertiesAndOneSignal()
+{
+    const QMetaObject &meta = KestCircleProgressBar::staticMetaObject;
+    QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 10);
+    const QMetaProperty text = meta.property(meta.indexOfProperty("text"));
+    QVERIFY(text.isReadable());
+    QVERIFY(!text.isWritable());
+    QCOMPARE(KestCircleProgressBar().property("text").toString(), QStringLiteral("24%"));
+    const QMetaProperty value = meta.property(meta.indexOfProperty("value"));
+    QCOMPARE(value.notifySignal().methodSignature(), QByteArray("valueChanged(int)"));
+
+    QByteArrayList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        methods.append(meta.method(i).methodSignature());
+    QCOMPARE(
+        methods,
+        QByteArrayList({ "valueChanged(int)", "setValue(int)", "setMaximum(int)", "setMinimum(int)",
+                         "setRange(int,int)", "setPenCapStyle(Qt::PenCapStyle)", "setBarWidth(int)",
+                         "setBarBrush(QBrush)", "setBackgroundBrush(QBrush)" }));
+}
+
+void tst_KestCircleProgressBar::appearanceSettersRepaintOnceEvenUnchanged_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const char *name :
+         { "format", "textVisible", "penCapStyle", "barWidth", "barBrush", "backgroundBrush" }) {
+        QTest::newRow(name) << QByteArray(name);
+    }
+}
+
+void tst_KestCircleProgressBar::appearanceSettersRepaintOnceEvenUnchanged()
+{
+    QFETCH(QByteArray, name);
+    KestCircleProgressBar bar;
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QCoreApplication::processEvents();
+    PaintCounter paints(&bar);
+    bar.setProperty(name.constData(), bar.property(name.constData()));
+    QTRY_COMPARE(paints.count, 1);
+}
+
+void tst_KestCircleProgressBar::sameValueDoesNothing()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    QSignalSpy changed(&bar, &KestCircleProgressBar::valueChanged);
+    bar.setValue(24);
+    QCOMPARE(changed.count(), 0);
+    bar.setValue(50);
+    clock.advanceBy(100);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.at(0).at(0).toInt(), 50);
+    bar.setValue(50);
+    bar.setRange(0, 100);
+    bar.setMinimum(0);
+    bar.setMaximum(100);
+    clock.advanceBy(1);
+    QVERIFY(!clock.isRunning());
+    QCOMPARE(changed.count(), 1);
+}
+
+void tst_KestCircleProgressBar::valueOutsideTheRangeIsKept_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::newRow("above") << 150;
+    QTest::newRow("just above") << 101;
+    QTest::newRow("below") << -1;
+}
+
+void tst_KestCircleProgressBar::valueOutsideTheRangeIsKept()
+{
+    QFETCH(int, value);
+    AnimationClock clock;
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    QSignalSpy changed(&bar, &KestCircleProgressBar::valueChanged);
+    bar.setValue(value);
+    QCOMPARE(bar.value(), value);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.at(0).at(0).toInt(), value);
+    QVERIFY(bar.text().isNull());
+    clock.advanceBy(100);
+    Figure ringOnly;
+    ringOnly.hasArc = false;
+    QCOMPARE(rendered(&bar), drawn(ringOnly));
+}
+
+void tst_KestCircleProgressBar::rangeIsTakenAsGiven()
+{
+    KestCircleProgressBar bar;
+    bar.setRange(80, 20);
+    QCOMPARE(bar.minimum(), 80);
+    QCOMPARE(bar.maximum(), 20);
+    QCOMPARE(bar.value(), 24);
+    QVERIFY(bar.text().isEmpty());
+    bar.setMinimum(90);
+    QCOMPARE(bar.minimum(), 90);
+    QCOMPARE(bar.maximum(), 20);
+    bar.setMaximum(10);
+    QCOMPARE(bar.minimum(), 90);
+    QCOMPARE(bar.maximum(), 10);
+}
+
+void tst_KestCircleProgressBar::rangeEmitsNothing()
+{
+    KestCircleProgressBar bar;
+    QSignalSpy changed(&bar, &KestCircleProgressBar::valueChanged);
+    bar.setRange(30, 50);
+    bar.setMinimum(40);
+    bar.setMaximum(60);
+    QCOMPARE(changed.count(), 0);
+    QCOMPARE(bar.value(), 24);
+}
+
+void tst_KestCircleProgressBar::textFillsInTheFormat_data()
+{
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, int minimum, int maximum, int value, const char *format,
+                        const char *text) {
+        QTest::newRow(name) << minimum << maximum << value << QString::fromLatin1(format)
+                            << QString::fromLatin1(text);
+    };
+    row("truncated", 0, 3, 2, "%p", "66");
+    row("value of steps", 0, 3, 2, "%v of %m", "2 of 3");
+    row("steps from the minimum", 10, 30, 15, "%p|%v|%m", "25|15|20");
+    row("each placeholder often", 0, 4, 1, "%v%v %p%p %m%m", "11 2525 44");
+    row("case matters", 0, 4, 1, "%P %V %M", "%P %V %M");
+    row("doubled percent sign", 0, 4, 1, "%%p", "%25");
+    row("no other placeholder", 0, 4, 1, "%x %1 %", "%x %1 %");
+    row("empty", 0, 4, 1, "", "");
+    row("equal ends", 5, 5, 5, "%p of %m", "100 of 0");
+    row("busy", 0, 0, 0, "%p", "100");
+    row("negative range", -20, -10, -15, "%p %v %m", "50 -15 10");
+    row("lower end", 0, 100, 0, "%p%", "0%");
+    row("upper end", 0, 100, 100, "%p%", "100%");
+    row("just below the end", 0, 1000, 999, "%p%", "99%");
+    // 29 / 100 is a little less than 0.29, and so is its hundredfold than 29.
+    row("cut off in floating point", 0, 100, 29, "%p%", "28%");
+    row("widest range", std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), 0,
+        "%p %m", "50 4294967295");
+}
+
+void tst_KestCircleProgressBar::textFillsInTheFormat()
+{
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+    QFETCH(int, value);
+    QFETCH(QString, format);
+    QFETCH(QString, text);
+    KestCircleProgressBar bar;
+    bar.setRange(minimum, maximum);
+    bar.setValue(value);
+    bar.setFormat(format);
+    QCOMPARE(bar.text(), text);
+}
+
+void tst_KestCircleProgressBar::spansAreTruncated_data()
+{
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("span");
+    QTest::newRow("none") << 0 << 100 << 0 << 0;
+    QTest::newRow("one") << 0 << 100 << 1 << -57; // 57.6
+    QTest::newRow("third") << 0 << 7 << 3 << -2468; // 2468.57
+    QTest::newRow("half") << 0 << 100 << 50 << -2880;
+    QTest::newRow("from a minimum") << 50 << 90 << 60 << -1440;
+    QTest::newRow("all") << 0 << 100 << 100 << -5760;
+    QTest::newRow("equal ends") << 5 << 5 << 5 << -5760;
+}
+
+void tst_KestCircleProgressBar::spansAreTruncated()
+{
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+    QFETCH(int, value);
+    QFETCH(int, span);
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(minimum, maximum);
+    bar.setValue(value);
+    clock.advanceBy(100);
+    QCOMPARE(rendered(&bar), drawnSpan(span));
+}
+
+void tst_KestCircleProgressBar::extremeNumbersDoNoHarm()
+{
+    AnimationClock clock;
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    const int extremes[] = { std::numeric_limits<int>::min(), -1, 0, 1,
+                             std::numeric_limits<int>::max() };
+    for (const int minimum : extremes) {
+        for (const int maximum : extremes) {
+            for (const int value : extremes) {
+                bar.setRange(minimum, maximum);
+                bar.setValue(value);
+                const bool inRange = value >= minimum && value <= maximum;
+                QCOMPARE(bar.text().isEmpty(), !inRange);
+                rendered(&bar);
+            }
+        }
+    }
+    for (const int width : { -5, 0, 1000 }) {
+        bar.setBarWidth(width);
+        rendered(&bar);
+        QCOMPARE(bar.barWidth(), width);
+    }
+}
+
+void tst_KestCircleProgressBar::ringFillsTheCentredSquare_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("barWidth");
+    QTest::addColumn<QRectF>("ring");
+    QTest::newRow("wide") << QSize(200, 100) << 10 << QRectF(55, 5, 90, 90);
+    QTest::newRow("high") << QSize(60, 101) << 10 << QRectF(5, 25, 50, 50);
+    QTest::newRow("odd") << QSize(101, 60) << 7 << QRectF(23.5, 3.5, 53, 53);
+    QTest::newRow("thin") << QSize(40, 40) << 1 << QRectF(0.5, 0.5, 39, 39);
+    QTest::newRow("thick") << QSize(40, 40) << 40 << QRectF(20, 20, 0, 0);
+}
+
+void tst_KestCircleProgressBar::ringFillsTheCentredSquare()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, barWidth);
+    QFETCH(QRectF, ring);
+    KestCircleProgressBar bar;
+    bar.setTextVisible(false);
+    bar.setBarWidth(barWidth);
+    bar.resize(size);
+    Figure figure;
+    figure.ring = ring;
+    figure.barWidth = barWidth;
+    figure.arc.setWidth(barWidth);
+    QCOMPARE(rendered(&bar), drawn(figure, 1.0, size));
+}
+
+void tst_KestCircleProgressBar::looksLikeItsDrawing_data()
+{
+    addRenderingRows();
+}
+
+void tst_KestCircleProgressBar::looksLikeItsDrawing()
+{
+    QFETCH(QString, style);
+    QFETCH(bool, sheet);
+    QFETCH(qreal, ratio);
+    AnimationClock clock;
+    KestCircleProgressBar bar;
+    const Dress dress(&bar, style, sheet);
+    bar.resize(Size);
+    Figure figure;
+    figure.font = bar.font();
+    figure.text = QStringLiteral("24%");
+    QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+    bar.setValue(75);
+    clock.advanceBy(100);
+    figure.span = -4320;
+    figure.text = QStringLiteral("75%");
+    QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+}
+
+void tst_KestCircleProgressBar::brushesCapsAndWidthsArePainted()
+{
+    QLinearGradient gradient(0, 0, 100, 0);
+    gradient.setColorAt(0, Qt::red);
+    gradient.setColorAt(1, Qt::blue);
+    for (const Qt::PenCapStyle cap : { Qt::FlatCap, Qt::SquareCap, Qt::RoundCap }) {
+        PlainCircle bar;
+        bar.setPenCapStyle(cap);
+        bar.setBarWidth(16);
+        bar.setBarBrush(gradient);
+        bar.setBackgroundBrush(QBrush(Qt::darkGreen, Qt::Dense4Pattern));
+        Figure figure;
+        figure.ring = QRectF(8, 8, 84, 84);
+        figure.barWidth = 16;
+        figure.background = QBrush(Qt::darkGreen, Qt::Dense4Pattern);
+        figure.arc = QPen(gradient, 16, Qt::SolidLine, cap);
+        QCOMPARE(rendered(&bar), drawn(figure));
+    }
+}
+
+void tst_KestCircleProgressBar::textIsDrawnThroughTheOverride()
+{
+    class Named : public KestCircleProgressBar
+    {
+    public:
+        QString text() const override { return QStringLiteral("Own"); }
+    };
+    Named bar;
+    bar.resize(Size);
+    Figure figure;
+    figure.font = bar.font();
+    figure.text = QStringLiteral("Own");
+    QCOMPARE(rendered(&bar), drawn(figure));
+    QCOMPARE(bar.property("text").toString(), QStringLiteral("Own"));
+}
+
+void tst_KestCircleProgressBar::hiddenTextIsNotDrawn()
+{
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    const QImage withText = rendered(&bar);
+    bar.setTextVisible(false);
+    QCOMPARE(rendered(&bar), drawnSpan(-1382));
+    QVERIFY(rendered(&bar) != withText);
+}
+
+void tst_KestCircleProgressBar::valueGlidesInTenthOfASecond()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setValue(74);
+    QCOMPARE(rendered(&bar), drawnSpan(-1382));
+    clock.advanceBy(50);
+    QCOMPARE(rendered(&bar), drawnSpan(-2822)); // half of -1382 to -4262
+    clock.advanceBy(25);
+    QCOMPARE(rendered(&bar), drawnSpan(-3542));
+    clock.advanceBy(25);
+    QCOMPARE(rendered(&bar), drawnSpan(-4262)); // of 4262.4
+    QVERIFY(!clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::glideStartsFromTheLastTarget()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setValue(50);
+    clock.advanceBy(50);
+    QCOMPARE(rendered(&bar), drawnSpan(-2131)); // half of -1382 to -2880
+    // The run goes on where it is in time, between the new ends.
+    bar.setValue(100);
+    QCOMPARE(rendered(&bar), drawnSpan(-4320)); // half of -2880 to -5760
+    clock.advanceBy(50);
+    QCOMPARE(rendered(&bar), drawnSpan(-5760));
+    QVERIFY(!clock.isRunning());
+    bar.setValue(0);
+    QCOMPARE(rendered(&bar), drawnSpan(-5760));
+}
+
+void tst_KestCircleProgressBar::rangeGlidesToo()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setMaximum(48);
+    clock.advanceBy(50);
+    QCOMPARE(rendered(&bar), drawnSpan(-2131)); // to half of the ring
+    clock.advanceBy(50);
+    QCOMPARE(rendered(&bar), drawnSpan(-2880));
+    bar.setMinimum(12);
+    clock.advanceBy(50);
+    QCOMPARE(rendered(&bar), drawnSpan(-2400)); // half way to a third
+    clock.advanceBy(50);
+    QCOMPARE(rendered(&bar), drawnSpan(-1920));
+    bar.setRange(0, 96);
+    clock.advanceBy(100);
+    QCOMPARE(rendered(&bar), drawnSpan(-1440));
+}
+
+void tst_KestCircleProgressBar::everyStepOfTheGlideRepaints()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QCoreApplication::processEvents();
+    PaintCounter paints(&bar);
+    bar.setValue(100);
+    for (int i = 1; i <= 5; ++i) {
+        clock.advanceBy(20);
+        QTRY_COMPARE(paints.count, i);
+    }
+    clock.advanceBy(20);
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 5);
+}
+
+// Where the busy arc is drawn: around an angle that goes from 5760 to -5760, with a span that goes
+// from -4320 to 0 and back, both in two seconds.
+static QImage drawnBusy(int middle, int span, const QColor &color = QColor(50, 108, 243))
+{
+    Figure figure;
+    figure.arc.setColor(color);
+    figure.start = middle - span / 2;
+    figure.span = span;
+    return drawn(figure);
+}
+
+void tst_KestCircleProgressBar::busyArcTurnsAndBreathes()
+{
+    AnimationClock clock;
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    QVERIFY(bar.isTextVisible()); // and yet none is drawn
+    bar.setRange(0, 0);
+    QCOMPARE(rendered(&bar), drawnBusy(5760, -4320));
+    clock.advanceBy(500);
+    QCOMPARE(rendered(&bar), drawnBusy(2880, -2160));
+    clock.advanceBy(250);
+    QCOMPARE(rendered(&bar), drawnBusy(1440, -1080));
+    clock.advanceBy(250);
+    QCOMPARE(rendered(&bar), drawnBusy(0, 0));
+    clock.advanceBy(500);
+    QCOMPARE(rendered(&bar), drawnBusy(-2880, -2160));
+    clock.advanceBy(500);
+    QCOMPARE(rendered(&bar), drawnBusy(5760, -4320));
+    clock.advanceBy(100);
+    QCOMPARE(rendered(&bar), drawnBusy(5184, -3888));
+}
+
+void tst_KestCircleProgressBar::busyArcOnlyTakesTheColorOfItsBrush()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    QLinearGradient gradient(0, 0, 100, 0);
+    gradient.setColorAt(0, Qt::red);
+    gradient.setColorAt(1, Qt::blue);
+    bar.setBarBrush(gradient);
+    bar.setRange(0, 0);
+    clock.advanceBy(500);
+    QCOMPARE(rendered(&bar), drawnBusy(2880, -2160, QBrush(gradient).color()));
+    bar.setBarBrush(QBrush(Qt::magenta, Qt::Dense4Pattern));
+    QCOMPARE(rendered(&bar), drawnBusy(2880, -2160, Qt::magenta));
+    bar.setPenCapStyle(Qt::RoundCap);
+    QVERIFY(rendered(&bar) != drawnBusy(2880, -2160, Qt::magenta));
+}
+
+void tst_KestCircleProgressBar::busyRingNeverRests()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    bar.setRange(0, 0);
+    PaintCounter paints(&bar);
+    for (int i = 0; i < 30; ++i) {
+        const int before = paints.count;
+        clock.advanceBy(430);
+        QTRY_VERIFY(paints.count > before);
+    }
+    QVERIFY(clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::busyModeEndsAtTheValuesArc()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(0, 0);
+    clock.advanceBy(40);
+    bar.setMaximum(100);
+    QCOMPARE(rendered(&bar), drawnSpan(-4008)); // 40 ms of the glide from -5760 to -1382
+    clock.advanceBy(60);
+    QCOMPARE(rendered(&bar), drawnSpan(-1382));
+    QVERIFY(!clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::longBusyModeEndsAtOnce()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(0, 0);
+    clock.advanceBy(1500);
+    bar.setRange(0, 100);
+    clock.advanceBy(1);
+    QCOMPARE(rendered(&bar), drawnSpan(-1382));
+    QVERIFY(!clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::busyModeIsEnteredAgain()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(0, 0);
+    clock.advanceBy(700);
+    bar.setRange(0, 100);
+    clock.advanceBy(100);
+    bar.setRange(0, 0);
+    QCOMPARE(rendered(&bar), drawnBusy(5760, -4320));
+    clock.advanceBy(500);
+    QCOMPARE(rendered(&bar), drawnBusy(2880, -2160));
+    bar.setValue(7); // a value changes nothing of it
+    QCOMPARE(rendered(&bar), drawnBusy(2880, -2160));
+    clock.advanceBy(500);
+    QCOMPARE(rendered(&bar), drawnBusy(0, 0));
+}
+
+void tst_KestCircleProgressBar::maximumOfZeroDrawsTheBusyArcAtRest()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(-10, 0);
+    clock.advanceBy(100);
+    QVERIFY(!clock.isRunning());
+    // (24 - -10) / 10 of a turn, the target that the middle glided to, and the longest arc
+    QCOMPARE(rendered(&bar), drawnBusy(-19584, -4320));
+}
+
+void tst_KestCircleProgressBar::rangeOfOtherEqualEndsIsFull()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(5, 5);
+    bar.setValue(5);
+    clock.advanceBy(100);
+    QCOMPARE(rendered(&bar), drawnSpan(-5760));
+    QCOMPARE(bar.text(), QStringLiteral("100%"));
+    QVERIFY(!clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::newRingRests()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    clock.advanceBy(50);
+    QVERIFY(!clock.isRunning());
+    QCOMPARE(rendered(&bar), drawnSpan(-1382));
+}
+
+void tst_KestCircleProgressBar::disabledRingKeepsItsLook()
+{
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    const QImage enabled = rendered(&bar);
+    bar.setEnabled(false);
+    QCOMPARE(rendered(&bar), enabled);
+}
+
+void tst_KestCircleProgressBar::rightToLeftKeepsTheDirection()
+{
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    const QImage leftToRight = rendered(&bar);
+    bar.setLayoutDirection(Qt::RightToLeft);
+    QCOMPARE(rendered(&bar), leftToRight);
+}
+
+void tst_KestCircleProgressBar::accessibilityReadsValueAndRange()
+{
+    KestCircleProgressBar bar;
+    bar.setAccessibleName(QStringLiteral("Copying"));
+    bar.setRange(10, 50);
+    bar.setValue(20);
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(&bar);
+    QVERIFY(face);
+    QCOMPARE(face->role(), QAccessible::ProgressBar);
+    QCOMPARE(face->text(QAccessible::Name), QStringLiteral("Copying"));
+    QCOMPARE(face->text(QAccessible::Value), QStringLiteral("25%"));
+    QVERIFY(face->state().readOnly);
+    QAccessibleValueInterface *value = face->valueInterface();
+    QVERIFY(value);
+    QCOMPARE(value->currentValue().toInt(), 20);
+    QCOMPARE(value->minimumValue().toInt(), 10);
+    QCOMPARE(value->maximumValue().toInt(), 50);
+    QCOMPARE(value->minimumStepSize().toInt(), 1);
+    value->setCurrentValue(30);
+    QCOMPARE(bar.value(), 20);
+    bar.setValue(60);
+    QCOMPARE(face->text(QAccessible::Value), QStringLiteral("60"));
+}
+
+void tst_KestCircleProgressBar::subclassIsAccessibleToo()
+{
+    PlainCircle bar;
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(&bar);
+    QVERIFY(face);
+    QVERIFY(face->valueInterface());
+    QCOMPARE(face->valueInterface()->currentValue().toInt(), 24);
+    QWidget other;
+    QVERIFY(!QAccessible::queryAccessibleInterface(&other)->valueInterface());
+}
+
+void tst_KestCircleProgressBar::deletedOnTheWayLeavesNothing()
+{
+    AnimationClock clock;
+    auto *bar = new KestCircleProgressBar;
+    bar->setRange(0, 0);
+    clock.advanceBy(10);
+    delete bar;
+    clock.advanceBy(10);
+    QVERIFY(!clock.isRunning());
+}
+
+QTEST_MAIN(tst_KestCircleProgressBar)
+
+#include "tst_kestcircleprogressbar.moc"

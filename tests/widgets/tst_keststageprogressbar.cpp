@@ -1,0 +1,1140 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestStageProgressBar.h"
+
+#include "Rendering.h"
+
+#include <QtCore/QMetaProperty>
+#include <QtGui/QPainter>
+#include <QtGui/QPainterPath>
+#include <QtTest/QSignalSpy>
+#include <QtWidgets/QAccessibleWidget>
+#include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QStyleOptionProgressBar>
+
+namespace {
+
+const QColor Rate(53, 128, 206);
+
+// A style whose numbers are known: 3, 2, 5 and 4 pixels around the contents of a progress bar. It
+// keeps what it was asked.
+class FramedStyle : public QProxyStyle
+{
+public:
+    FramedStyle() : QProxyStyle(QStringLiteral("Windows")) { }
+
+    QRect subElementRect(SubElement element, const QStyleOption *option,
+                         const QWidget *widget) const override
+    {
+        if (element != SE_ProgressBarContents)
+            return QProxyStyle::subElementRect(element, option, widget);
+        return option->rect.adjusted(3, 2, -5, -4);
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                           const QWidget *widget) const override
+    {
+        if (type != CT_ProgressBar)
+            return QProxyStyle::sizeFromContents(type, option, size, widget);
+        const auto *bar = qstyleoption_cast<const QStyleOptionProgressBar *>(option);
+        asked = bar ? *bar : QStyleOptionProgressBar();
+        return size + QSize(8, 6);
+    }
+
+    mutable QStyleOptionProgressBar asked;
+};
+
+// Notes what is drawn where.
+class Probe : public KestStageProgressBar
+{
+public:
+    explicit Probe(QWidget *parent = nullptr) : KestStageProgressBar(parent) { }
+
+    mutable QVector<QRectF> stages;
+    mutable QVector<QRectF> captions;
+    mutable QStringList texts;
+    mutable QVector<int> indexes;
+    mutable QVector<int> values;
+
+    void paint()
+    {
+        stages.clear();
+        captions.clear();
+        texts.clear();
+        indexes.clear();
+        values.clear();
+        rendered(this);
+    }
+
+    QStyleOptionProgressBar option() const
+    {
+        QStyleOptionProgressBar option;
+        initStyleOption(&option);
+        return option;
+    }
+
+protected:
+    void drawStage(QPainter *painter, int index, const QRectF &rect, int value) const override
+    {
+        stages.append(rect);
+        indexes.append(index);
+        values.append(value);
+        KestStageProgressBar::drawStage(painter, index, rect, value);
+    }
+
+    void drawText(QPainter *painter, int index, const QRectF &rect,
+                  const QString &text) const override
+    {
+        captions.append(rect);
+        texts.append(text);
+        KestStageProgressBar::drawText(painter, index, rect, text);
+    }
+};
+
+// What a bar in FramedStyle, or in any style, is to look like, from the circles and captions.
+struct Figure
+{
+    QVector<QRectF> stages;
+    QVector<QRectF> captions;
+    QStringList texts;
+    QRectF bar;
+    bool horizontal = true;
+    double share = 0.0;
+    QBrush done = Rate;
+    QBrush rest;
+    QPen number = QPen(Qt::white);
+    QColor captionColor;
+    QFont font;
+};
+
+QImage drawn(const Figure &figure, const QSize &size, qreal ratio)
+{
+    QImage image = canvas(size, ratio);
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (const QRectF &stage : figure.stages)
+        path.addEllipse(stage);
+    path.addRect(figure.bar);
+    const QRectF whole = path.boundingRect();
+    const QRectF part = figure.horizontal
+        ? QRectF(whole.x(), whole.y(), whole.width() * figure.share, whole.height())
+        : QRectF(QPointF(whole.left(), whole.bottom() - whole.height() * figure.share),
+                 whole.bottomRight());
+
+    QPainter painter(&image);
+    painter.setFont(figure.font);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.fillPath(path, figure.rest);
+    painter.setClipRect(part);
+    painter.fillPath(path, figure.done);
+    painter.setClipping(false);
+    for (int i = 0; i < figure.stages.size(); ++i) {
+        painter.setPen(figure.number);
+        painter.drawText(figure.stages.at(i), Qt::AlignCenter, QString::number(i + 1));
+        if (i < figure.captions.size()) {
+            painter.setPen(figure.captionColor);
+            painter.drawText(figure.captions.at(i),
+                             figure.horizontal ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter,
+                             figure.texts.at(i));
+        }
+    }
+    return image;
+}
+
+void setCaptions(KestStageProgressBar *bar, const QStringList &texts)
+{
+    for (int i = 0; i < texts.size(); ++i)
+        bar->setText(i, texts.at(i));
+    bar->setTextVisible(true);
+}
+
+QStringList captionsOf(int count)
+{
+    QStringList texts { QStringLiteral("A rather long beginning"), QStringLiteral("Two"),
+                        QStringLiteral("Third step"), QStringLiteral("IV"),
+                        QStringLiteral("The end") };
+    return texts.mid(0, count);
+}
+
+int inkCount(const QImage &image, const QColor &color)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixelColor(x, y) == color ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace
+
+class tst_KestStageProgressBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void newBarHasTheDefaults();
+    void newBarKeepsTheWidgetsSizePolicy();
+    void newBarHasItsHintsSize();
+    void declaresEightPropertiesOneSignalSixSlots();
+    void propertiesAreReadAndWrittenThroughTheMetaObject_data();
+    void propertiesAreReadAndWrittenThroughTheMetaObject();
+    void stageCountBelowTwoIsRefused_data();
+    void stageCountBelowTwoIsRefused();
+    void stageCountDropsAndAddsCaptions();
+    void captionOutOfRangeIsLogged();
+    void negativeCaptionIndexDoesNothing();
+    void valueInTheRangeIsTakenOnce();
+    void valueOutsideTheRangeIsIgnored();
+    void rangeMovesTheValueToTheNearerEnd_data();
+    void rangeMovesTheValueToTheNearerEnd();
+    void minimumPushesTheMaximum();
+    void maximumPushesTheMinimum();
+    void unchangedRangeDoesNothing();
+    void orientationSetsTheSizePolicy();
+    void geometrySettersUpdateTheLayout_data();
+    void geometrySettersUpdateTheLayout();
+    void valueRepaintsAtOnce();
+    void penAndBrushRepaintLater();
+    void styleOptionDescribesTheBar();
+    void hintsOfBarsWithoutCaptions_data();
+    void hintsOfBarsWithoutCaptions();
+    void hintsOfBarsWithCaptions_data();
+    void hintsOfBarsWithCaptions();
+    void hintComesFromTheOverriddenMinimum();
+    void circlesWithoutCaptions_data();
+    void circlesWithoutCaptions();
+    void circlesOfARowWithCaptions();
+    void circlesOfAColumnWithCaptions();
+    void captionsOfARowAreCentredBelow();
+    void captionsOfAColumnAreBeside();
+    void overridesAreAskedForEachStep();
+    void looksLikeItsDrawing_data();
+    void looksLikeItsDrawing();
+    void connectingBars_data();
+    void connectingBars();
+    void emptyBarShowsNoProgress();
+    void fullBarIsAllProgress();
+    void halfTheValueIsHalfTheShape();
+    void shareCountsFromZero();
+    void columnFillsFromTheBottom();
+    void maximumOfZeroShowsNoProgress();
+    void negativeRangesDoNoHarm();
+    void oddRadiiDoNoHarm_data();
+    void oddRadiiDoNoHarm();
+    void penAndBrushArePainted();
+    void disabledBarTakesTheDisabledPalette();
+    void rightToLeftKeepsTheOrder();
+    void accessibilityReadsValueAndRange();
+};
+
+void tst_KestStageProgressBar::newBarHasTheDefaults()
+{
+    const KestStageProgressBar bar;
+    QCOMPARE(bar.stageCount(), 5);
+    QCOMPARE(bar.orientation(), Qt::Horizontal);
+    QCOMPARE(bar.minimum(), 0);
+    QCOMPARE(bar.maximum(), 99);
+    QCOMPARE(bar.value(), 0);
+    QVERIFY(!bar.textVisible());
+    QCOMPARE(bar.stageCircleRadius(), 10);
+    QCOMPARE(bar.stageIndexTextPen(), QPen(Qt::white));
+    QCOMPARE(bar.rateBackground(), QBrush(Rate));
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(bar.text(i), QString());
+    QCOMPARE(bar.windowFlags() & ~Qt::WindowFlags(Qt::WindowType_Mask),
+             QWidget().windowFlags() & ~Qt::WindowFlags(Qt::WindowType_Mask));
+    QWidget parent;
+    QCOMPARE(KestStageProgressBar(&parent).parentWidget(), &parent);
+}
+
+void tst_KestStageProgressBar::newBarKeepsTheWidgetsSizePolicy()
+{
+    KestStageProgressBar bar;
+    QCOMPARE(bar.sizePolicy(), QWidget().sizePolicy());
+    bar.setOrientation(Qt::Horizontal);
+    QCOMPARE(bar.sizePolicy(), QWidget().sizePolicy());
+}
+
+void tst_KestStageProgressBar::newBarHasItsHintsSize()
+{
+    QWidget parent;
+    KestStageProgressBar bar(&parent);
+    QCOMPARE(bar.size(), bar.sizeHint());
+    bar.setOrientation(Qt::Vertical);
+    QCOMPARE(bar.size(), bar.sizeHint());
+    QVERIFY(bar.height() > bar.width());
+}
+
+void tst_KestStageProgressBar::declaresEightPropertiesOneSignalSixSlots()
+{
+    const QMetaObject &meta = KestStageProgressBar::staticMetaObject;
+    QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 8);
+    QByteArrayList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        methods.append(meta.method(i).methodSignature());
+    QCOMPARE(methods,
+             QByteArrayList({ "valueChanged(int)", "setOrientation(Qt::Orientation)",
+                              "setValue(int)", "setRange(int,int)", "setTextVisible(bool)",
+                              "setMaximum(int)", "setMinimum(int)" }));
+    QCOMPARE(meta.property(meta.indexOfProperty("value")).notifySignal().methodSignature(),
+             QByteArray("valueChanged(int)"));
+}
+
+void tst_KestStageProgressBar::propertiesAreReadAndWrittenThroughTheMetaObject_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QVariant>("before");
+    QTest::addColumn<QVariant>("after");
+    const auto row = [](const char *name, const QVariant &before, const QVariant &after) {
+        QTest::newRow(name) << QByteArray(name) << before << after;
+    };
+    row("stageCount", 5, 7);
+    row("textVisible", false, true);
+    row("stageIndexTextPen", QPen(Qt::white), QPen(Qt::red, 3, Qt::DashLine));
+    row("rateBackground", QBrush(Rate), QBrush(Qt::green, Qt::Dense4Pattern));
+    row("maximum", 99, 120);
+    row("minimum", 0, -4);
+    row("value", 0, 50);
+    row("orientation", QVariant::fromValue(Qt::Horizontal), QVariant::fromValue(Qt::Vertical));
+}
+
+void tst_KestStageProgressBar::propertiesAreReadAndWrittenThroughTheMetaObject()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QVariant, before);
+    QFETCH(QVariant, after);
+    KestStageProgressBar bar;
+    QCOMPARE(bar.property(name.constData()), before);
+    QVERIFY(bar.setProperty(name.constData(), after));
+    QCOMPARE(bar.property(name.constData()), after);
+}
+
+void tst_KestStageProgressBar::stageCountBelowTwoIsRefused_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("one") << 1;
+    QTest::newRow("none") << 0;
+    QTest::newRow("negative") << -3;
+}
+
+void tst_KestStageProgressBar::stageCountBelowTwoIsRefused()
+{
+    QFETCH(int, count);
+    KestStageProgressBar bar;
+    QTest::ignoreMessage(QtDebugMsg, "stage count must be greater than or equal to 2");
+    bar.setStageCount(count);
+    QCOMPARE(bar.stageCount(), 5);
+    bar.setStageCount(2);
+    QCOMPARE(bar.stageCount(), 2);
+}
+
+void tst_KestStageProgressBar::stageCountDropsAndAddsCaptions()
+{
+    KestStageProgressBar bar;
+    for (int i = 0; i < 5; ++i)
+        bar.setText(i, QString::number(i));
+    bar.setStageCount(3);
+    QCOMPARE(bar.text(2), QStringLiteral("2"));
+    bar.setStageCount(6);
+    QCOMPARE(bar.text(2), QStringLiteral("2"));
+    for (int i = 3; i < 6; ++i)
+        QCOMPARE(bar.text(i), QString());
+}
+
+void tst_KestStageProgressBar::captionOutOfRangeIsLogged()
+{
+    KestStageProgressBar bar;
+    for (const int index : { 5, 7 }) {
+        QTest::ignoreMessage(QtDebugMsg, "stage out of range");
+        QCOMPARE(bar.text(index), QString());
+        QTest::ignoreMessage(QtDebugMsg, "stage out of range");
+        bar.setText(index, QStringLiteral("no"));
+    }
+    QCOMPARE(bar.stageCount(), 5);
+    bar.setStageCount(8);
+    QCOMPARE(bar.text(5), QString());
+    QCOMPARE(bar.text(7), QString());
+}
+
+void tst_KestStageProgressBar::negativeCaptionIndexDoesNothing()
+{
+    KestStageProgressBar bar;
+    bar.setText(-1, QStringLiteral("no"));
+    QCOMPARE(bar.text(-1), QString());
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(bar.text(i), QString());
+}
+
+void tst_KestStageProgressBar::valueInTheRangeIsTakenOnce()
+{
+    KestStageProgressBar bar;
+    QSignalSpy changed(&bar, &KestStageProgressBar::valueChanged);
+    bar.setValue(99);
+    QCOMPARE(bar.value(), 99);
+    bar.setValue(99);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.at(0).at(0).toInt(), 99);
+    bar.setValue(0);
+    QCOMPARE(changed.count(), 2);
+}
+
+void tst_KestStageProgressBar::valueOutsideTheRangeIsIgnored()
+{
+    KestStageProgressBar bar;
+    bar.setValue(40);
+    QSignalSpy changed(&bar, &KestStageProgressBar::valueChanged);
+    for (const int value : { 150, 100, -1 }) {
+        bar.setValue(value);
+        QCOMPARE(bar.value(), 40);
+    }
+    QCOMPARE(changed.count(), 0);
+}
+
+void tst_KestStageProgressBar::rangeMovesTheValueToTheNearerEnd_data()
+{
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<int>("newMaximum");
+    QTest::addColumn<int>("value");
+    QTest::newRow("inside") << 10 << 60 << 60 << 50;
+    QTest::newRow("at the lower end") << 50 << 60 << 60 << 50;
+    QTest::newRow("at the upper end") << 10 << 50 << 50 << 50;
+    QTest::newRow("below") << 60 << 70 << 70 << 60;
+    QTest::newRow("above") << 10 << 20 << 20 << 20;
+    QTest::newRow("reversed") << 10 << 5 << 10 << 10;
+}
+
+void tst_KestStageProgressBar::rangeMovesTheValueToTheNearerEnd()
+{
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+    QFETCH(int, newMaximum);
+    QFETCH(int, value);
+    KestStageProgressBar bar;
+    bar.setValue(50);
+    QSignalSpy changed(&bar, &KestStageProgressBar::valueChanged);
+    bar.setRange(minimum, maximum);
+    QCOMPARE(bar.minimum(), minimum);
+    QCOMPARE(bar.maximum(), newMaximum);
+    QCOMPARE(bar.value(), value);
+    QCOMPARE(changed.count(), value == 50 ? 0 : 1);
+    if (value != 50)
+        QCOMPARE(changed.at(0).at(0).toInt(), value);
+}
+
+void tst_KestStageProgressBar::minimumPushesTheMaximum()
+{
+    KestStageProgressBar bar;
+    QSignalSpy changed(&bar, &KestStageProgressBar::valueChanged);
+    bar.setMinimum(120);
+    QCOMPARE(bar.minimum(), 120);
+    QCOMPARE(bar.maximum(), 120);
+    QCOMPARE(bar.value(), 120);
+    bar.setMinimum(-5);
+    QCOMPARE(bar.minimum(), -5);
+    QCOMPARE(bar.maximum(), 120);
+    QCOMPARE(changed.count(), 1);
+}
+
+void tst_KestStageProgressBar::maximumPushesTheMinimum()
+{
+    KestStageProgressBar bar;
+    bar.setMinimum(20);
+    QSignalSpy changed(&bar, &KestStageProgressBar::valueChanged);
+    bar.setMaximum(10);
+    QCOMPARE(bar.minimum(), 10);
+    QCOMPARE(bar.maximum(), 10);
+    QCOMPARE(bar.value(), 10);
+    bar.setMaximum(30);
+    QCOMPARE(bar.minimum(), 10);
+    QCOMPARE(bar.maximum(), 30);
+    QCOMPARE(changed.count(), 1);
+}
+
+void tst_KestStageProgressBar::unchangedRangeDoesNothing()
+{
+    KestStageProgressBar bar;
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QCoreApplication::processEvents();
+    PaintCounter paints(&bar);
+    bar.setRange(0, 99);
+    bar.setMinimum(0);
+    bar.setMaximum(99);
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 0);
+    bar.setMaximum(200);
+    QTRY_COMPARE(paints.count, 1);
+}
+
+void tst_KestStageProgressBar::orientationSetsTheSizePolicy()
+{
+    KestStageProgressBar bar;
+    bar.setOrientation(Qt::Vertical);
+    QCOMPARE(bar.sizePolicy(), QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding));
+    QCOMPARE(bar.sizePolicy().controlType(), QSizePolicy::DefaultType);
+    bar.setOrientation(Qt::Horizontal);
+    QCOMPARE(bar.sizePolicy(), QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed));
+    bar.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    bar.setOrientation(Qt::Horizontal);
+    QCOMPARE(bar.sizePolicy().horizontalPolicy(), QSizePolicy::Ignored);
+}
+
+void tst_KestStageProgressBar::geometrySettersUpdateTheLayout_data()
+{
+    QTest::addColumn<int>("what");
+    QTest::newRow("count") << 0;
+    QTest::newRow("radius") << 1;
+    QTest::newRow("caption") << 2;
+    QTest::newRow("caption visibility") << 3;
+    QTest::newRow("orientation") << 4;
+}
+
+void tst_KestStageProgressBar::geometrySettersUpdateTheLayout()
+{
+    QFETCH(int, what);
+    class Counter : public QObject
+    {
+    public:
+        int count = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            count += event->type() == QEvent::LayoutRequest ? 1 : 0;
+            return false;
+        }
+    };
+    QWidget parent;
+    KestStageProgressBar bar(&parent);
+    const auto set = [&bar, what] {
+        if (what == 0)
+            bar.setStageCount(6);
+        else if (what == 1)
+            bar.setStageCircleRadius(11);
+        else if (what == 2)
+            bar.setText(1, QStringLiteral("x"));
+        else if (what == 3)
+            bar.setTextVisible(true);
+        else
+            bar.setOrientation(Qt::Vertical);
+    };
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+    QCoreApplication::sendPostedEvents();
+    Counter requests;
+    parent.installEventFilter(&requests);
+    set();
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(requests.count > 0);
+    requests.count = 0;
+    set(); // unchanged, which only a caption does not look at
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(requests.count > 0, what == 2);
+}
+
+void tst_KestStageProgressBar::valueRepaintsAtOnce()
+{
+    KestStageProgressBar bar;
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QCoreApplication::processEvents();
+    PaintCounter paints(&bar);
+    int paintsAtSignal = -1;
+    connect(&bar, &KestStageProgressBar::valueChanged, &bar,
+            [&] { paintsAtSignal = paints.count; });
+    bar.setValue(10);
+    QCOMPARE(paints.count, 1);
+    QCOMPARE(paintsAtSignal, 0);
+    bar.setValue(10);
+    bar.setValue(1000);
+    QCOMPARE(paints.count, 1);
+    bar.setRange(20, 30);
+    QCOMPARE(paints.count, 2);
+    QTRY_COMPARE(paints.count, 3); // of the range itself
+}
+
+void tst_KestStageProgressBar::penAndBrushRepaintLater()
+{
+    KestStageProgressBar bar;
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QCoreApplication::processEvents();
+    PaintCounter paints(&bar);
+    bar.setStageIndexTextPen(bar.stageIndexTextPen());
+    QCOMPARE(paints.count, 0);
+    QTRY_COMPARE(paints.count, 1);
+    bar.setRateBackground(bar.rateBackground());
+    QCOMPARE(paints.count, 1);
+    QTRY_COMPARE(paints.count, 2);
+}
+
+void tst_KestStageProgressBar::styleOptionDescribesTheBar()
+{
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    bar.setRange(3, 30);
+    bar.setValue(17);
+    bar.setTextVisible(true);
+    bar.resize(200, 50);
+    QStyleOptionProgressBar option = bar.option();
+    QCOMPARE(option.rect, QRect(0, 0, 200, 50));
+    QVERIFY(option.state.testFlag(QStyle::State_Horizontal));
+    QCOMPARE(option.minimum, 3);
+    QCOMPARE(option.maximum, 30);
+    QCOMPARE(option.progress, 17);
+    QCOMPARE(option.textAlignment, Qt::AlignCenter);
+    QVERIFY(option.textVisible);
+    QCOMPARE(option.text, QString());
+    bar.setTextVisible(false);
+    bar.setOrientation(Qt::Vertical);
+    option = bar.option();
+    QVERIFY(!option.state.testFlag(QStyle::State_Horizontal));
+    QVERIFY(!option.textVisible);
+
+    bar.minimumSizeHint();
+    QCOMPARE(style.asked.maximum, 30);
+    QCOMPARE(style.asked.progress, 17);
+}
+
+void tst_KestStageProgressBar::hintsOfBarsWithoutCaptions_data()
+{
+    QTest::addColumn<Qt::Orientation>("orientation");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<QSize>("contents");
+    // A row is (5rn - 4r) / n in whole pixels for each step; a column (4rn - 3r) / n.
+    QTest::newRow("row of 5") << Qt::Horizontal << 5 << 10 << QSize(5 * 42, 20);
+    QTest::newRow("row of 3") << Qt::Horizontal << 3 << 7 << QSize(3 * 25, 14);
+    QTest::newRow("row of 7") << Qt::Horizontal << 7 << 3 << QSize(7 * 13, 6);
+    QTest::newRow("row of 2") << Qt::Horizontal << 2 << 15 << QSize(2 * 45, 30);
+    QTest::newRow("column of 5") << Qt::Vertical << 5 << 10 << QSize(20, 5 * 34);
+    QTest::newRow("column of 3") << Qt::Vertical << 3 << 7 << QSize(14, 3 * 21);
+    QTest::newRow("column of 7") << Qt::Vertical << 7 << 3 << QSize(6, 7 * 10);
+}
+
+void tst_KestStageProgressBar::hintsOfBarsWithoutCaptions()
+{
+    QFETCH(Qt::Orientation, orientation);
+    QFETCH(int, count);
+    QFETCH(int, radius);
+    QFETCH(QSize, contents);
+    FramedStyle style;
+    KestStageProgressBar bar;
+    bar.setStyle(&style);
+    bar.setStageCount(count);
+    bar.setStageCircleRadius(radius);
+    bar.setOrientation(orientation);
+    // Columns count the leading of the font, which is 0 in most.
+    if (orientation == Qt::Vertical && 2 * bar.fontMetrics().leading() > contents.height() / count)
+        contents.setHeight(count * 2 * bar.fontMetrics().leading());
+    QCOMPARE(bar.minimumSizeHint(), contents + QSize(8, 6));
+    QCOMPARE(bar.sizeHint(), contents + QSize(8, 6));
+    bar.setText(0, QStringLiteral("A caption that is not shown\nof\nmany\nlines"));
+    QCOMPARE(bar.minimumSizeHint(), contents + QSize(8, 6));
+}
+
+void tst_KestStageProgressBar::hintsOfBarsWithCaptions_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("radius");
+    for (const int count : { 2, 3, 5 }) {
+        for (const int radius : { 2, 7, 10, 40 })
+            QTest::addRow("%d steps, radius %d", count, radius) << count << radius;
+    }
+}
+
+void tst_KestStageProgressBar::hintsOfBarsWithCaptions()
+{
+    QFETCH(int, count);
+    QFETCH(int, radius);
+    FramedStyle style;
+    KestStageProgressBar bar;
+    bar.setStyle(&style);
+    bar.setStageCount(count);
+    bar.setStageCircleRadius(radius);
+    setCaptions(&bar, captionsOf(count));
+    const QFontMetrics metrics(bar.font());
+
+    int broadest = 0;
+    int widest = 0;
+    int highest = 0;
+    for (const QString &text : captionsOf(count)) {
+        broadest = qMax(broadest, metrics.boundingRect(text).width());
+        widest = qMax(widest, metrics.size(0, text).width());
+        highest = qMax(highest, metrics.size(0, text).height());
+    }
+    const int first = metrics.boundingRect(captionsOf(count).first()).width() / 2 - radius;
+    const int last = metrics.boundingRect(captionsOf(count).last()).width() / 2 - radius;
+    const int padding = qMax(qMax(first, last), 0);
+    const int step = qMax(broadest + 10, (5 * radius * count - 4 * radius) / count);
+    QCOMPARE(bar.minimumSizeHint(),
+             QSize((count - 2) * step + 2 * padding + 10 + 8,
+                   2 * radius + metrics.height() + metrics.leading() + 6));
+
+    bar.setOrientation(Qt::Vertical);
+    const int rung =
+        qMax((4 * radius * count - 3 * radius) / count, highest + 2 * metrics.leading());
+    const int firstHeight = metrics.size(0, captionsOf(count).first()).height();
+    QCOMPARE(bar.minimumSizeHint(),
+             QSize(widest + 2 * radius + 10 + 8, count * rung + qMax(0, firstHeight - radius) + 6));
+}
+
+void tst_KestStageProgressBar::hintComesFromTheOverriddenMinimum()
+{
+    class Fixed : public KestStageProgressBar
+    {
+    public:
+        QSize minimumSizeHint() const override { return { 321, 54 }; }
+    };
+    QCOMPARE(Fixed().sizeHint(), QSize(321, 54));
+}
+
+void tst_KestStageProgressBar::circlesWithoutCaptions_data()
+{
+    QTest::addColumn<Qt::Orientation>("orientation");
+    QTest::addColumn<QSize>("contents");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<QVector<QPointF>>("corners");
+    using Points = QVector<QPointF>;
+    QTest::newRow("row") << Qt::Horizontal << QSize(300, 40) << 10
+                         << Points(
+                                { { 0, 10 }, { 70, 10 }, { 140, 10 }, { 210, 10 }, { 280, 10 } });
+    QTest::newRow("odd row") << Qt::Horizontal << QSize(101, 25) << 7
+                             << Points({ { 0, 5 }, { 29, 5 }, { 58, 5 }, { 87, 5 } });
+    QTest::newRow("row of fractions")
+        << Qt::Horizontal << QSize(101, 21) << 5 << Points({ { 0, 5 }, { 45.5, 5 }, { 91, 5 } });
+    QTest::newRow("narrow row") << Qt::Horizontal << QSize(10, 10) << 10
+                                << Points({ { 0, -5 }, { -10, -5 } });
+    QTest::newRow("column")
+        << Qt::Vertical << QSize(41, 300) << 10
+        << Points({ { 10, 0 }, { 10, 70 }, { 10, 140 }, { 10, 210 }, { 10, 280 } });
+    QTest::newRow("odd column") << Qt::Vertical << QSize(21, 101) << 7
+                                << Points({ { 3, 0 }, { 3, 29 }, { 3, 58 }, { 3, 87 } });
+    QTest::newRow("column of fractions")
+        << Qt::Vertical << QSize(20, 101) << 5 << Points({ { 5, 0 }, { 5, 45.5 }, { 5, 91 } });
+}
+
+void tst_KestStageProgressBar::circlesWithoutCaptions()
+{
+    QFETCH(Qt::Orientation, orientation);
+    QFETCH(QSize, contents);
+    QFETCH(int, radius);
+    QFETCH(QVector<QPointF>, corners);
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    bar.setStageCount(corners.size());
+    bar.setStageCircleRadius(radius);
+    bar.setOrientation(orientation);
+    bar.resize(contents + QSize(8, 6));
+    bar.paint();
+    QCOMPARE(bar.stages.size(), corners.size());
+    for (int i = 0; i < corners.size(); ++i) {
+        QCOMPARE(bar.stages.at(i).topLeft(), corners.at(i) + QPointF(3, 2));
+        QCOMPARE(bar.stages.at(i).size(), QSizeF(2 * radius, 2 * radius));
+    }
+    QVERIFY(bar.captions.isEmpty());
+}
+
+void tst_KestStageProgressBar::circlesOfARowWithCaptions()
+{
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    setCaptions(&bar, captionsOf(5));
+    bar.resize(600 + 8, 91 + 6);
+    bar.paint();
+    const QFontMetrics metrics(bar.font());
+    const int padding = metrics.boundingRect(captionsOf(5).first()).width() / 2 - 10;
+    QVERIFY(padding > 0);
+    const int hint = 20 + metrics.height() + metrics.leading() + 6;
+    for (int i = 0; i < 5; ++i) {
+        QCOMPARE(bar.stages.at(i).left(), padding + 3 + i * (600 - 20 - 2 * padding) / 4.0);
+        QCOMPARE(bar.stages.at(i).top(), 2.0 + 45 - hint / 2);
+    }
+    // The last caption is the longer one now, and none sticks out of short ones.
+    bar.setText(0, QStringLiteral("I"));
+    bar.setText(4, captionsOf(1).first());
+    bar.paint();
+    QCOMPARE(bar.stages.at(0).left(), padding + 3.0);
+    bar.setText(4, QStringLiteral("I"));
+    bar.paint();
+    QCOMPARE(bar.stages.at(0).left(), 3.0);
+    QCOMPARE(bar.stages.at(4).left(), 583.0);
+}
+
+void tst_KestStageProgressBar::circlesOfAColumnWithCaptions()
+{
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    setCaptions(&bar, captionsOf(5));
+    bar.setOrientation(Qt::Vertical);
+    bar.resize(200 + 8, 301 + 6);
+    const int height = QFontMetrics(bar.font()).size(0, captionsOf(1).first()).height();
+    for (const int radius : { 4, 10, 40 }) {
+        bar.setStageCircleRadius(radius);
+        bar.paint();
+        for (int i = 0; i < 5; ++i) {
+            QCOMPARE(bar.stages.at(i).left(), 3.0);
+            QCOMPARE(bar.stages.at(i).top(),
+                     2 + (4 - i) * (301 - qMax(height, radius) - radius) / 4.0);
+        }
+        QVERIFY(bar.stages.at(0).top() > bar.stages.at(4).top());
+    }
+}
+
+void tst_KestStageProgressBar::captionsOfARowAreCentredBelow()
+{
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    setCaptions(&bar, captionsOf(5));
+    bar.resize(603, 90);
+    bar.paint();
+    const QFontMetrics metrics(bar.font());
+    QCOMPARE(bar.captions.size(), 5);
+    QCOMPARE(bar.texts, captionsOf(5));
+    for (int i = 0; i < 5; ++i) {
+        const QSize text = metrics.size(0, captionsOf(5).at(i));
+        QCOMPARE(bar.captions.at(i).size(), QSizeF(text));
+        QCOMPARE(bar.captions.at(i).left(), bar.stages.at(i).left() + 10 - text.width() / 2);
+        QCOMPARE(bar.captions.at(i).top(), bar.stages.at(i).top() + 20 + metrics.leading());
+    }
+}
+
+void tst_KestStageProgressBar::captionsOfAColumnAreBeside()
+{
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    setCaptions(&bar, captionsOf(5));
+    bar.setOrientation(Qt::Vertical);
+    bar.resize(200, 300);
+    const QFontMetrics metrics(bar.font());
+    for (const int radius : { 3, 10 }) {
+        bar.setStageCircleRadius(radius);
+        bar.paint();
+        for (int i = 0; i < 5; ++i) {
+            const QSize text = metrics.size(0, captionsOf(5).at(i));
+            QCOMPARE(bar.captions.at(i),
+                     QRectF(3 + 2 * radius + 10, bar.stages.at(i).top(), text.width(),
+                            qMax(2 * radius, text.height())));
+        }
+    }
+}
+
+void tst_KestStageProgressBar::overridesAreAskedForEachStep()
+{
+    Probe bar;
+    bar.setStageCount(3);
+    bar.setValue(42);
+    bar.paint();
+    QCOMPARE(bar.indexes, QVector<int>({ 0, 1, 2 }));
+    QCOMPARE(bar.values, QVector<int>({ 42, 42, 42 }));
+    QVERIFY(bar.texts.isEmpty());
+    bar.setTextVisible(true);
+    bar.paint();
+    QCOMPARE(bar.texts.size(), 3);
+}
+
+void tst_KestStageProgressBar::looksLikeItsDrawing_data()
+{
+    addRenderingRows();
+}
+
+void tst_KestStageProgressBar::looksLikeItsDrawing()
+{
+    QFETCH(QString, style);
+    QFETCH(bool, sheet);
+    QFETCH(qreal, ratio);
+    for (const Qt::Orientation orientation : { Qt::Horizontal, Qt::Vertical }) {
+        for (const bool captions : { false, true }) {
+            for (const int value : { 0, 37, 99 }) {
+                Probe bar;
+                const Dress dress(&bar, style, sheet);
+                bar.setOrientation(orientation);
+                bar.setValue(value);
+                if (captions)
+                    setCaptions(&bar, captionsOf(5));
+                bar.resize(bar.sizeHint() + QSize(17, 23));
+                bar.paint();
+
+                Figure figure;
+                figure.stages = bar.stages;
+                figure.captions = bar.captions;
+                figure.texts = bar.texts;
+                figure.horizontal = orientation == Qt::Horizontal;
+                const QPointF first = bar.stages.first().center();
+                const QPointF last = bar.stages.last().center();
+                if (figure.horizontal) {
+                    figure.bar = QRect(QPoint(int(first.x()), int(first.y() - 2)),
+                                       QPoint(int(last.x()), int(first.y() + 2)));
+                } else if (captions) {
+                    figure.bar = QRect(QPoint(int(first.x() - 2), int(last.y())),
+                                       QPoint(int(first.x() + 2), int(first.y())));
+                } else {
+                    figure.bar = QRect(QPoint(int(first.x() + 2), int(last.y())),
+                                       QPoint(int(first.x() - 2), int(first.y())));
+                }
+                figure.share = value / 99.0;
+                figure.rest = bar.palette().brush(QPalette::Active, QPalette::Window);
+                figure.captionColor = bar.palette().color(QPalette::Active, QPalette::WindowText);
+                figure.font = bar.font();
+                QCOMPARE(rendered(&bar, ratio), drawn(figure, bar.size(), ratio));
+            }
+        }
+    }
+}
+
+void tst_KestStageProgressBar::connectingBars_data()
+{
+    QTest::addColumn<Qt::Orientation>("orientation");
+    QTest::addColumn<bool>("captions");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<int>("thickness");
+    QTest::newRow("row") << Qt::Horizontal << false << 10 << 5;
+    QTest::newRow("thick row") << Qt::Horizontal << false << 23 << 11;
+    QTest::newRow("thin row") << Qt::Horizontal << false << 3 << 1;
+    QTest::newRow("column with captions") << Qt::Vertical << true << 10 << 5;
+    // Its sides come in reverse order: one pixel less twice.
+    QTest::newRow("column") << Qt::Vertical << false << 10 << 3;
+    QTest::newRow("thick column") << Qt::Vertical << false << 23 << 9;
+}
+
+void tst_KestStageProgressBar::connectingBars()
+{
+    QFETCH(Qt::Orientation, orientation);
+    QFETCH(bool, captions);
+    QFETCH(int, radius);
+    QFETCH(int, thickness);
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    bar.setStageCount(2);
+    bar.setStageCircleRadius(radius);
+    bar.setOrientation(orientation);
+    bar.setTextVisible(captions);
+    bar.resize(308, 306);
+    bar.setValue(99);
+    bar.paint();
+    const QImage image = rendered(&bar);
+    const QPoint middle =
+        (QRectF(bar.stages.at(0) | bar.stages.at(1)).center() - QPointF(0.5, 0.5)).toPoint();
+    int count = 0;
+    for (int i = -40; i <= 40; ++i) {
+        const QPoint at =
+            orientation == Qt::Horizontal ? middle + QPoint(0, i) : middle + QPoint(i, 0);
+        if (image.rect().contains(at))
+            count += image.pixelColor(at) == Rate ? 1 : 0;
+    }
+    QCOMPARE(count, thickness);
+}
+
+void tst_KestStageProgressBar::emptyBarShowsNoProgress()
+{
+    KestStageProgressBar bar;
+    bar.resize(300, 40);
+    QCOMPARE(inkCount(rendered(&bar), Rate), 0);
+    bar.setOrientation(Qt::Vertical);
+    bar.resize(40, 300);
+    QCOMPARE(inkCount(rendered(&bar), Rate), 0);
+}
+
+void tst_KestStageProgressBar::fullBarIsAllProgress()
+{
+    KestStageProgressBar bar;
+    QPalette palette = bar.palette();
+    palette.setColor(QPalette::Window, Qt::green);
+    bar.setPalette(palette);
+    bar.resize(300, 40);
+    QVERIFY(inkCount(rendered(&bar), Qt::green) > 100);
+    bar.setValue(99);
+    QCOMPARE(inkCount(rendered(&bar), Qt::green), 0);
+    QVERIFY(inkCount(rendered(&bar), Rate) > 1000);
+}
+
+// How far progress reaches in contents that begin at 3.
+static int doneWidth(KestStageProgressBar *bar)
+{
+    const QImage image = rendered(bar);
+    int width = 0;
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y)
+            width = image.pixelColor(x, y) == Rate ? x + 1 - 3 : width;
+    }
+    return width;
+}
+
+void tst_KestStageProgressBar::halfTheValueIsHalfTheShape()
+{
+    FramedStyle style;
+    KestStageProgressBar bar;
+    bar.setStyle(&style);
+    bar.resize(308, 46);
+    bar.setRange(0, 100);
+    bar.setValue(50);
+    QCOMPARE(doneWidth(&bar), 150);
+    bar.setValue(25);
+    QCOMPARE(doneWidth(&bar), 75);
+}
+
+void tst_KestStageProgressBar::shareCountsFromZero()
+{
+    FramedStyle style;
+    KestStageProgressBar bar;
+    bar.setStyle(&style);
+    bar.resize(308, 46);
+    bar.setRange(50, 100);
+    bar.setValue(75);
+    QCOMPARE(doneWidth(&bar), 225);
+}
+
+void tst_KestStageProgressBar::columnFillsFromTheBottom()
+{
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    bar.setRange(0, 100);
+    bar.setValue(40);
+    bar.setOrientation(Qt::Vertical);
+    bar.resize(48, 306);
+    for (const bool captions : { false, true }) {
+        bar.setTextVisible(captions);
+        bar.paint();
+        const QImage image = rendered(&bar);
+        const int x = int(bar.stages.first().center().x());
+        const auto isDone = [&](int y) { return image.pixelColor(x, y) == Rate; };
+        const int top = int(qMin(bar.stages.first().top(), bar.stages.last().top()));
+        const int bottom = int(qMax(bar.stages.first().bottom(), bar.stages.last().bottom()));
+        const int edge = qRound(bottom - 0.4 * (bottom - top));
+        QVERIFY(isDone(edge + 1));
+        QVERIFY(!isDone(edge - 2));
+        QVERIFY(isDone(bottom - 3));
+        QVERIFY(!isDone(top + 3));
+    }
+}
+
+void tst_KestStageProgressBar::maximumOfZeroShowsNoProgress()
+{
+    KestStageProgressBar bar;
+    bar.resize(300, 40);
+    bar.setRange(0, 0);
+    QCOMPARE(inkCount(rendered(&bar), Rate), 0);
+    bar.setRange(-10, 0);
+    bar.setValue(-5);
+    QCOMPARE(inkCount(rendered(&bar), Rate), 0);
+    bar.setOrientation(Qt::Vertical);
+    bar.resize(40, 300);
+    QCOMPARE(inkCount(rendered(&bar, 2.0), Rate), 0);
+}
+
+void tst_KestStageProgressBar::negativeRangesDoNoHarm()
+{
+    KestStageProgressBar bar;
+    bar.resize(300, 40);
+    bar.setRange(-10, 10);
+    bar.setValue(-5);
+    QCOMPARE(inkCount(rendered(&bar), Rate), 0);
+    QCOMPARE(inkCount(rendered(&bar, 2.0), Rate), 0);
+    bar.setRange(-100, -50);
+    QCOMPARE(bar.value(), -50);
+    QVERIFY(inkCount(rendered(&bar), Rate) > 1000);
+}
+
+void tst_KestStageProgressBar::oddRadiiDoNoHarm_data()
+{
+    QTest::addColumn<int>("radius");
+    QTest::newRow("none") << 0;
+    QTest::newRow("negative") << -5;
+    QTest::newRow("huge") << 5000;
+}
+
+void tst_KestStageProgressBar::oddRadiiDoNoHarm()
+{
+    QFETCH(int, radius);
+    for (const Qt::Orientation orientation : { Qt::Horizontal, Qt::Vertical }) {
+        for (const bool captions : { false, true }) {
+            KestStageProgressBar bar;
+            bar.setStageCircleRadius(radius);
+            bar.setOrientation(orientation);
+            bar.setTextVisible(captions);
+            bar.resize(100, 100);
+            bar.setValue(50);
+            QVERIFY(!rendered(&bar).isNull());
+            QCOMPARE(bar.stageCircleRadius(), radius);
+        }
+    }
+}
+
+void tst_KestStageProgressBar::penAndBrushArePainted()
+{
+    KestStageProgressBar bar;
+    bar.resize(300, 40);
+    bar.setValue(99);
+    QVERIFY(inkCount(rendered(&bar), Qt::white) > 0);
+    QCOMPARE(inkCount(rendered(&bar), Qt::red), 0);
+    bar.setRateBackground(QColor(Qt::red));
+    QVERIFY(inkCount(rendered(&bar), Qt::red) > 1000);
+    QCOMPARE(inkCount(rendered(&bar), Rate), 0);
+    bar.setRateBackground(QColor(Qt::white));
+    bar.setStageIndexTextPen(QColor(Qt::blue));
+    const QImage image = rendered(&bar, 3.0);
+    QVERIFY(inkCount(image, Qt::blue) > 0);
+}
+
+void tst_KestStageProgressBar::disabledBarTakesTheDisabledPalette()
+{
+    KestStageProgressBar bar;
+    QPalette palette = bar.palette();
+    palette.setColor(QPalette::Active, QPalette::Window, Qt::green);
+    palette.setColor(QPalette::Inactive, QPalette::Window, Qt::green);
+    palette.setColor(QPalette::Disabled, QPalette::Window, Qt::yellow);
+    bar.setPalette(palette);
+    bar.resize(300, 40);
+    bar.setEnabled(false);
+    const QImage image = rendered(&bar);
+    QCOMPARE(inkCount(image, Qt::green), 0);
+    QVERIFY(inkCount(image, Qt::yellow) > 1000);
+}
+
+void tst_KestStageProgressBar::rightToLeftKeepsTheOrder()
+{
+    for (const Qt::Orientation orientation : { Qt::Horizontal, Qt::Vertical }) {
+        Probe bar;
+        bar.setOrientation(orientation);
+        setCaptions(&bar, captionsOf(5));
+        bar.setValue(40);
+        bar.resize(500, 300);
+        const QImage leftToRight = rendered(&bar);
+        bar.setLayoutDirection(Qt::RightToLeft);
+        QCOMPARE(rendered(&bar), leftToRight);
+    }
+}
+
+void tst_KestStageProgressBar::accessibilityReadsValueAndRange()
+{
+    Probe bar;
+    bar.setAccessibleName(QStringLiteral("Order"));
+    bar.setRange(1, 7);
+    bar.setValue(4);
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(&bar);
+    QVERIFY(face);
+    QCOMPARE(face->role(), QAccessible::ProgressBar);
+    QCOMPARE(face->text(QAccessible::Name), QStringLiteral("Order"));
+    QCOMPARE(face->text(QAccessible::Value), QStringLiteral("4"));
+    QVERIFY(face->state().readOnly);
+    QAccessibleValueInterface *value = face->valueInterface();
+    QVERIFY(value);
+    QCOMPARE(value->currentValue().toInt(), 4);
+    QCOMPARE(value->minimumValue().toInt(), 1);
+    QCOMPARE(value->maximumValue().toInt(), 7);
+    value->setCurrentValue(6);
+    QCOMPARE(bar.value(), 4);
+}
+
+QTEST_MAIN(tst_KestStageProgressBar)
+
+#include "tst_keststageprogressbar.moc"
