@@ -268,12 +268,14 @@ void tst_KestTitleBar::formIsBuiltAsDesigned()
     QCOMPARE(actions->contentsMargins().left(), QHBoxLayout().contentsMargins().left());
 
     const char *names[] = { "minimumSizeBtn", "maximumSizeBtn", "closeBtn" };
+    const char *spoken[] = { "Minimize", "Maximize", "Close" }; // what a screen reader says
     for (int i = 0; i < 3; ++i) {
         auto *button = qobject_cast<QAbstractButton *>(row->itemAt(3 + i)->widget());
         QVERIFY(button);
         QCOMPARE(button->objectName(), QLatin1String(names[i]));
         QCOMPARE(button->focusPolicy(), Qt::NoFocus);
         QCOMPARE(button->text(), QString());
+        QCOMPARE(button->accessibleName(), QLatin1String(spoken[i]));
         QVERIFY(button->icon().isNull());
         QCOMPARE(button->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
         QCOMPARE(button->sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
