@@ -9,8 +9,6 @@
 #include <QtGui/QPainter>
 #include <QtGui/QTextOption>
 
-#include <limits>
-
 namespace {
 
 // Angles are sixteenths of a degree, from three o'clock, and negative ones run clockwise.
@@ -19,13 +17,9 @@ const int TwelveOClock = -270 * 16;
 const int BusySpan = -270 * 16; // the busy arc at its longest
 const int GlideMs = 100;
 const int BusyTurnMs = 2000;
-
-// A value far out of its range gives an angle that no int holds; it is not drawn anyway.
-int truncated(double number)
-{
-    return int(qBound(double(std::numeric_limits<int>::min()), number,
-                      double(std::numeric_limits<int>::max())));
-}
+// A value far out of its range, which shows no arc anyway, turns no further than what can still be
+// added to and subtracted from other angles.
+const double FarthestAngle = 1 << 29;
 
 } // namespace
 
@@ -78,7 +72,7 @@ double KestCircleProgressBarPrivate::fraction() const
 
 int KestCircleProgressBarPrivate::span() const
 {
-    return truncated(fraction() * -FullTurn);
+    return int(qBound(-FarthestAngle, fraction() * -FullTurn, FarthestAngle));
 }
 
 // The glide starts from the last target, not from where the arc is: start() leaves a running
@@ -168,7 +162,7 @@ QString KestCircleProgressBar::text() const
     if (!d->hasValueInRange())
         return QString();
 
-    const int percent = truncated(d->fraction() * 100.0);
+    const int percent = int(d->fraction() * 100.0);
     const qint64 steps = qint64(d->maximum) - d->minimum;
     QString text = d->format;
     text.replace(QLatin1String("%p"), QString::number(percent));
