@@ -3,9 +3,13 @@
 
 #include "GalleryPages.h"
 
+#include "pages/CircleProgressPage.h"
 #include "pages/ColorsPage.h"
+#include "pages/ComboBoxPage.h"
 #include "pages/DialogsPage.h"
+#include "pages/StageProgressPage.h"
 #include "pages/StandardWidgetsPage.h"
+#include "pages/SwitchPage.h"
 #include "pages/WindowPage.h"
 
 QList<QWidget *> createGalleryPages()
@@ -14,6 +18,10 @@ QList<QWidget *> createGalleryPages()
         new StandardWidgetsPage,
         new WindowPage,
         new DialogsPage,
+        new StageProgressPage,
+        new CircleProgressPage,
+        new SwitchPage,
+        new ComboBoxPage,
         new ColorsPage,
     };
 }
