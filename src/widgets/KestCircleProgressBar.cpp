@@ -102,8 +102,8 @@ QRectF KestCircleProgressBarPrivate::arcRect(const QSize &size) const
 {
     const int side = qMin(size.width(), size.height());
     const qreal half = barWidth * 0.5;
-    const qreal left = (size.width() - side) / 2;
-    const qreal top = (size.height() - side) / 2;
+    const int left = (size.width() - side) / 2; // whole pixels
+    const int top = (size.height() - side) / 2;
     return { left + half, top + half, qreal(side) - barWidth, qreal(side) - barWidth };
 }
 

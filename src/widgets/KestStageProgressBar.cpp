@@ -134,13 +134,15 @@ QRectF KestStageProgressBarPrivate::doStageRect(int index) const
         const int padding = textVisible ? captionPadding() : 0;
         const int above = textVisible ? q->minimumSizeHint().height() / 2 : r;
         left += padding + index * (contents.width() - 2 * r - 2 * padding) / gaps;
-        top += contents.height() / 2 - above;
+        const int offset = contents.height() / 2 - above; // whole pixels
+        top += offset;
     } else if (textVisible) {
         // The first step is at the bottom here: captions are read as a ladder to climb.
         const int firstHeight = captionHeight(texts.constFirst());
         top += (stageCount - 1 - index) * (contents.height() - qMax(firstHeight, r) - r) / gaps;
     } else {
-        left += contents.width() / 2 - r;
+        const int offset = contents.width() / 2 - r; // whole pixels
+        left += offset;
         top += index * (contents.height() - 2 * r) / gaps;
     }
     return { left, top, 2.0 * r, 2.0 * r };
@@ -152,7 +154,8 @@ QRectF KestStageProgressBarPrivate::doTextRect(int index) const
     const QSize text = metrics.size(0, texts.at(index));
     const QRectF stage = doStageRect(index);
     if (isHorizontal()) {
-        return { stage.left() + stage.width() * 0.5 - text.width() / 2,
+        const int half = text.width() / 2; // whole pixels
+        return { stage.left() + stage.width() * 0.5 - half,
                  stage.top() + stage.height() + metrics.leading(), qreal(text.width()),
                  qreal(text.height()) };
     }

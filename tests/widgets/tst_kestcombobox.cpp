@@ -263,16 +263,16 @@ void tst_KestComboBox::itemRulesOfSheetsReachTheList()
     const std::unique_ptr<QStyle> base(QStyleFactory::create(style));
     KestComboBox box;
     box.setStyle(base.get());
-    box.addItems(fruits());
+    box.addItems({ QStringLiteral("Item 1"), QStringLiteral("Item 2") });
     box.setStyleSheet(KestStyleSheet::defaultStyleSheet());
     box.show();
     box.showPopup();
     QCOMPARE(box.view()->visualRect(box.model()->index(0, 0)).height(), 21);
 
     // The padding moves the text by as many pixels.
-    const auto firstInk = [&box] {
+    const auto firstInk = [&box](int index) {
         const QImage image = box.view()->viewport()->grab().toImage();
-        const QRect row = box.view()->visualRect(box.model()->index(0, 0));
+        const QRect row = box.view()->visualRect(box.model()->index(index, 0));
         const QRgb paper = image.pixel(row.right() - 2, row.center().y());
         for (int x = 0; x < image.width(); ++x) {
             for (int y = row.top() + 2; y < row.bottom() - 2; ++y) {
@@ -282,15 +282,17 @@ void tst_KestComboBox::itemRulesOfSheetsReachTheList()
         }
         return -1;
     };
-    const int five = firstInk();
+    const int five = firstInk(0);
     QVERIFY(five > 0);
+    QCOMPARE(firstInk(1), five); // not only of the selected item
     box.hidePopup();
     box.setStyleSheet(
         KestStyleSheet::defaultStyleSheet()
         + QStringLiteral("QComboBox QListView::item { padding-left: 17px; height: 40px }"));
     box.showPopup();
     QCOMPARE(box.view()->visualRect(box.model()->index(0, 0)).height(), 40);
-    QCOMPARE(firstInk(), five + 12);
+    QCOMPARE(firstInk(0), five + 12);
+    QCOMPARE(firstInk(1), five + 12);
 }
 
 void tst_KestComboBox::startsLikeAComboBox()
