@@ -15,13 +15,7 @@
 QList<QWidget *> createGalleryPages()
 {
     return {
-        new StandardWidgetsPage,
-        new WindowPage,
-        new DialogsPage,
-        new StageProgressPage,
-        new CircleProgressPage,
-        new SwitchPage,
-        new ComboBoxPage,
-        new ColorsPage,
+        new StandardWidgetsPage, new WindowPage, new DialogsPage,  new StageProgressPage,
+        new CircleProgressPage,  new SwitchPage, new ComboBoxPage, new ColorsPage,
     };
 }
