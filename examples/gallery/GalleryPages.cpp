@@ -7,6 +7,8 @@
 #include "pages/ColorsPage.h"
 #include "pages/ComboBoxPage.h"
 #include "pages/DialogsPage.h"
+#include "pages/LoadingPage.h"
+#include "pages/MessageBoxPage.h"
 #include "pages/StageProgressPage.h"
 #include "pages/StandardWidgetsPage.h"
 #include "pages/SwitchPage.h"
@@ -15,7 +17,8 @@
 QList<QWidget *> createGalleryPages()
 {
     return {
-        new StandardWidgetsPage, new WindowPage, new DialogsPage,  new StageProgressPage,
-        new CircleProgressPage,  new SwitchPage, new ComboBoxPage, new ColorsPage,
+        new StandardWidgetsPage, new WindowPage,        new DialogsPage,        new MessageBoxPage,
+        new LoadingPage,         new StageProgressPage, new CircleProgressPage, new SwitchPage,
+        new ComboBoxPage,        new ColorsPage,
     };
 }

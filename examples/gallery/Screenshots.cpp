@@ -4,7 +4,9 @@
 #include "Screenshots.h"
 
 #include "GalleryWindow.h"
+#include "KestLoadingDialog.h"
 #include "pages/DialogsPage.h"
+#include "pages/MessageBoxPage.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QEventLoop>
@@ -61,7 +63,8 @@ bool writeScreenshots(GalleryWindow *window, const QString &folder)
         writer.write(window, QStringLiteral("page-") + window->page(i)->windowTitle());
     }
 
-    const QList<QDialog *> dialogs = DialogsPage::createDialogs(window);
+    const QList<QDialog *> dialogs =
+        DialogsPage::createDialogs(window) + MessageBoxPage::createDialogs(window);
     for (QDialog *dialog : dialogs) {
         dialog->setModal(false);
         dialog->show();
@@ -70,6 +73,14 @@ bool writeScreenshots(GalleryWindow *window, const QString &folder)
     }
 
     window->setCurrentPage(0);
+    {
+        KestLoadingDialog overlay(window);
+        QTimer::singleShot(0, &overlay, [&] {
+            writer.write(window, QStringLiteral("overlay"));
+            overlay.done();
+        });
+        overlay.exec();
+    }
     for (int i = 0; i < window->themeCount(); ++i) {
         window->setTheme(i);
         writer.write(window, QStringLiteral("theme-") + window->themeName(i));

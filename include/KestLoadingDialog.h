@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#ifndef KESTLOADINGDIALOG_H
+#define KESTLOADINGDIALOG_H
+
+#include "KestGlobal.h"
+
+#include <QtWidgets/QWidget>
+
+class KestLoadingDialogPrivate;
+class QMovie;
+
+/*!
+    \class KestLoadingDialog
+    \brief A translucent overlay with an animation that covers a window while something takes long.
+
+    How does a caller wait for a task, with the window still painted and the user unable to touch
+    it?
+
+    \code
+    KestLoadingDialog overlay(&window);
+    overlay.setCancelEnable(true);
+    connect(&task, &Task::finished, &overlay, &KestLoadingDialog::done);
+    task.start();
+    if (overlay.exec() == KestLoadingDialog::Canceled)
+        task.abort();
+    \endcode
+
+    It is no window of its own, but a child of its parent's window that is stretched over all of it.
+    exec() runs a local event loop until done() or cancel() is called, the user presses Escape while
+    cancelling is enabled, or the overlay or its window is hidden, closed or deleted.
+*/
+class KEST_EXPORT KestLoadingDialog : public QWidget
+{
+    Q_OBJECT
+    /*! Whether the Escape key cancels; false by default. */
+    Q_PROPERTY(bool cancelEnable READ cancelEnable WRITE setCancelEnable)
+
+public:
+    /*! How exec() ended. */
+    enum Result {
+        Canceled = 0, /*!< by cancel() or Escape, or by being hidden, closed or deleted */
+        Done = 1 /*!< by done() */
+    };
+    Q_ENUM(Result)
+
+    /*! Constructs a hidden overlay for the window of \a parent, which must not be null. */
+    explicit KestLoadingDialog(QWidget *parent);
+    ~KestLoadingDialog() override;
+
+    /*! Returns whether the Escape key cancels. */
+    bool cancelEnable() const;
+    /*! Sets whether the Escape key cancels to \a enable. */
+    void setCancelEnable(bool enable);
+
+    /*! Returns the animation, or null. */
+    QMovie *movie() const;
+    /*!
+        Shows \a movie in place of the animation so far, which is deleted. The overlay owns the new
+        one. The one that is shown already is left as it is; null shows none.
+    */
+    void setMovie(QMovie *movie);
+
+public Q_SLOTS:
+    /*! Shows the overlay and returns how it ended. Called while it runs already, it returns
+        Canceled at once. */
+    KestLoadingDialog::Result exec();
+    /*! Has exec() return Done, once control is back in its event loop. Call it from other threads
+        by a queued connection. */
+    void done();
+    /*! Has exec() return Canceled, once control is back in its event loop. Call it from other
+        threads by a queued connection. */
+    void cancel();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    Q_DISABLE_COPY(KestLoadingDialog)
+    void cover();
+    void finish(Result result);
+    void quitLoop();
+
+    KestLoadingDialogPrivate *d;
+};
+
+#endif // KESTLOADINGDIALOG_H

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#ifndef KESTMESSAGEBOX_H
+#define KESTMESSAGEBOX_H
+
+#include "KestDialog.h"
+
+#include <QtWidgets/QDialogButtonBox>
+
+class KestMessageBoxPrivate;
+class QAbstractButton;
+class QPixmap;
+class QPushButton;
+
+/*!
+    \class KestMessageBox
+    \brief A modal message with an icon, a text and buttons, in the library's frame.
+
+    How does an application ask the user something?
+
+    \code
+    const KestMessageBox::StandardButton answer = KestMessageBox::question(
+        &window, tr("Close"), tr("Save the changes?"),
+        KestMessageBox::Save | KestMessageBox::Discard | KestMessageBox::Cancel,
+        KestMessageBox::Save);
+    \endcode
+
+    The interface is QMessageBox's. What it does otherwise, on purpose:
+
+    \list
+    \li Only buttons that accept or reject close the box: one with the action, apply, reset, help or
+        destructive role, such as Discard, is recorded as clicked and leaves the box open.
+    \li exec() returns QDialog::Accepted or QDialog::Rejected; ask clickedButton() or
+        standardButton() for the button. The static functions return the button.
+    \li A box that is closed without a click reports its escape button: Cancel, else an only button,
+        else the first with the reject role, else the first with the no role.
+    \li The default button is the one with the focus; its own default flag is not set.
+    \li The box fixes its size by its texts whenever it is shown.
+    \endlist
+*/
+class KEST_EXPORT KestMessageBox : public KestDialog
+{
+    Q_OBJECT
+    /*! The text. */
+    Q_PROPERTY(QString text READ text WRITE setText)
+    /*! The icon, NoIcon for a pixmap of one's own. */
+    Q_PROPERTY(Icon icon READ icon WRITE setIcon)
+    /*! The pixmap in place of an icon; it can only be written. */
+    Q_PROPERTY(QPixmap iconPixmap WRITE setIconPixmap)
+    /*! The format of the text; Qt::AutoText by default. */
+    Q_PROPERTY(Qt::TextFormat textFormat READ textFormat WRITE setTextFormat)
+    /*! The standard buttons of the box. */
+    Q_PROPERTY(StandardButtons standardButtons READ standardButtons WRITE setStandardButtons)
+    /*! What the user can do with the text. */
+    Q_PROPERTY(Qt::TextInteractionFlags textInteractionFlags READ textInteractionFlags WRITE
+                   setTextInteractionFlags)
+
+public:
+    /*! The icon beside the text. */
+    enum Icon { NoIcon = 0, Information = 1, Warning = 2, Critical = 3, Question = 4 };
+    Q_ENUM(Icon)
+
+    /*! The roles of QDialogButtonBox. */
+    enum ButtonRole {
+        InvalidRole = QDialogButtonBox::InvalidRole,
+        AcceptRole = QDialogButtonBox::AcceptRole,
+        RejectRole = QDialogButtonBox::RejectRole,
+        DestructiveRole = QDialogButtonBox::DestructiveRole,
+        ActionRole = QDialogButtonBox::ActionRole,
+        HelpRole = QDialogButtonBox::HelpRole,
+        YesRole = QDialogButtonBox::YesRole,
+        NoRole = QDialogButtonBox::NoRole,
+        ResetRole = QDialogButtonBox::ResetRole,
+        ApplyRole = QDialogButtonBox::ApplyRole,
+        NRoles = QDialogButtonBox::NRoles
+    };
+
+    /*! The standard buttons of QDialogButtonBox. */
+    enum StandardButton {
+        NoButton = 0x00000000,
+        Ok = 0x00000400,
+        Save = 0x00000800,
+        SaveAll = 0x00001000,
+        Open = 0x00002000,
+        Yes = 0x00004000,
+        YesToAll = 0x00008000,
+        No = 0x00010000,
+        NoToAll = 0x00020000,
+        Abort = 0x00040000,
+        Retry = 0x00080000,
+        Ignore = 0x00100000,
+        Close = 0x00200000,
+        Cancel = 0x00400000,
+        Discard = 0x00800000,
+        Help = 0x01000000,
+        Apply = 0x02000000,
+        Reset = 0x04000000,
+        RestoreDefaults = 0x08000000
+    };
+    Q_ENUM(StandardButton)
+    Q_DECLARE_FLAGS(StandardButtons, StandardButton)
+    Q_FLAG(StandardButtons)
+
+    /*! Constructs a box without icon, text and buttons. */
+    explicit KestMessageBox(QWidget *parent = nullptr);
+    /*! Constructs a box with the given \a icon, \a title, \a text and \a buttons. It has no frame
+        of the system's and a close button whatever the \a flags. */
+    KestMessageBox(Icon icon, const QString &title, const QString &text,
+                   StandardButtons buttons = NoButton, QWidget *parent = nullptr,
+                   Qt::WindowFlags flags = Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    ~KestMessageBox() override;
+
+    /*! Returns the text. */
+    QString text() const;
+    /*! Sets the text to \a text. */
+    void setText(const QString &text);
+
+    /*! Returns the format of the text. */
+    Qt::TextFormat textFormat() const;
+    /*! Sets the format of the text to \a format. */
+    void setTextFormat(Qt::TextFormat format);
+
+    /*! Returns what the user can do with the text. */
+    Qt::TextInteractionFlags textInteractionFlags() const;
+    /*! Sets what the user can do with the text to \a flags. */
+    void setTextInteractionFlags(Qt::TextInteractionFlags flags);
+
+    /*! Returns the icon; NoIcon by default and after setIconPixmap(). */
+    Icon icon() const;
+    /*! Shows the style's pixmap for \a icon. NoIcon leaves the pixmap that is shown. */
+    void setIcon(Icon icon);
+    /*! Shows \a pixmap in place of an icon. */
+    void setIconPixmap(const QPixmap &pixmap);
+
+    /*! Returns the standard buttons. */
+    StandardButtons standardButtons() const;
+    /*! Replaces the standard buttons by \a buttons. A default or escape button that goes with them
+        is forgotten. */
+    void setStandardButtons(StandardButtons buttons);
+
+    /*! Adds \a button with \a role; the box owns it from now on. Null, or a button that the box
+        holds already, is ignored. */
+    void addButton(QAbstractButton *button, ButtonRole role);
+    /*! Adds a new button with \a text and \a role, and returns it. */
+    QPushButton *addButton(const QString &text, ButtonRole role);
+    /*! Adds the standard \a button and returns it. */
+    QPushButton *addButton(StandardButton button);
+    /*! Takes \a button out of the box without deleting it. Null is ignored. */
+    void removeButton(QAbstractButton *button);
+
+    /*! Returns the standard button that has the focus first, or NoButton. */
+    StandardButton defaultButton();
+    /*! Gives the standard \a button the focus when the box is shown; one that the box does not hold
+        is ignored. */
+    void setDefaultButton(StandardButton button);
+
+    /*! Returns the button that was clicked last, or null. A box that is shown again keeps it. */
+    QAbstractButton *clickedButton() const;
+    /*! Returns which standard button \a button is, or NoButton. Null stands for the escape
+        button. */
+    StandardButton standardButton(QAbstractButton *button) const;
+    /*! Looks for the button that stands for closing the box without a click, where none was found
+        before. */
+    void detectEscapeButton() const;
+
+    /*! Returns the least width of the contents, in pixels. */
+    int layoutMinimumWidth();
+    /*! Fixes the size of the box by its texts and the screen below the pointer; does nothing while
+        the box is hidden. */
+    void updateSize();
+
+    /*! Shows an information box with \a title, \a text and \a buttons over \a parent and returns
+        the button that was clicked, or the escape button. */
+    static StandardButton information(QWidget *parent, const QString &title, const QString &text,
+                                      StandardButtons buttons = Ok,
+                                      StandardButton defaultButton = NoButton);
+    /*! Shows a warning. \sa information() */
+    static StandardButton warning(QWidget *parent, const QString &title, const QString &text,
+                                  StandardButtons buttons = Ok,
+                                  StandardButton defaultButton = NoButton);
+    /*! Shows a critical message. \sa information() */
+    static StandardButton critical(QWidget *parent, const QString &title, const QString &text,
+                                   StandardButtons buttons = Ok,
+                                   StandardButton defaultButton = NoButton);
+    /*! Asks a question. \sa information() */
+    static StandardButton question(QWidget *parent, const QString &title, const QString &text,
+                                   StandardButtons buttons = StandardButtons(Yes | No),
+                                   StandardButton defaultButton = NoButton);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    Q_DISABLE_COPY(KestMessageBox)
+    static StandardButton run(QWidget *parent, Icon icon, const QString &title, const QString &text,
+                              StandardButtons buttons, StandardButton defaultButton);
+
+    KestMessageBoxPrivate *d;
+};
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(KestMessageBox::StandardButtons)
+
+#endif // KESTMESSAGEBOX_H

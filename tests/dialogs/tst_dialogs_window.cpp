@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+// Message boxes and the busy overlay as a user meets them: real windows, keys and clicks.
+
+#include "KestLoadingDialog.h"
+#include "KestMessageBox.h"
+#include "KestStyleSheet.h"
+#include "KestTitleBar.h"
+#include "KestWindow.h"
+#include "RealInput.h"
+
+#include <QtCore/QTimer>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QPushButton>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+using Box = KestMessageBox;
+
+// Acts on the box that a static function has opened, once it is the active window.
+void onOpenBox(const std::function<void(Box *)> &action)
+{
+    QTimer::singleShot(0, qApp, [action] {
+        auto *box = qobject_cast<Box *>(QApplication::activeModalWidget());
+        if (!box)
+            qFatal("No message box is open");
+        const bool active = QTest::qWaitForWindowActive(box);
+        RealInput::settle(80);
+        action(box);
+        // Whatever was meant to close it: the test must not hang.
+        QTimer::singleShot(5000, box, &QDialog::reject);
+        QVERIFY(active);
+    });
+}
+
+} // namespace
+
+class tst_Dialogs_Window : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void keysAnswer_data();
+    void keysAnswer();
+    void tabGoesThroughTheButtons();
+    void mnemonicPressesItsButton();
+    void clickAnswers();
+    void closeButtonAnswersWithTheEscapeButton();
+    void boxIsCentredOnItsParent();
+
+    void escapeCancelsTheOverlay();
+    void overlayTakesTheClicks();
+    void overlayFollowsTheWindow();
+
+private:
+    std::unique_ptr<KestWindow> m_window;
+};
+
+void tst_Dialogs_Window::initTestCase()
+{
+    qApp->setStyleSheet(KestStyleSheet::defaultStyleSheet());
+}
+
+void tst_Dialogs_Window::init()
+{
+    m_window.reset(new KestWindow);
+    m_window->setGeometry(250, 150, 600, 420);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    RealInput::settle(60);
+}
+
+void tst_Dialogs_Window::cleanup()
+{
+    m_window.reset();
+    RealInput::settle(30);
+}
+
+void tst_Dialogs_Window::keysAnswer_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("Return") << QStringLiteral("Return") << int(Box::Save);
+    QTest::newRow("space") << QStringLiteral("space") << int(Box::Save);
+    QTest::newRow("Escape") << QStringLiteral("Escape") << int(Box::Cancel);
+}
+
+void tst_Dialogs_Window::keysAnswer()
+{
+    QFETCH(QString, key);
+    QFETCH(int, answer);
+    onOpenBox([&](Box *) { RealInput::key(key); });
+    QCOMPARE(Box::question(m_window.get(), QStringLiteral("Title"), QStringLiteral("Save it?"),
+                           Box::Save | Box::Discard | Box::Cancel, Box::Save),
+             Box::StandardButton(answer));
+}
+
+void tst_Dialogs_Window::tabGoesThroughTheButtons()
+{
+    QList<Box::StandardButton> visited;
+    onOpenBox([&](Box *box) {
+        for (int i = 0; i < 2; ++i) {
+            visited.append(
+                box->standardButton(qobject_cast<QAbstractButton *>(QApplication::focusWidget())));
+            RealInput::key(QStringLiteral("Tab"));
+        }
+        RealInput::key(QStringLiteral("Shift+Tab"));
+        RealInput::key(QStringLiteral("Shift+Tab"));
+        visited.append(
+            box->standardButton(qobject_cast<QAbstractButton *>(QApplication::focusWidget())));
+        RealInput::key(QStringLiteral("Escape"));
+    });
+    Box::question(m_window.get(), QStringLiteral("Title"), QStringLiteral("Save it?"),
+                  Box::Ok | Box::Cancel, Box::Ok);
+    QCOMPARE(visited.size(), 3);
+    QCOMPARE(visited.at(0), Box::Ok);
+    QCOMPARE(visited.at(1), Box::Cancel);
+    QCOMPARE(visited.at(2), Box::Ok);
+}
+
+void tst_Dialogs_Window::mnemonicPressesItsButton()
+{
+    Box box(m_window.get());
+    box.setText(QStringLiteral("Which?"));
+    QPushButton *const first = box.addButton(QStringLiteral("&First"), Box::AcceptRole);
+    QPushButton *const second = box.addButton(QStringLiteral("&Second"), Box::AcceptRole);
+    QVERIFY(first);
+    QTimer::singleShot(0, &box, [&box] {
+        const bool active = QTest::qWaitForWindowActive(&box);
+        RealInput::settle(80);
+        RealInput::key(QStringLiteral("Alt+s"));
+        QTimer::singleShot(5000, &box, &QDialog::reject);
+        QVERIFY(active);
+    });
+    QCOMPARE(box.exec(), int(QDialog::Accepted));
+    QCOMPARE(box.clickedButton(), second);
+}
+
+void tst_Dialogs_Window::clickAnswers()
+{
+    onOpenBox([](Box *box) {
+        QPushButton *const no = box->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::No);
+        RealInput::click(no->mapToGlobal(no->rect().center()));
+    });
+    QCOMPARE(Box::question(m_window.get(), QStringLiteral("Title"), QStringLiteral("Really?")),
+             Box::No);
+}
+
+void tst_Dialogs_Window::closeButtonAnswersWithTheEscapeButton()
+{
+    onOpenBox([](Box *box) {
+        auto *close = box->titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn"));
+        RealInput::click(close->mapToGlobal(close->rect().center()));
+    });
+    QCOMPARE(Box::warning(m_window.get(), QStringLiteral("Title"), QStringLiteral("Careful."),
+                          Box::Ok | Box::Cancel),
+             Box::Cancel);
+}
+
+void tst_Dialogs_Window::boxIsCentredOnItsParent()
+{
+    QPoint distance;
+    QSize size;
+    onOpenBox([&](Box *box) {
+        RealInput::settle(100);
+        distance = box->geometry().center() - m_window->geometry().center();
+        size = box->size();
+        RealInput::key(QStringLiteral("Escape"));
+    });
+    Box::information(m_window.get(), QStringLiteral("Title"), QStringLiteral("Text."));
+    // Qt allows for a frame of 10 x 40 pixels that it does not know.
+    QVERIFY2(qAbs(distance.x()) <= 12 && qAbs(distance.y()) <= 42,
+             qPrintable(QStringLiteral("%1, %2").arg(distance.x()).arg(distance.y())));
+    QVERIFY(size.width() > 100);
+}
+
+void tst_Dialogs_Window::escapeCancelsTheOverlay()
+{
+    KestLoadingDialog overlay(m_window.get());
+    overlay.setCancelEnable(true);
+    QTimer::singleShot(100, &overlay, [] { RealInput::key(QStringLiteral("Escape")); });
+    QTimer::singleShot(5000, &overlay, &KestLoadingDialog::done);
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Canceled);
+}
+
+void tst_Dialogs_Window::overlayTakesTheClicks()
+{
+    auto *button = new QPushButton(QStringLiteral("below"), m_window->centralWidget());
+    button->setGeometry(100, 100, 120, 40);
+    button->show();
+    RealInput::settle(60);
+    QSignalSpy clicked(button, &QPushButton::clicked);
+    const QPoint point = button->mapToGlobal(button->rect().center());
+    KestLoadingDialog overlay(m_window.get());
+    QTimer::singleShot(100, &overlay, [&] {
+        RealInput::click(point);
+        RealInput::key(QStringLiteral("space"));
+        overlay.done();
+    });
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Done);
+    QCOMPARE(clicked.count(), 0);
+    RealInput::settle(60);
+    RealInput::click(point);
+    QTRY_COMPARE(clicked.count(), 1);
+}
+
+void tst_Dialogs_Window::overlayFollowsTheWindow()
+{
+    KestLoadingDialog overlay(m_window.get());
+    QRect geometry;
+    QTimer::singleShot(100, &overlay, [&] {
+        m_window->resize(640, 470);
+        RealInput::settle(200);
+        geometry = overlay.geometry();
+        overlay.done();
+    });
+    overlay.exec();
+    QCOMPARE(geometry, QRect(0, 0, 640, 470));
+}
+
+QTEST_MAIN(tst_Dialogs_Window)
+#include "tst_dialogs_window.moc"

@@ -1,0 +1,522 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestLoadingDialog.h"
+
+#include "KestWindow.h"
+
+#include <QtCore/QMetaEnum>
+#include <QtCore/QPointer>
+#include <QtCore/QThread>
+#include <QtCore/QTimer>
+#include <QtGui/QMovie>
+#include <QtTest/QTest>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+
+#include <functional>
+
+namespace {
+
+const char LoadingGif[] = ":/KestWidgets/Resources/loading.gif";
+
+// Runs the overlay and does something once its loop runs.
+KestLoadingDialog::Result execAnd(KestLoadingDialog *overlay, const std::function<void()> &action)
+{
+    QTimer::singleShot(0, overlay, action);
+    return overlay->exec();
+}
+
+class Window : public QWidget
+{
+public:
+    Window() { resize(400, 300); }
+};
+
+} // namespace
+
+class tst_KestLoadingDialog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void metaObject();
+    void newOverlayIsHidden();
+    void overlayBelongsToTheTopLevelWindow();
+    void formIsBuiltAsDesigned();
+    void animationIsShownAndRunsWhileVisible();
+
+    void doneReturnsDone();
+    void cancelReturnsCanceled();
+    void endIsAsynchronous();
+    void lastCallBeforeTheEndWins();
+    void overlayIsHiddenAfterwards();
+    void runsAgainFromTheBeginning();
+    void doneWithoutExecIsForgotten();
+    void execWhileRunningReturnsAtOnce();
+    void doneFromAnotherThread();
+
+    void hidingEndsIt();
+    void closingEndsIt();
+    void closingTheWindowEndsIt();
+    void deletingTheOverlayEndsIt();
+    void deletingTheWindowEndsIt();
+
+    void escapeCancelsWhenEnabled();
+    void escapeDoesNothingWhenDisabled();
+    void otherKeysAreSwallowed();
+    void focusStaysOnTheOverlay();
+
+    void overlayCoversTheWindow();
+    void overlayLiesAboveItsSiblings();
+    void overlayKeepsInsideOfTheWindowsMargins();
+    void windowShowsThrough();
+
+    void movieIsReplaced();
+    void sameMovieIsKept();
+    void nullMovieShowsNone();
+};
+
+void tst_KestLoadingDialog::metaObject()
+{
+    const QMetaObject &meta = KestLoadingDialog::staticMetaObject;
+    for (const char *slot : { "done()", "cancel()", "exec()" })
+        QVERIFY2(meta.indexOfSlot(slot) >= meta.methodOffset(), slot);
+    Window window;
+    KestLoadingDialog overlay(&window);
+    QVERIFY(!overlay.cancelEnable());
+    QVERIFY(overlay.setProperty("cancelEnable", true));
+    QVERIFY(overlay.cancelEnable());
+    const QMetaEnum results = QMetaEnum::fromType<KestLoadingDialog::Result>();
+    QCOMPARE(results.keyToValue("Canceled"), 0);
+    QCOMPARE(results.keyToValue("Done"), 1);
+}
+
+void tst_KestLoadingDialog::newOverlayIsHidden()
+{
+    Window window;
+    KestLoadingDialog overlay(&window);
+    window.show();
+    QVERIFY(!overlay.isVisible());
+    QCOMPARE(overlay.focusPolicy(), Qt::StrongFocus);
+    QVERIFY(overlay.movie());
+    QCOMPARE(overlay.movie()->state(), QMovie::NotRunning);
+}
+
+void tst_KestLoadingDialog::overlayBelongsToTheTopLevelWindow()
+{
+    Window window;
+    auto *inner = new QWidget(&window);
+    auto *innermost = new QPushButton(inner);
+    KestLoadingDialog overlay(innermost);
+    QCOMPARE(overlay.parentWidget(), &window);
+    QVERIFY(!overlay.isWindow());
+}
+
+void tst_KestLoadingDialog::formIsBuiltAsDesigned()
+{
+    Window window;
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(overlay.objectName(), QStringLiteral("KestLoadingDialog"));
+    QCOMPARE(overlay.size(), QSize(594, 169));
+    QCOMPARE(overlay.windowTitle(), QStringLiteral("LoadingDialog"));
+    QCOMPARE(overlay.styleSheet(),
+             QStringLiteral("#widget\n{\n\tbackground: rgba(255,255,255,100);\n}\n"));
+    auto *row = qobject_cast<QHBoxLayout *>(overlay.layout());
+    QVERIFY(row);
+    QCOMPARE(row->objectName(), QStringLiteral("horizontalLayout"));
+    QCOMPARE(row->spacing(), 6);
+    QCOMPARE(row->contentsMargins(), QMargins());
+    QWidget *const inner = row->itemAt(0)->widget();
+    QCOMPARE(inner->objectName(), QStringLiteral("widget"));
+    auto *grid = qobject_cast<QGridLayout *>(inner->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), QStringLiteral("gridLayout"));
+    QCOMPARE(grid->spacing(), 6);
+    QCOMPARE(grid->contentsMargins(), QMargins(11, 11, 11, 11));
+    auto *label = qobject_cast<QLabel *>(grid->itemAtPosition(1, 2)->widget());
+    QVERIFY(label);
+    QCOMPARE(label->objectName(), QStringLiteral("label"));
+    QCOMPARE(label->text(), QString());
+    QCOMPARE(label->movie(), overlay.movie());
+    const QPoint spacers[] = { { 1, 3 }, { 0, 0 }, { 1, 0 }, { 2, 0 } };
+    for (const QPoint &cell : spacers) {
+        QSpacerItem *const spacer = grid->itemAtPosition(cell.x(), cell.y())->spacerItem();
+        QVERIFY(spacer);
+        const bool horizontal = cell.x() == 1;
+        QCOMPARE(spacer->sizeHint(), horizontal ? QSize(40, 20) : QSize(20, 40));
+        QCOMPARE(spacer->expandingDirections(),
+                 Qt::Orientations(horizontal ? Qt::Horizontal : Qt::Vertical));
+    }
+    QCOMPARE(grid->count(), 5);
+}
+
+void tst_KestLoadingDialog::animationIsShownAndRunsWhileVisible()
+{
+    Window window;
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(overlay.movie()->fileName(), QString::fromLatin1(LoadingGif));
+    QVERIFY(overlay.movie()->isValid());
+    window.show();
+    QMovie::MovieState state = QMovie::NotRunning;
+    execAnd(&overlay, [&] {
+        state = overlay.movie()->state();
+        overlay.done();
+    });
+    QCOMPARE(state, QMovie::Running);
+    QCOMPARE(overlay.movie()->state(), QMovie::NotRunning);
+}
+
+void tst_KestLoadingDialog::doneReturnsDone()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::cancelReturnsCanceled()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(execAnd(&overlay, [&] { overlay.cancel(); }), KestLoadingDialog::Canceled);
+}
+
+void tst_KestLoadingDialog::endIsAsynchronous()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    bool visible = false;
+    execAnd(&overlay, [&] {
+        overlay.done();
+        visible = overlay.isVisible();
+    });
+    QVERIFY(visible);
+}
+
+void tst_KestLoadingDialog::lastCallBeforeTheEndWins()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    // Both are posted, and the first ends the loop: the second is worked off on the way out.
+    const KestLoadingDialog::Result result = execAnd(&overlay, [&] {
+        overlay.cancel();
+        overlay.done();
+    });
+    QCOMPARE(result, KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::overlayIsHiddenAfterwards()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    bool visible = false;
+    execAnd(&overlay, [&] {
+        visible = overlay.isVisible();
+        overlay.done();
+    });
+    QVERIFY(visible);
+    QVERIFY(!overlay.isVisible());
+    QVERIFY(overlay.isHidden());
+}
+
+void tst_KestLoadingDialog::runsAgainFromTheBeginning()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+    QCOMPARE(execAnd(&overlay, [&] { overlay.hide(); }), KestLoadingDialog::Canceled);
+    QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::doneWithoutExecIsForgotten()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.done();
+    QCoreApplication::processEvents();
+    bool ran = false;
+    const KestLoadingDialog::Result result = execAnd(&overlay, [&] {
+        ran = true;
+        overlay.hide();
+    });
+    QVERIFY(ran);
+    QCOMPARE(result, KestLoadingDialog::Canceled);
+}
+
+void tst_KestLoadingDialog::execWhileRunningReturnsAtOnce()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    KestLoadingDialog::Result inner = KestLoadingDialog::Done;
+    const KestLoadingDialog::Result outer = execAnd(&overlay, [&] {
+        inner = overlay.exec();
+        overlay.done();
+    });
+    QCOMPARE(inner, KestLoadingDialog::Canceled);
+    QCOMPARE(outer, KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::doneFromAnotherThread()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    const QScopedPointer<QThread> worker(QThread::create([] { QThread::msleep(20); }));
+    connect(worker.data(), &QThread::finished, &overlay, &KestLoadingDialog::done,
+            Qt::QueuedConnection);
+    worker->start();
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Done);
+    worker->wait();
+
+    const QScopedPointer<QThread> invoker(QThread::create(
+        [&overlay] { QMetaObject::invokeMethod(&overlay, "cancel", Qt::QueuedConnection); }));
+    invoker->start();
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Canceled);
+    invoker->wait();
+}
+
+void tst_KestLoadingDialog::hidingEndsIt()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(execAnd(&overlay, [&] { overlay.hide(); }), KestLoadingDialog::Canceled);
+}
+
+void tst_KestLoadingDialog::closingEndsIt()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(execAnd(&overlay, [&] { overlay.close(); }), KestLoadingDialog::Canceled);
+}
+
+void tst_KestLoadingDialog::closingTheWindowEndsIt()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QCOMPARE(execAnd(&overlay, [&] { window.close(); }), KestLoadingDialog::Canceled);
+}
+
+void tst_KestLoadingDialog::deletingTheOverlayEndsIt()
+{
+    Window window;
+    window.show();
+    QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    QTimer::singleShot(0, &window, [&] { delete overlay; });
+    QCOMPARE(overlay->exec(), KestLoadingDialog::Canceled);
+    QVERIFY(overlay.isNull());
+}
+
+void tst_KestLoadingDialog::deletingTheWindowEndsIt()
+{
+    auto *window = new Window;
+    window->show();
+    QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(window));
+    QTimer::singleShot(0, qApp, [window] { delete window; });
+    QCOMPARE(overlay->exec(), KestLoadingDialog::Canceled);
+    QVERIFY(overlay.isNull());
+}
+
+void tst_KestLoadingDialog::escapeCancelsWhenEnabled()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.setCancelEnable(true);
+    bool still = false;
+    QCOMPARE(execAnd(&overlay,
+                     [&] {
+                         QTest::keyClick(&overlay, Qt::Key_Escape);
+                         still = overlay.isVisible();
+                     }),
+             KestLoadingDialog::Canceled);
+    QVERIFY(still); // it ends once the key is through
+}
+
+void tst_KestLoadingDialog::escapeDoesNothingWhenDisabled()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    const KestLoadingDialog::Result result = execAnd(&overlay, [&] {
+        QTest::keyClick(&overlay, Qt::Key_Escape);
+        QTimer::singleShot(30, &overlay, [&] { overlay.done(); });
+    });
+    QCOMPARE(result, KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::otherKeysAreSwallowed()
+{
+    class Counting : public Window
+    {
+    public:
+        int keys = 0;
+
+    protected:
+        void keyPressEvent(QKeyEvent *) override { ++keys; }
+    };
+    Counting window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.setCancelEnable(true);
+    bool running = false;
+    execAnd(&overlay, [&] {
+        for (const Qt::Key key : { Qt::Key_A, Qt::Key_Return, Qt::Key_Space, Qt::Key_Tab })
+            QTest::keyClick(&overlay, key);
+        QCoreApplication::processEvents();
+        running = overlay.isVisible();
+        overlay.done();
+    });
+    QVERIFY(running);
+    QCOMPARE(window.keys, 0);
+}
+
+void tst_KestLoadingDialog::focusStaysOnTheOverlay()
+{
+    Window window;
+    auto *button = new QPushButton(&window);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    button->setFocus();
+    KestLoadingDialog overlay(&window);
+    QWidget *atFirst = nullptr;
+    QWidget *afterTab = nullptr;
+    execAnd(&overlay, [&] {
+        atFirst = QApplication::focusWidget();
+        QTest::keyClick(&overlay, Qt::Key_Tab);
+        QTest::keyClick(&overlay, Qt::Key_Backtab);
+        afterTab = QApplication::focusWidget();
+        overlay.done();
+    });
+    QCOMPARE(atFirst, &overlay);
+    QCOMPARE(afterTab, &overlay);
+}
+
+void tst_KestLoadingDialog::overlayCoversTheWindow()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QRect atFirst;
+    QRect later;
+    QRect inner;
+    QRect label;
+    execAnd(&overlay, [&] {
+        atFirst = overlay.geometry();
+        window.resize(523, 377);
+        QCoreApplication::processEvents();
+        later = overlay.geometry();
+        inner = overlay.findChild<QWidget *>(QStringLiteral("widget"))->geometry();
+        auto *shown = overlay.findChild<QLabel *>();
+        label = QRect(shown->mapTo(&overlay, QPoint(0, 0)), shown->size());
+        overlay.done();
+    });
+    QCOMPARE(atFirst, QRect(0, 0, 400, 300));
+    QCOMPARE(later, QRect(0, 0, 523, 377));
+    QCOMPARE(inner, QRect(0, 0, 523, 377));
+    // The animation is in the middle.
+    QVERIFY(qAbs(label.center().x() - later.center().x()) <= 4);
+    QVERIFY(qAbs(label.center().y() - later.center().y()) <= 1);
+}
+
+void tst_KestLoadingDialog::overlayLiesAboveItsSiblings()
+{
+    Window window;
+    KestLoadingDialog overlay(&window);
+    auto *later = new QPushButton(&window);
+    later->setGeometry(100, 100, 100, 40);
+    window.show();
+    QWidget *top = nullptr;
+    execAnd(&overlay, [&] {
+        top = window.childAt(120, 110);
+        overlay.done();
+    });
+    QVERIFY(top != later);
+    QVERIFY(top == &overlay || overlay.isAncestorOf(top));
+}
+
+void tst_KestLoadingDialog::overlayKeepsInsideOfTheWindowsMargins()
+{
+    KestWindow window;
+    window.resize(400, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    KestLoadingDialog overlay(&window);
+    QRect geometry;
+    QRect inner;
+    execAnd(&overlay, [&] {
+        QCoreApplication::processEvents();
+        geometry = overlay.geometry();
+        inner = overlay.findChild<QWidget *>(QStringLiteral("widget"))->geometry();
+        overlay.done();
+    });
+    QCOMPARE(geometry, QRect(0, 0, 400, 300));
+    QCOMPARE(inner, window.contentsRect()); // its shadow is not painted on
+}
+
+void tst_KestLoadingDialog::windowShowsThrough()
+{
+    Window window;
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(0, 0, 0));
+    window.setPalette(palette);
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QColor color;
+    execAnd(&overlay, [&] {
+        color = window.grab().toImage().pixelColor(20, 20);
+        overlay.done();
+    });
+    QCOMPARE(color, QColor(100, 100, 100));
+}
+
+void tst_KestLoadingDialog::movieIsReplaced()
+{
+    Window window;
+    KestLoadingDialog overlay(&window);
+    const QPointer<QMovie> first(overlay.movie());
+    const QPointer<QMovie> second(new QMovie(QString::fromLatin1(LoadingGif)));
+    overlay.setMovie(second);
+    QVERIFY(first.isNull());
+    QCOMPARE(overlay.movie(), second);
+    auto *third = new QMovie(QString::fromLatin1(LoadingGif));
+    overlay.setMovie(third);
+    QVERIFY(second.isNull());
+    QCOMPARE(overlay.findChild<QLabel *>()->movie(), third);
+}
+
+void tst_KestLoadingDialog::sameMovieIsKept()
+{
+    Window window;
+    KestLoadingDialog overlay(&window);
+    const QPointer<QMovie> movie(overlay.movie());
+    overlay.setMovie(movie);
+    QVERIFY(!movie.isNull());
+    QCOMPARE(overlay.movie(), movie);
+}
+
+void tst_KestLoadingDialog::nullMovieShowsNone()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.setMovie(nullptr);
+    QVERIFY(!overlay.movie());
+    QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+}
+
+QTEST_MAIN(tst_KestLoadingDialog)
+#include "tst_kestloadingdialog.moc"

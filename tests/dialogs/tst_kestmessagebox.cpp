@@ -1,0 +1,886 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestMessageBox.h"
+
+#include "KestTitleBar.h"
+
+#include <QtCore/QMetaEnum>
+#include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtGui/QAccessible>
+#include <QtGui/QScreen>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QVBoxLayout>
+
+#include <functional>
+
+Q_DECLARE_METATYPE(KestMessageBox::StandardButtons)
+
+namespace {
+
+using Box = KestMessageBox;
+
+QLabel *iconLabel(const Box &box)
+{
+    return qobject_cast<QLabel *>(
+        box.centralWidget()->layout()->itemAt(0)->layout()->itemAt(0)->widget());
+}
+
+QLabel *textLabel(const Box &box)
+{
+    return qobject_cast<QLabel *>(
+        box.centralWidget()->layout()->itemAt(0)->layout()->itemAt(1)->widget());
+}
+
+QDialogButtonBox *buttonBox(const Box &box)
+{
+    return qobject_cast<QDialogButtonBox *>(box.centralWidget()->layout()->itemAt(1)->widget());
+}
+
+QPushButton *buttonOf(const Box &box, Box::StandardButton button)
+{
+    return buttonBox(box)->button(QDialogButtonBox::StandardButton(int(button)));
+}
+
+// The box that a static function has opened, once its loop runs.
+void onOpenBox(const std::function<void(Box *)> &action)
+{
+    QTimer::singleShot(0, qApp, [action] {
+        auto *box = qobject_cast<Box *>(QApplication::activeModalWidget());
+        if (!box)
+            qFatal("No message box is open");
+        action(box);
+    });
+}
+
+const Box::StandardButton AllButtons[] = {
+    Box::Ok,     Box::Save,    Box::SaveAll, Box::Open,  Box::Yes,    Box::YesToAll,
+    Box::No,     Box::NoToAll, Box::Abort,   Box::Retry, Box::Ignore, Box::Close,
+    Box::Cancel, Box::Discard, Box::Help,    Box::Apply, Box::Reset,  Box::RestoreDefaults
+};
+
+} // namespace
+
+class tst_KestMessageBox : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void iconValues();
+    void buttonValues_data();
+    void buttonValues();
+    void roleValues();
+    void properties();
+    void newBoxIsEmpty();
+    void secondConstructorFillsTheBox();
+    void secondConstructorsDefaults();
+    void layoutHoldsIconTextAndButtons();
+
+    void textSettingsAreTheLabels();
+    void iconsAreTheStyles_data();
+    void iconsAreTheStyles();
+    void noIconKeepsThePixmap();
+    void pixmapTakesTheIconsPlace();
+
+    void standardButtonsAreTheBoxs();
+    void replacedButtonsAreForgotten();
+    void keptButtonsAreRemembered();
+    void buttonsAreAddedOnce();
+    void buttonsWithTextAreCreated();
+    void standardButtonsAreAdded();
+    void removedButtonsLiveOn();
+    void removedButtonThatDiesIsForgotten();
+
+    void defaultButtonHasTheFocus();
+    void unknownDefaultButtonIsIgnored();
+    void customDefaultIsNoStandardButton();
+
+    void standardButtonsClose_data();
+    void standardButtonsClose();
+    void rolesClose_data();
+    void rolesClose();
+    void clickIsRecordedBeforeTheBoxCloses();
+    void clickIsKeptForTheNextShow();
+
+    void escapeButton_data();
+    void escapeButton();
+    void escapeButtonByRole();
+    void escapeButtonIsFoundOnce();
+
+    void staticFunctions_data();
+    void staticFunctions();
+    void staticFunctionsReturnTheClick_data();
+    void staticFunctionsReturnTheClick();
+    void staticFunctionsReturnTheEscapeButton_data();
+    void staticFunctionsReturnTheEscapeButton();
+    void discardLeavesTheBoxOpen();
+    void defaultArgumentsAreQMessageBoxs();
+    void parentMayDieWhileTheBoxIsOpen();
+    void boxesMayBeNested();
+
+    void sizeIsFixedByTheRule_data();
+    void sizeIsFixedByTheRule();
+    void screenIsWrittenOut();
+    void hiddenBoxIsNotResized();
+    void boxIsCentredAnewOnEveryShow();
+
+    void enterPressesTheDefaultButton();
+    void screenReaderFindsTextAndButtons();
+};
+
+void tst_KestMessageBox::iconValues()
+{
+    const QMetaEnum icons = QMetaEnum::fromType<Box::Icon>();
+    QCOMPARE(icons.keyCount(), 5);
+    const char *names[] = { "NoIcon", "Information", "Warning", "Critical", "Question" };
+    for (int i = 0; i < 5; ++i) {
+        QCOMPARE(icons.keyToValue(names[i]), i);
+        const QMetaEnum theirs = QMetaEnum::fromType<QMessageBox::Icon>();
+        QCOMPARE(icons.keyToValue(names[i]), theirs.keyToValue(names[i]));
+    }
+}
+
+void tst_KestMessageBox::buttonValues_data()
+{
+    QTest::addColumn<int>("value");
+    const int values[] = { 0x00000000, 0x00000400, 0x00000800, 0x00001000, 0x00002000,
+                           0x00004000, 0x00008000, 0x00010000, 0x00020000, 0x00040000,
+                           0x00080000, 0x00100000, 0x00200000, 0x00400000, 0x00800000,
+                           0x01000000, 0x02000000, 0x04000000, 0x08000000 };
+    const char *names[] = { "NoButton", "Ok",       "Save",  "SaveAll",        "Open",
+                            "Yes",      "YesToAll", "No",    "NoToAll",        "Abort",
+                            "Retry",    "Ignore",   "Close", "Cancel",         "Discard",
+                            "Help",     "Apply",    "Reset", "RestoreDefaults" };
+    for (int i = 0; i < 19; ++i)
+        QTest::newRow(names[i]) << values[i];
+}
+
+void tst_KestMessageBox::buttonValues()
+{
+    QFETCH(int, value);
+    const QMetaEnum buttons = QMetaEnum::fromType<Box::StandardButtons>();
+    QVERIFY(buttons.isFlag());
+    QCOMPARE(buttons.keyToValue(QTest::currentDataTag()), value);
+    const QMetaEnum theirs = QMetaEnum::fromType<QDialogButtonBox::StandardButtons>();
+    QCOMPARE(theirs.keyToValue(QTest::currentDataTag()), value);
+}
+
+void tst_KestMessageBox::roleValues()
+{
+    QCOMPARE(int(Box::InvalidRole), -1);
+    QCOMPARE(int(Box::AcceptRole), 0);
+    QCOMPARE(int(Box::RejectRole), 1);
+    QCOMPARE(int(Box::DestructiveRole), 2);
+    QCOMPARE(int(Box::ActionRole), 3);
+    QCOMPARE(int(Box::HelpRole), 4);
+    QCOMPARE(int(Box::YesRole), 5);
+    QCOMPARE(int(Box::NoRole), 6);
+    QCOMPARE(int(Box::ResetRole), 7);
+    QCOMPARE(int(Box::ApplyRole), 8);
+    QCOMPARE(Box::staticMetaObject.indexOfEnumerator("ButtonRole"), -1); // no meta-enum
+}
+
+void tst_KestMessageBox::properties()
+{
+    Box box;
+    QVERIFY(box.setProperty("text", QStringLiteral("t")));
+    QCOMPARE(box.property("text").toString(), QStringLiteral("t"));
+    QVERIFY(box.setProperty("icon", QVariant::fromValue(Box::Warning)));
+    QCOMPARE(box.icon(), Box::Warning);
+    QVERIFY(box.setProperty("textFormat", QVariant::fromValue(Qt::PlainText)));
+    QCOMPARE(box.textFormat(), Qt::PlainText);
+    QVERIFY(box.setProperty("standardButtons", int(Box::Ok | Box::Cancel)));
+    QCOMPARE(box.standardButtons(), Box::Ok | Box::Cancel);
+    QVERIFY(box.setProperty("textInteractionFlags", int(Qt::TextSelectableByMouse)));
+    QCOMPARE(box.textInteractionFlags(), Qt::TextInteractionFlags(Qt::TextSelectableByMouse));
+    const QMetaObject &meta = Box::staticMetaObject;
+    const QMetaProperty pixmap = meta.property(meta.indexOfProperty("iconPixmap"));
+    QVERIFY(pixmap.isWritable());
+    QVERIFY(!pixmap.isReadable());
+    QPixmap image(7, 9);
+    QVERIFY(box.setProperty("iconPixmap", image));
+    QCOMPARE(iconLabel(box)->pixmap(Qt::ReturnByValue).size(), QSize(7, 9));
+    QCOMPARE(meta.methodCount(), meta.methodOffset());
+}
+
+void tst_KestMessageBox::newBoxIsEmpty()
+{
+    Box box;
+    QCOMPARE(box.text(), QString());
+    QCOMPARE(box.icon(), Box::NoIcon);
+    QCOMPARE(box.standardButtons(), Box::StandardButtons(Box::NoButton));
+    QCOMPARE(box.textFormat(), QLabel().textFormat());
+    QCOMPARE(box.textInteractionFlags(), QLabel().textInteractionFlags());
+    QVERIFY(!box.clickedButton());
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+    QVERIFY(iconLabel(box)->pixmap(Qt::ReturnByValue).isNull());
+}
+
+void tst_KestMessageBox::secondConstructorFillsTheBox()
+{
+    QWidget parent;
+    Box box(Box::Question, QStringLiteral("title"), QStringLiteral("text"), Box::Yes | Box::No,
+            &parent, Qt::Dialog | Qt::WindowStaysOnTopHint);
+    QCOMPARE(box.icon(), Box::Question);
+    QCOMPARE(box.windowTitle(), QStringLiteral("title"));
+    QCOMPARE(box.text(), QStringLiteral("text"));
+    QCOMPARE(box.standardButtons(), Box::Yes | Box::No);
+    QCOMPARE(box.parentWidget(), &parent);
+    QCOMPARE(box.windowFlags(),
+             Qt::Dialog | Qt::WindowStaysOnTopHint | Qt::FramelessWindowHint
+                 | Qt::WindowCloseButtonHint);
+    QVERIFY(!iconLabel(box)->pixmap(Qt::ReturnByValue).isNull());
+}
+
+void tst_KestMessageBox::secondConstructorsDefaults()
+{
+    const Box box(Box::NoIcon, QString(), QString());
+    const QMessageBox theirs(QMessageBox::NoIcon, QString(), QString());
+    QCOMPARE(box.standardButtons(), Box::StandardButtons(Box::NoButton));
+    QVERIFY(!box.parentWidget());
+    QCOMPARE(box.windowFlags(), Qt::WindowFlags(0x08000903));
+    QVERIFY(theirs.windowFlags().testFlag(Qt::MSWindowsFixedSizeDialogHint));
+}
+
+void tst_KestMessageBox::layoutHoldsIconTextAndButtons()
+{
+    Box box;
+    auto *layout = qobject_cast<QVBoxLayout *>(box.centralWidget()->layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->count(), 2);
+    auto *message = qobject_cast<QHBoxLayout *>(layout->itemAt(0)->layout());
+    QVERIFY(message);
+    QCOMPARE(message->contentsMargins(), QMargins());
+    QCOMPARE(message->spacing(), 20);
+    QCOMPARE(message->stretch(0), 0);
+    QCOMPARE(message->stretch(1), 1);
+    QCOMPARE(layout->stretch(1), 0);
+    QVERIFY(iconLabel(box) && textLabel(box) && buttonBox(box));
+    box.setText(QStringLiteral("text"));
+    QCOMPARE(textLabel(box)->text(), QStringLiteral("text"));
+}
+
+void tst_KestMessageBox::textSettingsAreTheLabels()
+{
+    Box box;
+    box.setTextFormat(Qt::RichText);
+    box.setTextInteractionFlags(Qt::TextBrowserInteraction);
+    QCOMPARE(textLabel(box)->textFormat(), Qt::RichText);
+    QCOMPARE(textLabel(box)->textInteractionFlags(), Qt::TextBrowserInteraction);
+    QCOMPARE(box.textFormat(), Qt::RichText);
+    QCOMPARE(box.textInteractionFlags(), Qt::TextBrowserInteraction);
+}
+
+void tst_KestMessageBox::iconsAreTheStyles_data()
+{
+    QTest::addColumn<int>("icon");
+    QTest::addColumn<int>("pixmap");
+    QTest::newRow("information") << 1 << int(QStyle::SP_MessageBoxInformation);
+    QTest::newRow("warning") << 2 << int(QStyle::SP_MessageBoxWarning);
+    QTest::newRow("critical") << 3 << int(QStyle::SP_MessageBoxCritical);
+    QTest::newRow("question") << 4 << int(QStyle::SP_MessageBoxQuestion);
+}
+
+void tst_KestMessageBox::iconsAreTheStyles()
+{
+    QFETCH(int, icon);
+    QFETCH(int, pixmap);
+    Box box;
+    box.setIcon(Box::Icon(icon));
+    QCOMPARE(box.icon(), Box::Icon(icon));
+    const QPixmap expected = box.style()->standardPixmap(QStyle::StandardPixmap(pixmap));
+    QVERIFY(!expected.isNull());
+    QCOMPARE(iconLabel(box)->pixmap(Qt::ReturnByValue).toImage(), expected.toImage());
+}
+
+void tst_KestMessageBox::noIconKeepsThePixmap()
+{
+    Box box;
+    box.setIcon(Box::Critical);
+    const QImage image = iconLabel(box)->pixmap(Qt::ReturnByValue).toImage();
+    box.setIcon(Box::NoIcon);
+    QCOMPARE(box.icon(), Box::NoIcon);
+    QCOMPARE(iconLabel(box)->pixmap(Qt::ReturnByValue).toImage(), image);
+}
+
+void tst_KestMessageBox::pixmapTakesTheIconsPlace()
+{
+    Box box;
+    box.setIcon(Box::Critical);
+    QPixmap pixmap(20, 20);
+    pixmap.fill(Qt::green);
+    box.setIconPixmap(pixmap);
+    QCOMPARE(box.icon(), Box::NoIcon);
+    box.setIcon(Box::NoIcon);
+    QCOMPARE(iconLabel(box)->pixmap(Qt::ReturnByValue).toImage().pixelColor(5, 5),
+             QColor(Qt::green));
+}
+
+void tst_KestMessageBox::standardButtonsAreTheBoxs()
+{
+    Box box;
+    box.setStandardButtons(Box::Save | Box::Discard | Box::Cancel);
+    QCOMPARE(int(buttonBox(box)->standardButtons()), int(box.standardButtons()));
+    for (const Box::StandardButton button : { Box::Save, Box::Discard, Box::Cancel })
+        QCOMPARE(box.standardButton(buttonOf(box, button)), button);
+    QPushButton elsewhere;
+    QCOMPARE(box.standardButton(&elsewhere), Box::NoButton);
+}
+
+void tst_KestMessageBox::replacedButtonsAreForgotten()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    box.setDefaultButton(Box::Ok);
+    QCOMPARE(box.standardButton(nullptr), Box::Cancel);
+    box.setStandardButtons(Box::Yes | Box::No);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    QCOMPARE(box.standardButton(nullptr), Box::No);
+}
+
+void tst_KestMessageBox::keptButtonsAreRemembered()
+{
+    Box box;
+    QPushButton *const custom = box.addButton(QStringLiteral("own"), Box::RejectRole);
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton); // the custom one, it is the only
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    // It is in the box still, and stays the escape button.
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+    delete custom;
+    QCOMPARE(box.standardButton(nullptr), Box::Cancel);
+}
+
+void tst_KestMessageBox::buttonsAreAddedOnce()
+{
+    Box box;
+    auto *button = new QPushButton(QStringLiteral("own"));
+    box.addButton(button, Box::AcceptRole);
+    box.addButton(button, Box::RejectRole);
+    box.addButton(nullptr, Box::AcceptRole);
+    QCOMPARE(buttonBox(box)->buttons(), QList<QAbstractButton *> { button });
+    QCOMPARE(buttonBox(box)->buttonRole(button), QDialogButtonBox::AcceptRole);
+}
+
+void tst_KestMessageBox::buttonsWithTextAreCreated()
+{
+    Box box;
+    QPushButton *const button = box.addButton(QStringLiteral("own"), Box::ActionRole);
+    QCOMPARE(button->text(), QStringLiteral("own"));
+    QVERIFY(box.isAncestorOf(button));
+    QCOMPARE(buttonBox(box)->buttonRole(button), QDialogButtonBox::ActionRole);
+}
+
+void tst_KestMessageBox::standardButtonsAreAdded()
+{
+    Box box;
+    QPushButton *const button = box.addButton(Box::Retry);
+    QVERIFY(button);
+    QCOMPARE(box.standardButtons(), Box::StandardButtons(Box::Retry));
+    QCOMPARE(box.standardButton(button), Box::Retry);
+}
+
+void tst_KestMessageBox::removedButtonsLiveOn()
+{
+    Box box;
+    QPushButton *const button = box.addButton(QStringLiteral("own"), Box::ActionRole);
+    button->click();
+    box.removeButton(nullptr);
+    box.removeButton(button);
+    QVERIFY(buttonBox(box)->buttons().isEmpty());
+    QCOMPARE(box.clickedButton(), button); // not cleared
+    delete button;
+}
+
+void tst_KestMessageBox::removedButtonThatDiesIsForgotten()
+{
+    Box box;
+    QPushButton *const button = box.addButton(Box::Ok);
+    box.setDefaultButton(Box::Ok);
+    QCOMPARE(box.standardButton(nullptr), Box::Ok);
+    button->click();
+    box.removeButton(button);
+    delete button;
+    QVERIFY(!box.clickedButton());
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+}
+
+void tst_KestMessageBox::defaultButtonHasTheFocus()
+{
+    Box box;
+    box.setStandardButtons(Box::Yes | Box::No | Box::Cancel);
+    box.setDefaultButton(Box::No);
+    QCOMPARE(box.defaultButton(), Box::No);
+    QVERIFY(!buttonOf(box, Box::No)->isDefault());
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QVERIFY(buttonOf(box, Box::No)->hasFocus());
+}
+
+void tst_KestMessageBox::unknownDefaultButtonIsIgnored()
+{
+    Box box;
+    box.setStandardButtons(Box::Yes | Box::No);
+    box.setDefaultButton(Box::Yes);
+    box.setDefaultButton(Box::Cancel);
+    QCOMPARE(box.defaultButton(), Box::Yes);
+}
+
+void tst_KestMessageBox::customDefaultIsNoStandardButton()
+{
+    Box box;
+    box.addButton(QStringLiteral("own"), Box::AcceptRole)->setDefault(true);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+}
+
+void tst_KestMessageBox::standardButtonsClose_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("result"); // -1: it leaves the box open
+    const QMetaEnum names = QMetaEnum::fromType<Box::StandardButtons>();
+    const int results[] = { 1, 1, 1, 1, 1, 1, 0, 0, 0, 1, 1, 0, 0, -1, -1, -1, -1, -1 };
+    for (int i = 0; i < 18; ++i)
+        QTest::newRow(names.valueToKey(AllButtons[i])) << int(AllButtons[i]) << results[i];
+}
+
+void tst_KestMessageBox::standardButtonsClose()
+{
+    QFETCH(int, button);
+    QFETCH(int, result);
+    Box box;
+    box.setStandardButtons(Box::StandardButtons(button));
+    box.show();
+    QSignalSpy finished(&box, &QDialog::finished);
+    QPushButton *const clicked = buttonOf(box, Box::StandardButton(button));
+    QTest::mouseClick(clicked, Qt::LeftButton);
+    QCOMPARE(box.clickedButton(), clicked);
+    QCOMPARE(box.standardButton(box.clickedButton()), Box::StandardButton(button));
+    QCOMPARE(finished.count(), result < 0 ? 0 : 1);
+    QCOMPARE(box.isVisible(), result < 0);
+    if (result >= 0)
+        QCOMPARE(finished.first().first().toInt(), result);
+}
+
+void tst_KestMessageBox::rolesClose_data()
+{
+    QTest::addColumn<int>("role");
+    QTest::addColumn<int>("result");
+    QTest::newRow("accept") << int(Box::AcceptRole) << 1;
+    QTest::newRow("reject") << int(Box::RejectRole) << 0;
+    QTest::newRow("destructive") << int(Box::DestructiveRole) << -1;
+    QTest::newRow("action") << int(Box::ActionRole) << -1;
+    QTest::newRow("help") << int(Box::HelpRole) << -1;
+    QTest::newRow("yes") << int(Box::YesRole) << 1;
+    QTest::newRow("no") << int(Box::NoRole) << 0;
+    QTest::newRow("reset") << int(Box::ResetRole) << -1;
+    QTest::newRow("apply") << int(Box::ApplyRole) << -1;
+}
+
+void tst_KestMessageBox::rolesClose()
+{
+    QFETCH(int, role);
+    QFETCH(int, result);
+    Box box;
+    QPushButton *const button = box.addButton(QStringLiteral("own"), Box::ButtonRole(role));
+    box.show();
+    QSignalSpy finished(&box, &QDialog::finished);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(box.clickedButton(), button);
+    QCOMPARE(finished.count(), result < 0 ? 0 : 1);
+    if (result >= 0)
+        QCOMPARE(finished.first().first().toInt(), result);
+}
+
+void tst_KestMessageBox::clickIsRecordedBeforeTheBoxCloses()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok);
+    QAbstractButton *seen = nullptr;
+    connect(&box, &QDialog::finished, &box, [&] { seen = box.clickedButton(); });
+    box.show();
+    QTest::mouseClick(buttonOf(box, Box::Ok), Qt::LeftButton);
+    QCOMPARE(seen, buttonOf(box, Box::Ok));
+}
+
+void tst_KestMessageBox::clickIsKeptForTheNextShow()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    box.show();
+    QTest::mouseClick(buttonOf(box, Box::Ok), Qt::LeftButton);
+    box.show();
+    QCOMPARE(box.standardButton(box.clickedButton()), Box::Ok);
+    box.close();
+    QCOMPARE(box.standardButton(box.clickedButton()), Box::Ok);
+}
+
+void tst_KestMessageBox::escapeButton_data()
+{
+    QTest::addColumn<int>("buttons");
+    QTest::addColumn<int>("escape");
+    const auto row = [](const char *name, Box::StandardButtons buttons,
+                        Box::StandardButton escape) {
+        QTest::newRow(name) << int(buttons) << int(escape);
+    };
+    row("none", Box::NoButton, Box::NoButton);
+    row("cancel", Box::Ok | Box::Cancel, Box::Cancel);
+    row("cancel before others", Box::Close | Box::Abort | Box::No | Box::Cancel, Box::Cancel);
+    row("the only one", Box::Ok, Box::Ok);
+    row("the only one, whatever its role", Box::Help, Box::Help);
+    row("reject role", Box::Ok | Box::Close, Box::Close);
+    row("reject before no", Box::No | Box::Abort | Box::Yes, Box::Abort);
+    row("no role", Box::Yes | Box::No, Box::No);
+    row("nothing fits", Box::Ok | Box::Apply, Box::NoButton);
+    row("yes and discard", Box::Yes | Box::Discard, Box::NoButton);
+}
+
+void tst_KestMessageBox::escapeButton()
+{
+    QFETCH(int, buttons);
+    QFETCH(int, escape);
+    Box box;
+    box.setStandardButtons(Box::StandardButtons(buttons));
+    QCOMPARE(box.standardButton(nullptr), Box::StandardButton(escape));
+}
+
+void tst_KestMessageBox::escapeButtonByRole()
+{
+    Box box;
+    box.addButton(QStringLiteral("yes"), Box::YesRole);
+    QPushButton *const no = box.addButton(QStringLiteral("no"), Box::NoRole);
+    QPushButton *const reject = box.addButton(QStringLiteral("reject"), Box::RejectRole);
+    QVERIFY(no && reject);
+    box.detectEscapeButton();
+    // Custom buttons are no standard buttons; which one it is shows when it goes.
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+    box.addButton(Box::Cancel);
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+    delete reject;
+    QCOMPARE(box.standardButton(nullptr), Box::Cancel);
+}
+
+void tst_KestMessageBox::escapeButtonIsFoundOnce()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok);
+    QCOMPARE(box.standardButton(nullptr), Box::Ok);
+    box.addButton(Box::Cancel);
+    QCOMPARE(box.standardButton(nullptr), Box::Ok);
+}
+
+void tst_KestMessageBox::staticFunctions_data()
+{
+    QTest::addColumn<int>("icon");
+    QTest::newRow("information") << int(Box::Information);
+    QTest::newRow("warning") << int(Box::Warning);
+    QTest::newRow("critical") << int(Box::Critical);
+    QTest::newRow("question") << int(Box::Question);
+}
+
+void tst_KestMessageBox::staticFunctions()
+{
+    QFETCH(int, icon);
+    QWidget parent;
+    onOpenBox([&](Box *box) {
+        QCOMPARE(box->icon(), Box::Icon(icon));
+        QCOMPARE(box->windowTitle(), QStringLiteral("title"));
+        QCOMPARE(box->text(), QStringLiteral("text"));
+        QCOMPARE(box->standardButtons(), Box::Save | Box::Cancel);
+        QCOMPARE(box->defaultButton(), Box::Cancel);
+        QCOMPARE(box->windowFlags(), Qt::WindowFlags(0x08000903));
+        QCOMPARE(box->parentWidget(), &parent);
+        QVERIFY(box->isModal());
+        // Of the title bar's buttons only the close button is there.
+        QVERIFY(box->titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn"))->isVisible());
+        for (const char *name : { "minimumSizeBtn", "maximumSizeBtn" })
+            QVERIFY(!box->titleBar()->findChild<QWidget *>(QLatin1String(name))->isVisible());
+        buttonOf(*box, Box::Save)->click();
+    });
+    decltype(&Box::information) const functions[] = { nullptr, &Box::information, &Box::warning,
+                                                      &Box::critical, &Box::question };
+    QCOMPARE(functions[icon](&parent, QStringLiteral("title"), QStringLiteral("text"),
+                             Box::Save | Box::Cancel, Box::Cancel),
+             Box::Save);
+    QVERIFY(parent.findChildren<Box *>().isEmpty());
+}
+
+void tst_KestMessageBox::staticFunctionsReturnTheClick_data()
+{
+    QTest::addColumn<int>("button");
+    const QMetaEnum names = QMetaEnum::fromType<Box::StandardButtons>();
+    for (const Box::StandardButton button : AllButtons)
+        QTest::newRow(names.valueToKey(button)) << int(button);
+}
+
+void tst_KestMessageBox::staticFunctionsReturnTheClick()
+{
+    QFETCH(int, button);
+    onOpenBox([&](Box *box) {
+        buttonOf(*box, Box::StandardButton(button))->click();
+        box->close();
+    });
+    QCOMPARE(Box::information(nullptr, QString(), QString(),
+                              Box::StandardButtons(button) | Box::Cancel | Box::Ok),
+             Box::StandardButton(button));
+}
+
+void tst_KestMessageBox::staticFunctionsReturnTheEscapeButton_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : { "escape", "close", "close button" })
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void tst_KestMessageBox::staticFunctionsReturnTheEscapeButton()
+{
+    QFETCH(QString, way);
+    const auto leave = [&](Box *box) {
+        if (way == QLatin1String("escape"))
+            QTest::keyClick(box, Qt::Key_Escape);
+        else if (way == QLatin1String("close"))
+            box->close();
+        else
+            QTest::mouseClick(box->titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn")),
+                              Qt::LeftButton);
+    };
+    onOpenBox(leave);
+    QCOMPARE(Box::information(nullptr, QString(), QString(), Box::Ok | Box::Cancel, Box::Ok),
+             Box::Cancel);
+    onOpenBox(leave);
+    QCOMPARE(Box::information(nullptr, QString(), QString()), Box::Ok);
+    onOpenBox(leave);
+    QCOMPARE(Box::question(nullptr, QString(), QString()), Box::No);
+    onOpenBox(leave);
+    QCOMPARE(Box::question(nullptr, QString(), QString(), Box::Ok | Box::Apply), Box::NoButton);
+}
+
+void tst_KestMessageBox::discardLeavesTheBoxOpen()
+{
+    bool open = false;
+    onOpenBox([&](Box *box) {
+        buttonOf(*box, Box::Discard)->click();
+        open = box->isVisible();
+        box->close();
+    });
+    QCOMPARE(Box::warning(nullptr, QString(), QString(), Box::Save | Box::Discard | Box::Cancel),
+             Box::Discard);
+    QVERIFY(open);
+}
+
+void tst_KestMessageBox::defaultArgumentsAreQMessageBoxs()
+{
+    // The buttons that each static function shows when it is told nothing.
+    const auto ours = [](const std::function<void()> &call) {
+        int buttons = -1;
+        onOpenBox([&](Box *box) {
+            buttons = int(box->standardButtons());
+            box->close();
+        });
+        call();
+        return buttons;
+    };
+    const auto theirs = [](const std::function<void()> &call) {
+        int buttons = -1;
+        QTimer::singleShot(0, qApp, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            buttons = box ? int(box->standardButtons()) : -2;
+            if (box)
+                box->reject();
+        });
+        call();
+        return buttons;
+    };
+    const QString text = QStringLiteral("text");
+    QCOMPARE(ours([&] { Box::information(nullptr, text, text); }),
+             theirs([&] { QMessageBox::information(nullptr, text, text); }));
+    QCOMPARE(ours([&] { Box::warning(nullptr, text, text); }),
+             theirs([&] { QMessageBox::warning(nullptr, text, text); }));
+    QCOMPARE(ours([&] { Box::critical(nullptr, text, text); }),
+             theirs([&] { QMessageBox::critical(nullptr, text, text); }));
+    QCOMPARE(ours([&] { Box::question(nullptr, text, text); }),
+             theirs([&] { QMessageBox::question(nullptr, text, text); }));
+}
+
+void tst_KestMessageBox::parentMayDieWhileTheBoxIsOpen()
+{
+    auto *parent = new QWidget;
+    parent->show();
+    onOpenBox([&](Box *) { delete parent; });
+    QCOMPARE(Box::question(parent, QStringLiteral("t"), QStringLiteral("t")), Box::NoButton);
+}
+
+void tst_KestMessageBox::boxesMayBeNested()
+{
+    QWidget parent;
+    parent.show();
+    Box::StandardButton inner = Box::NoButton;
+    onOpenBox([&](Box *outer) {
+        onOpenBox([&](Box *box) {
+            QVERIFY(box != outer);
+            buttonOf(*box, Box::Retry)->click();
+        });
+        inner = Box::critical(outer, QString(), QString(), Box::Retry | Box::Abort);
+        buttonOf(*outer, Box::Yes)->click();
+    });
+    QCOMPARE(Box::question(&parent, QString(), QString()), Box::Yes);
+    QCOMPARE(inner, Box::Retry);
+}
+
+void tst_KestMessageBox::sizeIsFixedByTheRule_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("pointSize");
+    const QString sentence = QStringLiteral("A text of some length. ");
+    QTest::newRow("short") << QStringLiteral("t") << QStringLiteral("Short.") << 0;
+    QTest::newRow("long text") << QStringLiteral("t") << sentence.repeated(20) << 0;
+    QTest::newRow("long title") << sentence.repeated(3) << QStringLiteral("Short.") << 0;
+    QTest::newRow("very long title") << sentence.repeated(40) << QStringLiteral("Short.") << 0;
+    QTest::newRow("rich text") << QStringLiteral("t")
+                               << QStringLiteral("<h1>Head</h1><p>%1</p>").arg(sentence.repeated(9))
+                               << 0;
+    QTest::newRow("huge font") << QStringLiteral("t") << sentence.repeated(3) << 40;
+    QTest::newRow("one long word") << QStringLiteral("t") << QString(200, QLatin1Char('M')) << 0;
+}
+
+void tst_KestMessageBox::sizeIsFixedByTheRule()
+{
+    QFETCH(QString, title);
+    QFETCH(QString, text);
+    QFETCH(int, pointSize);
+    Box box(Box::Information, title, text, Box::Ok | Box::Cancel);
+    if (pointSize > 0) {
+        QFont font = box.font();
+        font.setPointSize(pointSize);
+        box.setFont(font);
+    }
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+
+    const int screen = QGuiApplication::primaryScreen()->size().width();
+    const int hard = screen <= 1024 ? screen : qMin(screen - 480, 1000);
+    const int soft = qMin(screen / 2, 500);
+    // The same contents in a layout of the test's own.
+    QWidget frame; // the margins of a window of its own would be others
+    QWidget contents(&frame);
+    contents.setFont(box.font());
+    auto *layout = new QVBoxLayout(&contents);
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(20);
+    auto *icon = new QLabel;
+    icon->setPixmap(iconLabel(box)->pixmap(Qt::ReturnByValue));
+    auto *label = new QLabel(text);
+    row->addWidget(icon);
+    row->addWidget(label, 1);
+    layout->addLayout(row);
+    layout->addWidget(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel));
+    contents.ensurePolished();
+    layout->activate();
+    int width = layout->totalMinimumSize().width();
+    const bool wrapped = width > soft;
+    if (wrapped) {
+        label->setWordWrap(true);
+        layout->activate();
+        width = qMax(soft, layout->totalMinimumSize().width());
+    }
+    const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
+    width = qMax(width, qMin(metrics.horizontalAdvance(title) + 50, hard));
+    layout->activate();
+    const int height = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                                   : layout->totalMinimumSize().height();
+    const QMargins inner = layout->contentsMargins();
+    const QMargins outer = box.contentsMargins();
+
+    QCOMPARE(textLabel(box)->wordWrap(), wrapped);
+    QCOMPARE(box.minimumSize(), box.maximumSize());
+    QCOMPARE(box.width(), width + inner.left() + inner.right() + outer.left() + outer.right());
+    const int rest =
+        box.height() - height - inner.top() - inner.bottom() - outer.top() - outer.bottom();
+    // The title bar's height before or after it was laid out.
+    QVERIFY2(rest == 48 || rest == box.titleBar()->height(), qPrintable(QString::number(rest)));
+}
+
+void tst_KestMessageBox::screenIsWrittenOut()
+{
+    Box box;
+    QTest::ignoreMessage(QtDebugMsg, "KestMessageBox::updateSize screenNum= 0");
+    box.show();
+    QTest::ignoreMessage(QtDebugMsg, "KestMessageBox::updateSize screenNum= 0");
+    box.setStandardButtons(Box::Ok);
+}
+
+void tst_KestMessageBox::hiddenBoxIsNotResized()
+{
+    Box box;
+    box.resize(123, 99);
+    box.updateSize();
+    QCOMPARE(box.size(), QSize(123, 99));
+    QVERIFY(box.maximumSize() != box.minimumSize());
+    QVERIFY(box.layoutMinimumWidth() > 0);
+    box.setCentralWidget(nullptr);
+    QCOMPARE(box.layoutMinimumWidth(), 0);
+    box.show();
+    QVERIFY(box.isVisible());
+}
+
+void tst_KestMessageBox::boxIsCentredAnewOnEveryShow()
+{
+    QWidget parent;
+    parent.setGeometry(200, 200, 400, 400);
+    parent.show();
+    Box box(&parent);
+    box.setStandardButtons(Box::Ok);
+    box.show();
+    const QPoint first = box.pos();
+    box.hide();
+    box.move(3, 5);
+    QVERIFY(box.testAttribute(Qt::WA_Moved));
+    box.show();
+    QVERIFY(!box.testAttribute(Qt::WA_Moved));
+    QCOMPARE(box.pos(), first);
+}
+
+void tst_KestMessageBox::enterPressesTheDefaultButton()
+{
+    onOpenBox([](Box *box) {
+        box->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(box));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    QCOMPARE(Box::question(nullptr, QString(), QString(), Box::Yes | Box::No, Box::No), Box::No);
+}
+
+void tst_KestMessageBox::screenReaderFindsTextAndButtons()
+{
+    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("What now?"),
+            Box::Yes | Box::No);
+    box.show();
+    QAccessibleInterface *const dialog = QAccessible::queryAccessibleInterface(&box);
+    QVERIFY(dialog);
+    QCOMPARE(dialog->role(), QAccessible::Dialog);
+    QCOMPARE(dialog->text(QAccessible::Name), QStringLiteral("Title"));
+    QAccessibleInterface *const text = QAccessible::queryAccessibleInterface(textLabel(box));
+    QCOMPARE(text->role(), QAccessible::StaticText);
+    QCOMPARE(text->text(QAccessible::Name), QStringLiteral("What now?"));
+    for (const Box::StandardButton button : { Box::Yes, Box::No }) {
+        QPushButton *const widget = buttonOf(box, button);
+        QAccessibleInterface *const found = QAccessible::queryAccessibleInterface(widget);
+        QCOMPARE(found->role(), QAccessible::Button);
+        QVERIFY(!found->text(QAccessible::Name).isEmpty());
+        QVERIFY(found->state().focusable);
+    }
+}
+
+QTEST_MAIN(tst_KestMessageBox)
+#include "tst_kestmessagebox.moc"
