@@ -66,10 +66,10 @@ MessageBoxPage::MessageBoxPage(QWidget *parent) : QWidget(parent), m_answer(new 
 {
     setWindowTitle(tr("Message box"));
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 20, 24, 20);
+    layout->setContentsMargins(16, 20, 16, 20);
     layout->setSpacing(14);
     auto *grid = new QGridLayout;
-    grid->setSpacing(8);
+    grid->setSpacing(6);
     const QMetaEnum names = QMetaEnum::fromType<Box::StandardButtons>();
     for (int row = 0; row < int(std::size(kinds)); ++row) {
         grid->addWidget(new QLabel(tr(kinds[row].name)), row, 0);
