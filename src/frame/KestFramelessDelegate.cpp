@@ -38,6 +38,13 @@ QPoint screenPosition(const QMouseEvent *event)
     return event->screenPos().toPoint();
 }
 
+// Where the window is, as the event tells: a window manager may have placed it without Qt having
+// heard of it yet.
+QPoint windowPosition(const QWidget *bar, const QMouseEvent *event)
+{
+    return event->globalPos() - bar->mapTo(bar->window(), event->pos());
+}
+
 QMargins layoutMargins(const QWidget *widget)
 {
     return widget->layout() ? widget->layout()->contentsMargins() : QMargins();
@@ -419,7 +426,7 @@ void KestFramelessDelegate::moveBarEvent(QWidget *bar, QEvent *event)
     case QEvent::MouseButtonPress:
         if (mouse->button() == Qt::LeftButton) {
             d->moving = true;
-            d->dragOffset = QCursor::pos() - d->widget->pos();
+            d->dragOffset = QCursor::pos() - windowPosition(bar, mouse);
             d->moveTimer.start();
             bar->grabMouse();
         }

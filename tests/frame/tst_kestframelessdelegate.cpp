@@ -209,6 +209,7 @@ private Q_SLOTS:
     void hoverIsReleasedBelow();
 
     void movingFollowsTheCursor();
+    void moveStartsFromWhereTheWindowReallyIs();
     void shortPressDoesNotMove();
     void otherButtonsDoNotMove();
     void releaseOfAnotherButtonGoesOnMoving();
@@ -691,6 +692,25 @@ void tst_KestFramelessDelegate::movingFollowsTheCursor()
     QCursor::setPos(start + QPoint(50, 50));
     sendMouse(host.bar, QEvent::MouseMove, start + QPoint(50, 50));
     QCOMPARE(host.pos(), WindowRect.topLeft());
+}
+
+void tst_KestFramelessDelegate::moveStartsFromWhereTheWindowReallyIs()
+{
+    // A window manager has put the window elsewhere, and Qt does not know of it yet.
+    Host host;
+    host.show();
+    const QPoint real = WindowRect.topLeft() + QPoint(200, 150);
+    const QPoint local(30, 10);
+    const QPoint global = real + host.bar->mapTo(&host, local);
+    QCursor::setPos(global);
+    QMouseEvent press(QEvent::MouseButtonPress, local, global, Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(host.bar, &press);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(global + QPoint(20, 10));
+    sendMouse(host.bar, QEvent::MouseMove, global + QPoint(20, 10));
+    QCOMPARE(host.pos(), real + QPoint(20, 10));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, global);
 }
 
 void tst_KestFramelessDelegate::shortPressDoesNotMove()

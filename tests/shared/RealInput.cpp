@@ -180,3 +180,13 @@ unsigned RealInput::pixel(const QPoint &point)
     XDestroyImage(image);
     return value;
 }
+
+QPoint RealInput::windowPosition(unsigned long long id)
+{
+    int x = 0;
+    int y = 0;
+    Window child = 0;
+    XTranslateCoordinates(display(), Window(id), DefaultRootWindow(display()), 0, 0, &x, &y,
+                          &child);
+    return QPoint(x, y);
+}

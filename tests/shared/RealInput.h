@@ -40,6 +40,9 @@ public:
     static size_t cursorHash();
     /*! The colour of the pixel at \a point on the screen, as 0xRRGGBB. */
     static unsigned pixel(const QPoint &point);
+    /*! Where the top left corner of the window with the given \a id is on the screen, whatever Qt
+        knows of it. */
+    static QPoint windowPosition(unsigned long long id);
     /*! Lets Qt work off what the X server and the window manager sent. */
     static void settle(int ms = 30);
 };
