@@ -45,7 +45,8 @@ public:
     };
     Q_ENUM(Result)
 
-    /*! Constructs a hidden overlay for the window of \a parent, which must not be null. */
+    /*! Constructs a hidden overlay for the window of \a parent, which must not be null: an overlay
+        without a window covers nothing, and its exec() returns at once. */
     explicit KestLoadingDialog(QWidget *parent);
     ~KestLoadingDialog() override;
 

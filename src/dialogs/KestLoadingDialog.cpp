@@ -21,14 +21,15 @@ public:
 };
 
 KestLoadingDialog::KestLoadingDialog(QWidget *parent)
-    : QWidget(parent->window()), d(new KestLoadingDialogPrivate)
+    : QWidget(parent ? parent->window() : nullptr), d(new KestLoadingDialogPrivate)
 {
     setFocusPolicy(Qt::StrongFocus);
     d->ui.setupUi(this);
     d->ui.label->setMovie(
         new QMovie(QStringLiteral(":/KestWidgets/Resources/loading.gif"), QByteArray(), this));
     hide();
-    parent->window()->installEventFilter(this);
+    if (parentWidget())
+        parentWidget()->installEventFilter(this);
 }
 
 KestLoadingDialog::~KestLoadingDialog()
@@ -67,7 +68,7 @@ void KestLoadingDialog::setMovie(QMovie *movie)
 
 KestLoadingDialog::Result KestLoadingDialog::exec()
 {
-    if (d->loop)
+    if (d->loop || !parentWidget())
         return Canceled;
     // The window may be deleted, and the overlay with it, before the loop ends: then nothing of it
     // is touched any more.
@@ -142,6 +143,8 @@ void KestLoadingDialog::closeEvent(QCloseEvent *event)
 // The window's contents margins are not painted on: they are its shadow, or off the screen.
 void KestLoadingDialog::cover()
 {
+    if (!parentWidget())
+        return;
     setContentsMargins(window()->contentsMargins());
     setGeometry(QRect(QPoint(0, 0), window()->size()));
 }

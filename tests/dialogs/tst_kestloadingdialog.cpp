@@ -77,6 +77,8 @@ private Q_SLOTS:
     void movieIsReplaced();
     void sameMovieIsKept();
     void nullMovieShowsNone();
+
+    void withoutAWindowItCoversNothing();
 };
 
 void tst_KestLoadingDialog::metaObject()
@@ -516,6 +518,16 @@ void tst_KestLoadingDialog::nullMovieShowsNone()
     overlay.setMovie(nullptr);
     QVERIFY(!overlay.movie());
     QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::withoutAWindowItCoversNothing()
+{
+    KestLoadingDialog overlay(nullptr);
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Canceled);
+    QVERIFY(!overlay.isVisible());
+    const QSize size = overlay.size();
+    overlay.show();
+    QCOMPARE(overlay.size(), size);
 }
 
 QTEST_MAIN(tst_KestLoadingDialog)
