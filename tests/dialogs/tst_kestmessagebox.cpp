@@ -93,6 +93,7 @@ private Q_SLOTS:
     void standardButtonsAreTheBoxs();
     void replacedButtonsAreForgotten();
     void keptButtonsAreRemembered();
+    void removedEscapeButtonIsForgotten();
     void buttonsAreAddedOnce();
     void buttonsWithTextAreCreated();
     void standardButtonsAreAdded();
@@ -128,6 +129,7 @@ private Q_SLOTS:
 
     void sizeIsFixedByTheRule_data();
     void sizeIsFixedByTheRule();
+    void shorterTextIsNotWrappedAnyMore();
     void screenIsWrittenOut();
     void hiddenBoxIsNotResized();
     void boxIsCentredAnewOnEveryShow();
@@ -356,6 +358,16 @@ void tst_KestMessageBox::keptButtonsAreRemembered()
     // It is in the box still, and stays the escape button.
     QCOMPARE(box.standardButton(nullptr), Box::NoButton);
     delete custom;
+    QCOMPARE(box.standardButton(nullptr), Box::Cancel);
+}
+
+void tst_KestMessageBox::removedEscapeButtonIsForgotten()
+{
+    Box box;
+    const QScopedPointer<QPushButton> custom(box.addButton(QStringLiteral("own"), Box::RejectRole));
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+    box.removeButton(custom.data());
+    box.setStandardButtons(Box::Ok | Box::Cancel);
     QCOMPARE(box.standardButton(nullptr), Box::Cancel);
 }
 
@@ -809,6 +821,18 @@ void tst_KestMessageBox::sizeIsFixedByTheRule()
         box.height() - height - inner.top() - inner.bottom() - outer.top() - outer.bottom();
     // The title bar's height before or after it was laid out.
     QVERIFY2(rest == 48 || rest == box.titleBar()->height(), qPrintable(QString::number(rest)));
+}
+
+void tst_KestMessageBox::shorterTextIsNotWrappedAnyMore()
+{
+    const QString sentence = QStringLiteral("A sentence of some words that take their room. ");
+    Box box(Box::Information, QStringLiteral("t"), sentence.repeated(20), Box::Ok);
+    box.show();
+    QVERIFY(textLabel(box)->wordWrap());
+    box.setText(QStringLiteral("A few short words."));
+    box.updateSize();
+    QVERIFY(!textLabel(box)->wordWrap());
+    QVERIFY(textLabel(box)->width() >= textLabel(box)->sizeHint().width());
 }
 
 void tst_KestMessageBox::screenIsWrittenOut()
