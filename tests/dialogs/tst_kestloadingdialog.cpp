@@ -75,6 +75,7 @@ private Q_SLOTS:
     void windowShowsThrough();
 
     void movieIsReplaced();
+    void newMovieRunsWhileVisible();
     void sameMovieIsKept();
     void nullMovieShowsNone();
 
@@ -498,6 +499,19 @@ void tst_KestLoadingDialog::movieIsReplaced()
     overlay.setMovie(third);
     QVERIFY(second.isNull());
     QCOMPARE(overlay.findChild<QLabel *>()->movie(), third);
+}
+
+void tst_KestLoadingDialog::newMovieRunsWhileVisible()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.setMovie(new QMovie(QString::fromLatin1(LoadingGif)));
+    QCOMPARE(overlay.movie()->state(), QMovie::NotRunning);
+    overlay.show();
+    QCOMPARE(overlay.movie()->state(), QMovie::Running);
+    overlay.setMovie(new QMovie(QString::fromLatin1(LoadingGif)));
+    QCOMPARE(overlay.movie()->state(), QMovie::Running);
 }
 
 void tst_KestLoadingDialog::sameMovieIsKept()
