@@ -63,6 +63,7 @@ private Q_SLOTS:
     void closingTheWindowEndsIt();
     void deletingTheOverlayEndsIt();
     void deletingTheWindowEndsIt();
+    void deletingTheWindowRightAfterTheEnd();
 
     void escapeCancelsWhenEnabled();
     void escapeDoesNothingWhenDisabled();
@@ -332,6 +333,27 @@ void tst_KestLoadingDialog::deletingTheWindowEndsIt()
     QVERIFY(overlay.isNull());
 }
 
+void tst_KestLoadingDialog::deletingTheWindowRightAfterTheEnd()
+{
+    // While the overlay, hidden already, lets the pending events be handled.
+    auto *window = new Window;
+    window->show();
+    QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(window));
+    bool hidden = false;
+    const auto deleteWindow = [&] {
+        hidden = overlay->isHidden();
+        delete window;
+    };
+    const auto end = [&] {
+        overlay->done();
+        QTimer::singleShot(0, qApp, [&] { QTimer::singleShot(0, qApp, deleteWindow); });
+    };
+    QTimer::singleShot(0, qApp, end);
+    QCOMPARE(overlay->exec(), KestLoadingDialog::Canceled);
+    QVERIFY(hidden);
+    QVERIFY(overlay.isNull());
+}
+
 void tst_KestLoadingDialog::escapeCancelsWhenEnabled()
 {
     Window window;
@@ -397,15 +419,18 @@ void tst_KestLoadingDialog::focusStaysOnTheOverlay()
     KestLoadingDialog overlay(&window);
     QWidget *atFirst = nullptr;
     QWidget *afterTab = nullptr;
+    QWidget *afterBacktab = nullptr;
     execAnd(&overlay, [&] {
         atFirst = QApplication::focusWidget();
         QTest::keyClick(&overlay, Qt::Key_Tab);
-        QTest::keyClick(&overlay, Qt::Key_Backtab);
         afterTab = QApplication::focusWidget();
+        QTest::keyClick(&overlay, Qt::Key_Backtab);
+        afterBacktab = QApplication::focusWidget();
         overlay.done();
     });
     QCOMPARE(atFirst, &overlay);
     QCOMPARE(afterTab, &overlay);
+    QCOMPARE(afterBacktab, &overlay);
 }
 
 void tst_KestLoadingDialog::overlayCoversTheWindow()
