@@ -3,6 +3,7 @@
 
 #include "KestApplication.h"
 
+#include "KestPlatformDelegate.h"
 #include "KestStyleSheet.h"
 
 #include <QtCore/QDebug>
@@ -48,6 +49,7 @@ KestApplication::KestApplication(int &argc, char **argv, int flags, bool useDefa
     setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
     if (useDefaultStyle)
         setStyleSheet(KestStyleSheet::defaultStyleSheet());
+    installPlatformEventFilter();
 }
 
 KestApplication::~KestApplication()

@@ -5,6 +5,31 @@
 
 #include <QtWidgets/QWidget>
 
+#ifdef Q_OS_WIN
+
+#    include "WindowsEventFilter.h"
+
+#    include <QtCore/QCoreApplication>
+
+KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar, Qt::WindowType)
+{
+    return new KestPlatformDelegate(window, moveBar);
+}
+
+bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &eventType, void *message,
+                         long *result)
+{
+    return delegate && delegate->nativeEvent(eventType, message, result);
+}
+
+void installPlatformEventFilter()
+{
+    // It lives as long as the process: messages arrive until the very end.
+    QCoreApplication::instance()->installNativeEventFilter(new WindowsEventFilter);
+}
+
+#else
+
 KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar, Qt::WindowType type)
 {
     auto *delegate = new KestPlatformDelegate(window, moveBar);
@@ -14,12 +39,12 @@ KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar, 
     return delegate;
 }
 
-bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &eventType, void *message,
-                         long *result)
+bool platformNativeEvent(KestPlatformDelegate *, const QByteArray &, void *, long *)
 {
-    Q_UNUSED(delegate)
-    Q_UNUSED(eventType)
-    Q_UNUSED(message)
-    Q_UNUSED(result)
     return false;
 }
+
+void installPlatformEventFilter()
+{ }
+
+#endif

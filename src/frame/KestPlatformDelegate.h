@@ -4,15 +4,25 @@
 #ifndef KESTPLATFORMDELEGATE_H
 #define KESTPLATFORMDELEGATE_H
 
-#include "KestFramelessDelegate.h"
+#include <QtCore/QtGlobal>
+
+#ifdef Q_OS_WIN
+#    include "KestWinFramelessDelegate.h"
+#else
+#    include "KestFramelessDelegate.h"
+#endif
 
 /*!
     \file
     The one place where the shells' frame behaviour is chosen for a platform, at build time.
 */
 
+#ifdef Q_OS_WIN
 /*! The frame behaviour of the shells on this platform. */
+using KestPlatformDelegate = KestWinFramelessDelegate;
+#else
 using KestPlatformDelegate = KestFramelessDelegate;
+#endif
 
 /*!
     Gives \a window, a shell of the kind \a type (Qt::Window or Qt::Dialog), its frame behaviour,
@@ -27,5 +37,8 @@ KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar,
 */
 bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &eventType, void *message,
                          long *result);
+
+/*! Installs on the application what the delegates need there, if anything. */
+void installPlatformEventFilter();
 
 #endif // KESTPLATFORMDELEGATE_H

@@ -1,0 +1,454 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestWinFramelessDelegate.h"
+
+#include "KestTitleBar.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QTimer>
+#include <QtGui/QCursor>
+#include <QtGui/QFocusEvent>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtWidgets/QWidget>
+
+#include <windows.h>
+
+#include <dwmapi.h>
+
+namespace {
+
+const QSize UnlimitedSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+const int BorderWidth = 5; // pixels of the window's edge that resize it
+const int CompositionMargin = 1; // pixels of frame left to the compositor, for its shadow
+
+// The parts of a native style that are this delegate's affair.
+const LONG FrameStyle = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+// Without WS_SYSMENU: with it the system would paint and hit its own buttons.
+const LONG FixedStyle = WS_CAPTION | WS_THICKFRAME | WS_MAXIMIZEBOX;
+
+const UINT FrameChanged = SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED;
+
+// The window's handle, or null while it has none: asking for the id would create one.
+HWND handleOf(const QWidget *widget)
+{
+    return reinterpret_cast<HWND>(widget->internalWinId());
+}
+
+bool isCompositionEnabled()
+{
+    BOOL enabled = FALSE;
+    return DwmIsCompositionEnabled(&enabled) == S_OK && enabled;
+}
+
+QRect nativeRect(HWND window)
+{
+    RECT rect = {};
+    GetWindowRect(window, &rect);
+    return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
+}
+
+bool isKeyDown(int key)
+{
+    return GetKeyState(key) < 0;
+}
+
+// Which of three neighbouring bands a value is in: the first or the last pixels of first to last, or
+// what is between them. Earlier ones win where a window is too small for all of them.
+enum Band { OutOfBands = -1, FirstBand, MiddleBand, LastBand };
+
+Band bandOf(int value, int first, int last)
+{
+    if (first <= value && value <= first + BorderWidth)
+        return FirstBand;
+    if (first + BorderWidth < value && value < last - BorderWidth)
+        return MiddleBand;
+    return last - BorderWidth <= value && value <= last ? LastBand : OutOfBands;
+}
+
+// What a point is to the edges of a window; HTCLIENT if nothing. Left and right of the window is
+// nowhere, above and below it is not.
+int edgeAt(const QPoint &point, const QRect &window)
+{
+    static const int Answers[3][3] = {
+        { HTTOPLEFT, HTTOP, HTTOPRIGHT },
+        { HTLEFT, HTCLIENT, HTRIGHT },
+        { HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT },
+    };
+    const Band column = bandOf(point.x(), window.left(), window.right());
+    const Band row = bandOf(point.y(), window.top(), window.bottom());
+    if (column != OutOfBands && row != OutOfBands)
+        return Answers[row][column];
+    return point.x() < window.left() || point.x() > window.right() ? HTNOWHERE : HTCLIENT;
+}
+
+// What one of a bar's own buttons is to the system. The maximise button answers as the minimise
+// button does: the system shows its snap choices for neither then.
+int buttonAnswer(const QString &name)
+{
+    if (name == QLatin1String("closeBtn"))
+        return HTCLOSE;
+    if (name == QLatin1String("minimumSizeBtn") || name == QLatin1String("maximumSizeBtn"))
+        return HTMINBUTTON;
+    return HTCLIENT;
+}
+
+} // namespace
+
+class KestWinFramelessDelegatePrivate
+{
+public:
+    void updateWorkRect(HMONITOR current);
+
+    QList<QWidget *> moveBars;
+    QWidget *widget = nullptr;
+    bool styleDirty = true; // the native window has not got its style yet
+    WINDOWPLACEMENT placement = {}; // when the window was last hidden or closed
+    QRect workRect; // of the monitor that the maximised window is on
+    HMONITOR monitor = nullptr; // the one that workRect belongs to
+};
+
+void KestWinFramelessDelegatePrivate::updateWorkRect(HMONITOR current)
+{
+    if (current == monitor)
+        return;
+    monitor = current;
+    if (!monitor)
+        return;
+    MONITORINFO info = {};
+    info.cbSize = sizeof(info);
+    GetMonitorInfoW(monitor, &info);
+    const RECT &work = info.rcWork;
+    const QRect rect(QPoint(work.left, work.top), QPoint(work.right - 1, work.bottom - 1));
+    if (!rect.isEmpty())
+        workRect = rect;
+}
+
+KestWinFramelessDelegate::KestWinFramelessDelegate(QWidget *parent,
+                                                   const QList<QWidget *> &moveBars)
+    : QObject(parent), d(new KestWinFramelessDelegatePrivate)
+{
+    d->widget = parent;
+    parent->installEventFilter(this);
+    for (QWidget *bar : moveBars)
+        addMoveBar(bar);
+    parent->setWindowFlags(parent->windowFlags() | Qt::Window | Qt::FramelessWindowHint
+                           | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint
+                           | Qt::WindowMaximizeButtonHint);
+}
+
+KestWinFramelessDelegate::KestWinFramelessDelegate(QWidget *parent, QWidget *moveBar)
+    : KestWinFramelessDelegate(parent, QList<QWidget *> { moveBar })
+{ }
+
+KestWinFramelessDelegate::~KestWinFramelessDelegate()
+{
+    delete d;
+}
+
+void KestWinFramelessDelegate::addMoveBar(QWidget *widget)
+{
+    if (!widget || d->moveBars.contains(widget))
+        return;
+    d->moveBars.append(widget);
+    connect(widget, &QObject::destroyed, this, [this, widget] { d->moveBars.removeOne(widget); });
+}
+
+void KestWinFramelessDelegate::removeMoveBar(QWidget *widget)
+{
+    if (d->moveBars.removeOne(widget))
+        disconnect(widget, &QObject::destroyed, this, nullptr);
+}
+
+void KestWinFramelessDelegate::setWindowLong()
+{
+    const HWND window = handleOf(d->widget);
+    const Qt::WindowFlags flags = d->widget->windowFlags();
+    LONG style = GetWindowLongW(window, GWL_STYLE) & ~FrameStyle;
+    style |= FixedStyle;
+    // A window of limited size counts as a dialog, which is not minimised on its own.
+    if (flags & Qt::WindowMinimizeButtonHint && d->widget->maximumSize() == UnlimitedSize)
+        style |= WS_MINIMIZEBOX;
+    if (!(flags & Qt::WindowMaximizeButtonHint))
+        style &= ~LONG(WS_MAXIMIZEBOX);
+    SetWindowLongW(window, GWL_STYLE, style);
+
+    if (isCompositionEnabled()) {
+        const MARGINS margins = { CompositionMargin, CompositionMargin, CompositionMargin,
+                                  CompositionMargin };
+        DwmExtendFrameIntoClientArea(window, &margins);
+    }
+
+    // The system asks for the client area anew.
+    const QRect rect = nativeRect(window);
+    SetWindowPos(window, nullptr, rect.x(), rect.y(), rect.width(), rect.height(), FrameChanged);
+}
+
+void KestWinFramelessDelegate::showSystemMenu(const QPoint &pos)
+{
+    const HWND window = handleOf(d->widget);
+    const HMENU menu = GetSystemMenu(window, FALSE);
+    if (!menu)
+        return;
+
+    const bool maximized = d->widget->isMaximized();
+    const bool fixedSize = isFixedSize();
+    MENUITEMINFOW item = {};
+    item.cbSize = sizeof(item);
+    item.fMask = MIIM_STATE;
+    const auto setState = [&](UINT command, bool byPosition = false) {
+        SetMenuItemInfoW(menu, command, byPosition, &item);
+    };
+
+    item.fState = MFS_ENABLED;
+    setState(SC_RESTORE);
+    setState(SC_MAXIMIZE);
+    setState(SC_MINIMIZE);
+
+    // Where the two are not to be disabled they are addressed as positions, which no menu has: they
+    // keep the state that the system gives them.
+    item.fState = MF_DISABLED;
+    setState(SC_SIZE, !fixedSize && !maximized);
+    setState(SC_MOVE, !maximized);
+
+    item.fState = MF_GRAYED;
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof(placement);
+    GetWindowPlacement(window, &placement);
+    const Qt::WindowFlags flags = d->widget->windowFlags();
+    switch (placement.showCmd) {
+    case SW_SHOWMINIMIZED:
+        setState(SC_MINIMIZE);
+        SetMenuDefaultItem(menu, SC_RESTORE, FALSE);
+        break;
+    case SW_SHOWMAXIMIZED:
+        setState(SC_MAXIMIZE);
+        SetMenuDefaultItem(menu, SC_CLOSE, FALSE);
+        break;
+    case SW_SHOWNORMAL:
+        if (fixedSize || !(flags & Qt::WindowMaximizeButtonHint))
+            setState(SC_MAXIMIZE);
+        if (!(flags & Qt::WindowMinimizeButtonHint))
+            setState(SC_MINIMIZE);
+        setState(SC_RESTORE);
+        SetMenuDefaultItem(menu, SC_CLOSE, FALSE);
+        break;
+    default:
+        break;
+    }
+
+    const qreal ratio = qGuiApp->devicePixelRatio();
+    const int command = TrackPopupMenuEx(menu, TPM_RETURNCMD, int(pos.x() * ratio),
+                                         int(pos.y() * ratio), window, nullptr);
+    if (command)
+        PostMessageW(window, WM_SYSCOMMAND, WPARAM(command), 0);
+}
+
+bool KestWinFramelessDelegate::onNCTitTest(MSG *msg, long *result)
+{
+    Q_UNUSED(msg)
+    // The point where the cursor is now, which the one in the message may lag behind.
+    const QPoint cursor = QCursor::pos();
+    if (!isFixedSize() && !d->widget->isMaximized() && !d->widget->isFullScreen()) {
+        const int edge = edgeAt(cursor, d->widget->geometry());
+        if (edge != HTCLIENT) {
+            *result = edge;
+            return true;
+        }
+    }
+
+    const QPoint point = d->widget->mapFromGlobal(cursor);
+    const QWidget *const child = d->widget->childAt(point);
+    if (!child)
+        return false;
+    for (const QWidget *bar : qAsConst(d->moveBars)) {
+        if (child == bar) {
+            const auto *title = qobject_cast<const KestTitleBar *>(bar);
+            const bool onIcon = title && title->iconIsVisible()
+                && title->doIconRect().contains(title->mapFrom(d->widget, point));
+            *result = onIcon ? HTSYSMENU : HTCAPTION;
+            return true;
+        }
+        if (child->parentWidget() == bar) {
+            const QLatin1String type(child->metaObject()->className());
+            if (type != QLatin1String("QWidget") && type != QLatin1String("QLabel")) {
+                *result = buttonAnswer(child->objectName());
+                // The click is the button's own.
+                return false;
+            }
+        }
+    }
+    return false;
+}
+
+bool KestWinFramelessDelegate::nativeEvent(const QByteArray &eventType, void *message, long *result)
+{
+    Q_UNUSED(eventType)
+    auto *msg = static_cast<MSG *>(message);
+    switch (msg->message) {
+    case WM_NCHITTEST:
+        return onNCTitTest(msg, result);
+    case WM_NCCALCSIZE:
+        return calculateClientArea(msg, result);
+    case WM_NCPAINT:
+    case WM_NCACTIVATE:
+        // Without a compositor the system would paint a classic frame over the contents.
+        if (isCompositionEnabled())
+            return false;
+        *result = 1;
+        return true;
+    case WM_NCLBUTTONDBLCLK:
+        if (d->widget->maximumSize() != UnlimitedSize)
+            return true;
+        return !(d->widget->windowFlags() & Qt::WindowMaximizeButtonHint);
+    case WM_NCRBUTTONUP:
+        showSystemMenu(QCursor::pos());
+        *result = 0;
+        return true;
+    case WM_SYSKEYDOWN:
+        if (msg->wParam != VK_SPACE)
+            return false;
+        *result = 0;
+        return true;
+    case WM_SYSCOMMAND:
+        if (msg->wParam != SC_KEYMENU || msg->lParam != VK_SPACE)
+            return false;
+        showSystemMenu(d->widget->pos());
+        *result = 0;
+        return true;
+    case WM_SETFOCUS:
+        focusInEvent();
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != d->widget)
+        return false;
+    switch (event->type()) {
+    case QEvent::WindowStateChange:
+        windowStateChangeEvent();
+        break;
+    case QEvent::Show:
+        showEvent();
+        break;
+    case QEvent::Hide:
+        savePlacement();
+        break;
+    case QEvent::Close:
+        if ((d->widget->windowType() & Qt::Dialog) != Qt::Dialog)
+            savePlacement();
+        break;
+    case QEvent::WinIdChange:
+        d->styleDirty = true;
+        break;
+    case QEvent::ScreenChangeInternal:
+        if (d->widget->isVisible())
+            SetWindowPos(handleOf(d->widget), nullptr, 0, 0, 0, 0, FrameChanged);
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+void KestWinFramelessDelegate::windowStateChangeEvent()
+{
+    const Qt::WindowStates state = d->widget->windowState();
+    qDebug() << "QRavWinFramelessDelegate::eventFilter QEvent::WindowStateChange" << state;
+    QMargins margins;
+    if (state == Qt::WindowNoState) {
+        // A window that was restored above the work area could not be caught again.
+        const QScreen *const screen = QGuiApplication::primaryScreen();
+        const QRect workRect = screen ? screen->availableVirtualGeometry() : QRect();
+        const QRect rect = nativeRect(handleOf(d->widget));
+        qDebug() << "rect.top " << rect.top() << "workRect.top" << workRect.top();
+        if (workRect.top() > rect.top())
+            d->widget->move(rect.left(), workRect.top());
+    } else if (state == Qt::WindowMaximized) {
+        // A maximised window is larger than the work area by its frame, which is at the right and
+        // at the bottom here, since the contents begin where the work area does.
+        const int padding = GetSystemMetrics(SM_CXPADDEDBORDER);
+        const int x = GetSystemMetrics(SM_CXFRAME) + padding;
+        const int y = GetSystemMetrics(SM_CYFRAME) + padding;
+        qDebug() << "max x" << x << "max y" << y << "boarder" << padding;
+        margins = QMargins(0, 0, 2 * x, 2 * y);
+    }
+    d->widget->setContentsMargins(margins);
+}
+
+void KestWinFramelessDelegate::showEvent()
+{
+    if (d->styleDirty) {
+        d->styleDirty = false;
+        setWindowLong();
+    }
+    // Qt is not to choose a size of its own.
+    d->widget->setAttribute(Qt::WA_Resized);
+    if (d->widget->isMaximized()) {
+        QTimer::singleShot(0, this, [this] {
+            if (d->placement.showCmd != SW_SHOWMINIMIZED)
+                SetWindowPlacement(handleOf(d->widget), &d->placement);
+        });
+    }
+}
+
+void KestWinFramelessDelegate::savePlacement()
+{
+    d->placement.length = sizeof(d->placement);
+    GetWindowPlacement(handleOf(d->widget), &d->placement);
+}
+
+bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)
+{
+    if (!msg->wParam) {
+        *result = 0;
+        return true;
+    }
+    auto *params = reinterpret_cast<NCCALCSIZE_PARAMS *>(msg->lParam);
+    RECT *const rects = params->rgrc;
+    rects[2] = rects[1];
+    rects[1] = rects[0];
+
+    if (!IsZoomed(msg->hwnd)) {
+        // All of the window is contents. The one pixel more keeps the system from taking it for a
+        // window that has no frame at all.
+        rects[0].bottom += 1;
+        *result = WVR_REDRAW;
+        return true;
+    }
+
+    d->updateWorkRect(MonitorFromWindow(msg->hwnd, MONITOR_DEFAULTTONULL));
+    qDebug() << "WM_NCCALCSIZE full " << d->workRect;
+    if (d->workRect.isNull()) {
+        qWarning() << "work rect is null";
+        return false;
+    }
+    *result = long(DefWindowProcW(msg->hwnd, WM_NCCALCSIZE, msg->wParam, msg->lParam));
+    if (*result == 0) {
+        rects[0].top = d->workRect.top();
+        rects[0].bottom = d->workRect.bottom() + 1;
+    }
+    return true;
+}
+
+// The system does not say what gave the window the focus; the keys and buttons that are down do.
+void KestWinFramelessDelegate::focusInEvent()
+{
+    Qt::FocusReason reason = Qt::TabFocusReason;
+    if (isKeyDown(VK_LBUTTON) || isKeyDown(VK_RBUTTON))
+        reason = Qt::MouseFocusReason;
+    else if (isKeyDown(VK_SHIFT))
+        reason = Qt::BacktabFocusReason;
+    QFocusEvent event(QEvent::FocusIn, reason);
+    QCoreApplication::sendEvent(d->widget, &event);
+}
+
+bool KestWinFramelessDelegate::isFixedSize() const
+{
+    return d->widget->minimumSize() == d->widget->maximumSize();
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#ifndef FAKEWINDOWS_H
+#define FAKEWINDOWS_H
+
+#include "windows.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QRect>
+#include <QtCore/QSet>
+#include <QtCore/QStringList>
+
+#include <utility>
+
+/*!
+    The system that the stand-in headers declare: what it answers, and what it was asked to do.
+   Calls that change something are recorded as their name and arguments, those about another window
+   than \c window with a "?" before them.
+*/
+struct FakeWindows
+{
+    /*! The one that calls reach. */
+    static FakeWindows *current;
+
+    FakeWindows() { current = this; }
+    ~FakeWindows() { current = nullptr; }
+
+    HWND window = nullptr;
+    LONG style = 0;
+    QRect rect;
+    bool composition = true;
+    bool compositionFails = false;
+    bool zoomed = false;
+    HMONITOR monitor = nullptr;
+    QHash<HMONITOR, QRect> workAreas;
+    LRESULT defaultAnswer = 0;
+    QHash<int, int> metrics;
+    bool hasMenu = true;
+    int chosen = 0;
+    WINDOWPLACEMENT placement = {};
+    QSet<int> keysDown;
+
+    QStringList calls;
+    /*! The calls since the last time. */
+    QStringList takeCalls() { return std::exchange(calls, QStringList()); }
+};
+
+#endif // FAKEWINDOWS_H
