@@ -9,7 +9,8 @@ endfunction()
 
 set(cross)
 if(TOOLCHAIN)
-  set(cross -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} -DKEST_WINDOWS_QT=${QT})
+  set(cross -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} -DKEST_WINDOWS_QT=${QT}
+    -DCMAKE_FIND_ROOT_PATH=${WORK}/prefix)
 endif()
 
 file(REMOVE_RECURSE ${WORK})
@@ -18,6 +19,7 @@ run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${SOURCE} -B ${WORK}/build
   -DCMAKE_PREFIX_PATH=${WORK}/prefix -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=${FLAGS} ${cross})
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 if(EMULATOR)
+  set(ENV{WINEPATH} Z:${WORK}/prefix/bin)
   run(${EMULATOR} ${WORK}/build/consumer.exe)
 else()
   run(${WORK}/build/consumer)

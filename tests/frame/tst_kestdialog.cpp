@@ -159,6 +159,7 @@ void tst_KestDialog::titleBarIsCreatedAnewAfterItWasDeleted()
     delete dialog.titleBar();
     QVERIFY(dialog.titleBar());
     QCOMPARE(dialog.layout()->itemAt(0)->widget(), dialog.titleBar());
+    QTRY_VERIFY(dialog.titleBar()->isVisible());
     QVERIFY(movesItsWindow(dialog.titleBar()));
 }
 

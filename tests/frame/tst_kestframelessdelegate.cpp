@@ -341,8 +341,8 @@ void tst_KestFramelessDelegate::barsOfTheListMoveTheWindow()
     second.move(0, 100);
     KestFramelessDelegate delegate(&window, QList<QWidget *> { &first, nullptr, &second });
     window.show();
-    QVERIFY(movesItsWindow(&first));
-    QVERIFY(movesItsWindow(&second));
+    QVERIFY(dragMovesItsWindow(&first));
+    QVERIFY(dragMovesItsWindow(&second));
 }
 
 void tst_KestFramelessDelegate::addedAndRemovedBars()
@@ -351,13 +351,13 @@ void tst_KestFramelessDelegate::addedAndRemovedBars()
     auto *other = new QWidget(&host);
     other->setGeometry(20, 100, 100, 40);
     host.show();
-    QVERIFY(!movesItsWindow(other));
+    QVERIFY(!dragMovesItsWindow(other));
     host.delegate->addMoveBar(other);
-    QVERIFY(movesItsWindow(other));
+    QVERIFY(dragMovesItsWindow(other));
     host.delegate->removeMoveBar(other);
-    QVERIFY(!movesItsWindow(other));
+    QVERIFY(!dragMovesItsWindow(other));
     host.delegate->removeMoveBar(host.bar);
-    QVERIFY(!movesItsWindow(host.bar));
+    QVERIFY(!dragMovesItsWindow(host.bar));
 }
 
 void tst_KestFramelessDelegate::barAddedTwiceIsRemovedAtOnce()
@@ -367,7 +367,7 @@ void tst_KestFramelessDelegate::barAddedTwiceIsRemovedAtOnce()
     host.delegate->addMoveBar(host.bar);
     host.delegate->addMoveBar(host.bar);
     host.delegate->removeMoveBar(host.bar);
-    QVERIFY(!movesItsWindow(host.bar));
+    QVERIFY(!dragMovesItsWindow(host.bar));
 }
 
 void tst_KestFramelessDelegate::removingTheWindowItselfGivesUpTheFrame()
@@ -1124,9 +1124,9 @@ void tst_KestFramelessDelegate::barsMayDie()
     delete other;
     auto *replacement = new QWidget(&host);
     replacement->setGeometry(8, 8, 100, 40);
-    QVERIFY(!movesItsWindow(replacement));
+    QVERIFY(!dragMovesItsWindow(replacement));
     host.delegate->addMoveBar(replacement);
-    QVERIFY(movesItsWindow(replacement));
+    QVERIFY(dragMovesItsWindow(replacement));
 }
 
 void tst_KestFramelessDelegate::windowMayDieWhileItIsMaximised()
@@ -1154,7 +1154,7 @@ void tst_KestFramelessDelegate::delegateMayDieFirst()
     Host host;
     host.show();
     delete host.delegate;
-    QVERIFY(!movesItsWindow(host.bar));
+    QVERIFY(!dragMovesItsWindow(host.bar));
     hover(&host, WindowRect.topLeft());
     QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
 }

@@ -10,19 +10,21 @@
     What is called is recorded by FakeWindows, which also says what the calls return.
 */
 
-#include <QtCore/QtGlobal>
+#include <QtGui/qwindowdefs.h>
 
 using BOOL = int;
 using UINT = unsigned;
 using LONG = qint32;
 using SHORT = qint16;
-using HRESULT = qint32;
 using WPARAM = quintptr;
 using LPARAM = qintptr;
 using LRESULT = qintptr;
-using HWND = struct FakeWindowHandle *;
 using HMENU = struct FakeMenuHandle *;
+#ifndef Q_OS_WIN // where Qt has these, too
+using HRESULT = long;
+using HWND = struct FakeWindowHandle *;
 using HMONITOR = struct FakeMonitorHandle *;
+#endif
 
 const BOOL FALSE = 0;
 const BOOL TRUE = 1;
