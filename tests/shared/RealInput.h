@@ -5,7 +5,7 @@
 #define REALINPUT_H
 
 #include <QtCore/QPoint>
-#include <QtCore/QString>
+#include <QtCore/QStringList>
 
 /*!
     \brief The pointer and the keyboard of the display that the test's windows are shown on.
@@ -34,6 +34,11 @@ public:
     /*! Types a key by its name as an X keysym ("a", "Return", "Escape", "Tab", "Left"), with the
         modifiers before it joined by plus signs ("Shift+Tab", "Control+c", "Alt+o"). */
     static void key(const QString &name);
+#ifdef Q_OS_WIN
+    /*! Types the keys with the given \a names a while later, and does not wait for that: for loops
+        of the system's own, as that of a menu, which get no messages while Qt works them off. */
+    static void keysLater(const QStringList &names);
+#endif
     /*! Types ASCII \a text key by key. */
     static void type(const QString &text);
 

@@ -17,9 +17,10 @@
 namespace {
 
 const int SettleMs = 15;
+const int LaterMs = 50;
 
-// Runs \a input in a thread of its own, while this one goes on with its messages: the system may
-// keep it in a loop of its own, as while a window is moved.
+// Runs \a input, which takes its time, in a thread of its own, while this one goes on with its
+// messages: the system may keep it in a loop, as while a window is moved.
 void perform(const std::function<void()> &input)
 {
     std::atomic_bool done(false);
@@ -121,7 +122,8 @@ void RealInput::settle(int ms)
 
 void RealInput::moveTo(const QPoint &point)
 {
-    perform([&] { SetCursorPos(point.x(), point.y()); });
+    SetCursorPos(point.x(), point.y());
+    settle(SettleMs);
 }
 
 void RealInput::glideTo(const QPoint &point, int steps)
@@ -131,35 +133,32 @@ void RealInput::glideTo(const QPoint &point, int steps)
 
 void RealInput::press(Button button)
 {
-    perform([&] { sendButton(button, true); });
+    sendButton(button, true);
+    settle(SettleMs);
 }
 
 void RealInput::release(Button button)
 {
-    perform([&] { sendButton(button, false); });
+    sendButton(button, false);
+    settle(SettleMs);
 }
 
 void RealInput::click(const QPoint &point, Button button)
 {
-    perform([&] {
-        SetCursorPos(point.x(), point.y());
-        Sleep(SettleMs);
-        sendButton(button, true);
-        Sleep(SettleMs);
-        sendButton(button, false);
-    });
+    moveTo(point);
+    // Both at once: the system may have a loop of its own between them.
+    sendButton(button, true);
+    release(button);
 }
 
 void RealInput::doubleClick(const QPoint &point)
 {
-    perform([&] {
-        SetCursorPos(point.x(), point.y());
-        Sleep(SettleMs);
-        for (int i = 0; i < 2; ++i) {
-            sendButton(LeftButton, true);
-            sendButton(LeftButton, false);
-        }
-    });
+    moveTo(point);
+    for (int i = 0; i < 2; ++i) {
+        sendButton(LeftButton, true);
+        sendButton(LeftButton, false);
+    }
+    settle(SettleMs);
 }
 
 void RealInput::drag(const QPoint &from, const QPoint &to, int holdMs)
@@ -176,13 +175,24 @@ void RealInput::drag(const QPoint &from, const QPoint &to, int holdMs)
 
 void RealInput::key(const QString &name)
 {
-    perform([&] { tap(keysOf(name)); });
+    tap(keysOf(name));
+    settle(SettleMs);
+}
+
+void RealInput::keysLater(const QStringList &names)
+{
+    std::thread([names] {
+        for (const QString &name : names) {
+            Sleep(LaterMs);
+            tap(keysOf(name));
+        }
+    }).detach();
 }
 
 void RealInput::type(const QString &text)
 {
     for (const QChar character : text)
-        perform([&] { tap(keysOf(QString(character))); });
+        key(QString(character));
 }
 
 size_t RealInput::cursorHash()
