@@ -254,6 +254,7 @@ private Q_SLOTS:
     void focusReasons();
 
     void dialogIsMovedAndClosed();
+    void libraryCarriesItsVersion();
 
 private:
     std::unique_ptr<KestWindow> m_window;
@@ -779,6 +780,30 @@ void tst_WinFrame_Window::dialogIsMovedAndClosed()
     RealInput::click(centerOf(childNamed(dialog.titleBar(), "closeBtn")));
     QTRY_COMPARE(rejected.count(), 1);
     QVERIFY(!dialog.isVisible());
+}
+
+void tst_WinFrame_Window::libraryCarriesItsVersion()
+{
+    HMODULE library = nullptr;
+    const auto *address = reinterpret_cast<LPCWSTR>(&KestWindow::staticMetaObject);
+    QVERIFY(GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS
+                                   | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                               address, &library));
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(library, path, MAX_PATH);
+    QVERIFY(QString::fromWCharArray(path).endsWith(QLatin1String("KestWidgets.dll")));
+    QByteArray data(int(GetFileVersionInfoSizeW(path, nullptr)), '\0');
+    QVERIFY(GetFileVersionInfoW(path, 0, DWORD(data.size()), data.data()));
+    VS_FIXEDFILEINFO *info = nullptr;
+    UINT size = 0;
+    QVERIFY(VerQueryValueW(data.data(), L"\\", reinterpret_cast<void **>(&info), &size));
+    QCOMPARE(info->dwFileVersionMS, DWORD(2 << 16 | 0));
+    QCOMPARE(info->dwFileVersionLS, DWORD(6 << 16 | 1));
+    QCOMPARE(info->dwProductVersionLS, DWORD(6 << 16 | 1));
+    const wchar_t *text = nullptr;
+    QVERIFY(VerQueryValueW(data.data(), L"\\StringFileInfo\\040904B0\\ProductVersion",
+                           reinterpret_cast<void **>(const_cast<wchar_t **>(&text)), &size));
+    QCOMPARE(QString::fromWCharArray(text), QStringLiteral("2.0.6.1"));
 }
 
 int main(int argc, char *argv[])
