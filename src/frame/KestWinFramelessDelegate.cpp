@@ -54,8 +54,8 @@ bool isKeyDown(int key)
     return GetKeyState(key) < 0;
 }
 
-// Which of three neighbouring bands a value is in: the first or the last pixels of first to last, or
-// what is between them. Earlier ones win where a window is too small for all of them.
+// Which of three neighbouring bands a value is in: the first or the last pixels of first to last,
+// or what is between them. Earlier ones win where a window is too small for all of them.
 enum Band { OutOfBands = -1, FirstBand, MiddleBand, LastBand };
 
 Band bandOf(int value, int first, int last)
