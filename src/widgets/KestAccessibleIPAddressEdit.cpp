@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestAccessibleIPAddressEdit.h"
+
+#include "KestIPAddressEdit.h"
+#include "KestIPAddressEdit_p.h"
+
+#include <algorithm>
+
+namespace {
+
+// Asked for every class in an object's ancestry in turn: a host's subclass is found by its base.
+QAccessibleInterface *createEditInterface(const QString &className, QObject *object)
+{
+    if (className != QLatin1String(KestIPAddressEdit::staticMetaObject.className()))
+        return nullptr;
+    return new KestAccessibleIPAddressEdit(static_cast<KestIPAddressEdit *>(object));
+}
+
+} // namespace
+
+KestAccessibleIPAddressEdit::KestAccessibleIPAddressEdit(KestIPAddressEdit *edit)
+    : QAccessibleWidget(edit, QAccessible::EditableText)
+{ }
+
+KestAccessibleIPAddressEdit::~KestAccessibleIPAddressEdit() = default;
+
+void KestAccessibleIPAddressEdit::install()
+{
+    static const bool installed = [] {
+        QAccessible::installFactory(createEditInterface);
+        return true;
+    }();
+    Q_UNUSED(installed)
+}
+
+void KestAccessibleIPAddressEdit::announceText(KestIPAddressEdit *edit, const QString &before)
+{
+    QAccessibleTextUpdateEvent text(edit, 0, before, edit->ipAddress());
+    QAccessible::updateAccessibility(&text);
+    QAccessibleValueChangeEvent value(edit, edit->ipAddress());
+    QAccessible::updateAccessibility(&value);
+}
+
+void KestAccessibleIPAddressEdit::announceCursor(KestIPAddressEdit *edit)
+{
+    if (!QAccessible::isActive())
+        return;
+    const KestAccessibleIPAddressEdit reader(edit);
+    QAccessibleTextCursorEvent event(edit, reader.cursorPosition());
+    QAccessible::updateAccessibility(&event);
+}
+
+QString KestAccessibleIPAddressEdit::text(QAccessible::Text kind) const
+{
+    return kind == QAccessible::Value ? edit()->ipAddress() : QAccessibleWidget::text(kind);
+}
+
+void KestAccessibleIPAddressEdit::setText(QAccessible::Text kind, const QString &text)
+{
+    if (kind != QAccessible::Value)
+        QAccessibleWidget::setText(kind, text);
+    else if (!edit()->isReadOnly())
+        edit()->setIPAddress(text);
+}
+
+QAccessible::State KestAccessibleIPAddressEdit::state() const
+{
+    QAccessible::State state = QAccessibleWidget::state();
+    state.readOnly = edit()->isReadOnly();
+    state.editable = !edit()->isReadOnly();
+    state.selectableText = true;
+    return state;
+}
+
+void *KestAccessibleIPAddressEdit::interface_cast(QAccessible::InterfaceType type)
+{
+    if (type == QAccessible::TextInterface)
+        return static_cast<QAccessibleTextInterface *>(this);
+    return QAccessibleWidget::interface_cast(type);
+}
+
+void KestAccessibleIPAddressEdit::selection(int index, int *start, int *end) const
+{
+    *start = 0;
+    *end = 0;
+    for (int section = 0; section < SectionCount; ++section) {
+        const auto &selection = edit()->d->selections.at(section);
+        if (selection.isEmpty() || index-- > 0)
+            continue;
+        const QTextLayout::FormatRange &range = selection.first();
+        *start = offsetOf(firstPosition(section) + range.start);
+        *end = offsetOf(firstPosition(section) + range.start + range.length);
+        return;
+    }
+}
+
+int KestAccessibleIPAddressEdit::selectionCount() const
+{
+    const auto &selections = edit()->d->selections;
+    return int(std::count_if(selections.cbegin(), selections.cend(),
+                             [](const auto &selection) { return !selection.isEmpty(); }));
+}
+
+void KestAccessibleIPAddressEdit::addSelection(int start, int end)
+{
+    setSelection(0, start, end);
+}
+
+void KestAccessibleIPAddressEdit::removeSelection(int index)
+{
+    Q_UNUSED(index)
+    edit()->clearSelection();
+    edit()->update();
+}
+
+// There is one selection, and it stays in the section that it starts in.
+void KestAccessibleIPAddressEdit::setSelection(int index, int start, int end)
+{
+    Q_UNUSED(index)
+    edit()->clearSelection();
+    const int first = positionAt(start);
+    const int section = edit()->sectionOfCursorPosition(first);
+    const int last =
+        std::max(first, std::min(positionAt(end), firstPosition(section) + length(section)));
+    edit()->selectTo(last, first);
+    edit()->update();
+}
+
+int KestAccessibleIPAddressEdit::cursorPosition() const
+{
+    return offsetOf(edit()->d->cursorPosition);
+}
+
+void KestAccessibleIPAddressEdit::setCursorPosition(int offset)
+{
+    edit()->clearSelection();
+    edit()->setCursorPosition(positionAt(offset));
+    edit()->update();
+}
+
+QString KestAccessibleIPAddressEdit::text(int start, int end) const
+{
+    return edit()->ipAddress().mid(start, end - start);
+}
+
+int KestAccessibleIPAddressEdit::characterCount() const
+{
+    return edit()->ipAddress().length();
+}
+
+QRect KestAccessibleIPAddressEdit::characterRect(int offset) const
+{
+    const int position = positionAt(offset);
+    const int section = edit()->sectionOfCursorPosition(position);
+    const QRect bounds = edit()->boundRect(section, edit()->rectOfIpSection(section));
+    const QTextLine line = edit()->textLayout(position).lineAt(0);
+    const int index = positionInSection(position);
+    QRect rect = bounds;
+    rect.setLeft(bounds.left() + qRound(line.cursorToX(index)));
+    rect.setRight(bounds.left() + qRound(line.cursorToX(index + 1)));
+    return rect.translated(edit()->mapToGlobal(QPoint()));
+}
+
+int KestAccessibleIPAddressEdit::offsetAtPoint(const QPoint &point) const
+{
+    const QPoint local = edit()->mapFromGlobal(point);
+    return edit()->rect().contains(local) ? offsetOf(edit()->xToCursor(local.x())) : -1;
+}
+
+void KestAccessibleIPAddressEdit::scrollToSubstring(int start, int end)
+{
+    // All of it is in view.
+    Q_UNUSED(start)
+    Q_UNUSED(end)
+}
+
+QString KestAccessibleIPAddressEdit::attributes(int offset, int *start, int *end) const
+{
+    Q_UNUSED(offset)
+    *start = 0;
+    *end = characterCount();
+    return QString();
+}
+
+KestIPAddressEdit *KestAccessibleIPAddressEdit::edit() const
+{
+    return static_cast<KestIPAddressEdit *>(widget());
+}
+
+int KestAccessibleIPAddressEdit::length(int section) const
+{
+    return edit()->d->text(section).length();
+}
+
+// Where a section begins in the text, in which an empty one is a 0.
+int KestAccessibleIPAddressEdit::firstOffset(int section) const
+{
+    int offset = 0;
+    for (int i = 0; i < section; ++i)
+        offset += std::max(length(i), 1) + 1;
+    return offset;
+}
+
+int KestAccessibleIPAddressEdit::offsetOf(int position) const
+{
+    const int section = edit()->sectionOfCursorPosition(position);
+    return firstOffset(section) + std::min(positionInSection(position), length(section));
+}
+
+int KestAccessibleIPAddressEdit::positionAt(int offset) const
+{
+    int section = SectionCount - 1;
+    while (section > 0 && firstOffset(section) > offset)
+        --section;
+    const int inSection = std::max(0, offset - firstOffset(section));
+    return firstPosition(section) + std::min(inSection, length(section));
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#ifndef KESTIPADDRESSEDIT_P_H
+#define KESTIPADDRESSEDIT_P_H
+
+#include <QtCore/QTimer>
+#include <QtCore/QVector>
+#include <QtGui/QTextLayout>
+
+#include <array>
+
+class QAction;
+
+/*!
+    \file
+    What an address edit and its accessible interface know of the address.
+*/
+
+/*! The sections of an address, and the positions that the cursor can take in each: before every
+    digit, and behind the last. */
+const int SectionCount = 4;
+const int SectionLength = 3; // digits
+const int SectionPositions = SectionLength + 1;
+
+/*! Returns where in its section the cursor position \a position is. */
+inline int positionInSection(int position)
+{
+    return position % SectionPositions;
+}
+
+/*! Returns the cursor position at the beginning of \a section. */
+inline int firstPosition(int section)
+{
+    return section * SectionPositions;
+}
+
+class KestIPAddressEditPrivate
+{
+public:
+    using Selection = QVector<QTextLayout::FormatRange>; // of one section; the first one counts
+
+    const QString text(int section) const { return layouts[size_t(section)].text(); }
+
+    bool readOnly = false;
+    int cursorPosition = 0; // of the whole address
+    int cursorAscentOffset = 0; // pixels from the font's ascent to the edited line's
+    int pressSection = 0;
+    int pressPosition = 0;
+    bool mousePressed = false; // what follows is a drag
+    std::array<QTextLayout, SectionCount> layouts;
+    QTimer blinkTimer;
+    bool cursorVisible = false;
+    QVector<Selection> selections = QVector<Selection>(SectionCount);
+    QAction *copyAction = nullptr;
+    QAction *pasteAction = nullptr;
+};
+
+#endif // KESTIPADDRESSEDIT_P_H
