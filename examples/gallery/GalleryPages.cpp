@@ -7,6 +7,7 @@
 #include "pages/ColorsPage.h"
 #include "pages/ComboBoxPage.h"
 #include "pages/DialogsPage.h"
+#include "pages/IPAddressPage.h"
 #include "pages/LoadingPage.h"
 #include "pages/MessageBoxPage.h"
 #include "pages/StageProgressPage.h"
@@ -19,6 +20,6 @@ QList<QWidget *> createGalleryPages()
     return {
         new StandardWidgetsPage, new WindowPage,        new DialogsPage,        new MessageBoxPage,
         new LoadingPage,         new StageProgressPage, new CircleProgressPage, new SwitchPage,
-        new ComboBoxPage,        new ColorsPage,
+        new ComboBoxPage,        new IPAddressPage,     new ColorsPage,
     };
 }

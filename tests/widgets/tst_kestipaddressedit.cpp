@@ -1,0 +1,1491 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "KestIPAddressEdit.h"
+
+#include "IPAddressState.h"
+#include "KestStyleSheet.h"
+#include "Rendering.h"
+
+#include <QtGui/QClipboard>
+#include <QtGui/QFocusEvent>
+#include <QtGui/QPainter>
+#include <QtGui/private/qguiapplication_p.h>
+#include <QtGui/qpa/qplatformaccessibility.h>
+#include <QtGui/qpa/qplatformintegration.h>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyleOptionFrame>
+#include <QtWidgets/QVBoxLayout>
+
+#include <memory>
+
+namespace {
+
+const QString RoomOfSection = QStringLiteral(" 000") + QChar();
+const QString RoomOfAddress = QStringLiteral(" 000 . 000 . 000 . 000") + QChar();
+
+// An edit with what it has announced.
+class Edit : public KestIPAddressEdit
+{
+    Q_OBJECT
+
+public:
+    explicit Edit(const QString &state = QStringLiteral("||| @0"), QWidget *parent = nullptr)
+        : KestIPAddressEdit(parent),
+          changed(this, &KestIPAddressEdit::editChanged),
+          finished(this, &KestIPAddressEdit::editingFinished)
+    {
+        setState(this, state);
+        resize(sizeHint() + QSize(60, 0));
+    }
+
+    using KestIPAddressEdit::initStyleOption;
+    using KestIPAddressEdit::inputMethodQuery;
+
+    QSignalSpy changed;
+    QSignalSpy finished;
+};
+
+void setClipboard(const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+}
+
+QAction *actionOf(const QWidget *edit, QKeySequence::StandardKey key)
+{
+    const QList<QAction *> actions = edit->actions();
+    for (QAction *action : actions) {
+        if (action->shortcut() == QKeySequence(key))
+            return action;
+    }
+    return nullptr;
+}
+
+void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &point,
+               Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    const Qt::MouseButtons buttons =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent event(type, point, widget->mapToGlobal(point.toPoint()),
+                      type == QEvent::MouseMove ? Qt::NoButton : button, buttons, modifiers);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+void sendFocus(QWidget *widget, QEvent::Type type, Qt::FocusReason reason)
+{
+    QFocusEvent event(type, reason);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+// Where the sections and their texts are, worked out anew.
+struct Places
+{
+    explicit Places(const Edit &edit)
+    {
+        QStyleOptionFrame option;
+        edit.initStyleOption(&option);
+        contents = edit.style()->subElementRect(QStyle::SE_LineEditContents, &option, &edit);
+        const QFontMetrics metrics(edit.font());
+        dot = metrics.boundingRect(QLatin1Char('.')).width();
+        section = metrics.boundingRect(RoomOfSection).width();
+    }
+
+    QRect rect(int i) const
+    {
+        return QRect(contents.left() + i * (dot + section), contents.top(), section,
+                     contents.height());
+    }
+
+    QRect contents;
+    int dot;
+    int section;
+};
+
+// A line of text, laid out.
+std::unique_ptr<QTextLayout> line(const QString &text, const QFont &font)
+{
+    auto layout = std::make_unique<QTextLayout>(text, font);
+    layout->beginLayout();
+    layout->createLine();
+    layout->endLayout();
+    return layout;
+}
+
+QPoint originIn(const QRect &rect, const QTextLayout &layout)
+{
+    const QRectF bounds = layout.boundingRect();
+    return QPoint(qRound(rect.left() + (rect.width() - bounds.width()) * 0.5),
+                  qRound(rect.top() + (rect.height() - bounds.height()) * 0.5));
+}
+
+// The edit as it is meant to look: its frame, texts with selections, dots and cursor.
+QImage expectedLook(const Edit &edit, const QStringList &texts, int selected, int cursor,
+                    qreal ratio = 1.0)
+{
+    QImage image = canvas(edit.size(), ratio);
+    QPainter painter(&image);
+    painter.setFont(edit.font());
+    painter.setPen(edit.palette().color(edit.foregroundRole()));
+    painter.setLayoutDirection(edit.layoutDirection());
+    QStyleOptionFrame option;
+    edit.initStyleOption(&option);
+    edit.style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, &edit);
+    const Places places(edit);
+    for (int i = 0; i < 4; ++i) {
+        const auto layout = line(texts.at(i), edit.font());
+        const QRect rect = places.rect(i);
+        const QPoint origin = originIn(rect, *layout);
+        QVector<QTextLayout::FormatRange> ranges;
+        if (i == selected) {
+            QTextLayout::FormatRange range { 0, texts.at(i).length(), QTextCharFormat() };
+            range.format.setBackground(edit.palette().highlight());
+            range.format.setForeground(edit.palette().highlightedText());
+            ranges.append(range);
+        }
+        const QSizeF size = layout->boundingRect().size();
+        const QRect clip(origin, QSize(qRound(size.width()), qRound(size.height())));
+        layout->draw(&painter, origin, ranges, clip);
+        if (cursor / 4 == i)
+            layout->drawCursor(&painter, origin, cursor % 4);
+        if (i < 3) {
+            painter.drawText(
+                QRectF(rect.right() + 1, origin.y(), places.dot, layout->boundingRect().height()),
+                QStringLiteral("."), QTextOption());
+        }
+    }
+    return image;
+}
+
+} // namespace
+
+class tst_KestIPAddressEdit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void metaObject();
+    void newEdit();
+    void actions();
+
+    void addresses_data();
+    void addresses();
+    void setAddressKeepsCursorAndSelection();
+
+    void ranges_data();
+    void ranges();
+    void rangeColors();
+    void movedRanges_data();
+    void movedRanges();
+
+    void keys_data();
+    void keys();
+    void typing_data();
+    void typing();
+    void everyOtherKeyIsSwallowed();
+    void keypadDigitsAreDigits();
+    void typedKeysAreNoShortcuts();
+
+    void readOnlyKeys_data();
+    void readOnlyKeys();
+
+    void copy_data();
+    void copy();
+    void paste_data();
+    void paste();
+    void readOnlyIsNotPastedInto();
+    void shortcutsCopyAndPaste();
+
+    void clickSetsTheCursor_data();
+    void clickSetsTheCursor();
+    void fractionsOfPixelsAreRounded();
+    void clickClearsTheSelection();
+    void otherButtonsDoNothing();
+    void shiftClick_data();
+    void shiftClick();
+    void drag();
+    void dragStaysInItsSection();
+    void dragWithModifiersDoesNotSelect();
+    void moveAfterTheReleaseDoesNotSelect();
+    void releaseWithModifiersGoesOnSelecting();
+    void doubleClick_data();
+    void doubleClick();
+
+    void contextMenu_data();
+    void contextMenu();
+    void editMayDieWhileItsMenuIsOpen();
+
+    void focusIn();
+    void focusOut_data();
+    void focusOut();
+    void cursorBlinks();
+    void zeroFlashTimeBlinksOnEveryPass();
+    void returnFinishesEditing();
+    void returnMayDeleteTheEdit();
+
+    void readOnlyEffects();
+    void inputMethods();
+
+    void sizeHints();
+    void sectionsArePacked();
+    void invalidContentsRectIsReplaced();
+    void fontChangeLaysOutAnew();
+
+    void look_data();
+    void look();
+    void cursorIsDrawnOnlyWhileVisible();
+    void rightToLeftKeepsTheOrder();
+    void sheetsThemeTheFrame();
+
+    void screenReaderReadsTheAddress();
+    void screenReaderMovesAndSelects();
+    void changesAreAnnounced();
+};
+
+void tst_KestIPAddressEdit::init()
+{
+    QGuiApplication::clipboard()->clear();
+}
+
+void tst_KestIPAddressEdit::metaObject()
+{
+    const QMetaObject &meta = KestIPAddressEdit::staticMetaObject;
+    for (const char *slot : { "updateTextLayout()", "onCustomContextMenuRequested(QPoint)" })
+        QVERIFY2(meta.indexOfSlot(slot) >= meta.methodOffset(), slot);
+    for (const char *signal : { "editChanged()", "editingFinished()" })
+        QVERIFY2(meta.indexOfSignal(signal) >= meta.methodOffset(), signal);
+    KestIPAddressEdit edit;
+    QVERIFY(edit.setProperty("ipAddress", QStringLiteral("1.2.3.4")));
+    QCOMPARE(edit.property("ipAddress").toString(), QStringLiteral("1.2.3.4"));
+    QCOMPARE(edit.property("readOnly"), QVariant(false));
+    QVERIFY(edit.setProperty("readOnly", true));
+    QVERIFY(edit.isReadOnly());
+}
+
+void tst_KestIPAddressEdit::newEdit()
+{
+    QWidget parent;
+    KestIPAddressEdit edit(&parent);
+    QCOMPARE(edit.parentWidget(), &parent);
+    QCOMPARE(edit.ipAddress(), QStringLiteral("0.0.0.0"));
+    QCOMPARE(stateOf(&edit), QStringLiteral("||| @0"));
+    QVERIFY(!edit.isReadOnly());
+    QCOMPARE(edit.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    QCOMPARE(edit.sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    QCOMPARE(edit.sizePolicy().controlType(), QSizePolicy::LineEdit);
+    QCOMPARE(edit.contextMenuPolicy(), Qt::CustomContextMenu);
+    QCOMPARE(edit.focusPolicy(), Qt::StrongFocus);
+    QCOMPARE(recordOf(&edit)->blinkTimer.interval(), QApplication::cursorFlashTime() / 2);
+    QVERIFY(!recordOf(&edit)->blinkTimer.isActive());
+    QVERIFY(!recordOf(&edit)->cursorVisible);
+    QCOMPARE(edit.cursor().shape(), Qt::IBeamCursor);
+    QVERIFY(edit.testAttribute(Qt::WA_InputMethodEnabled));
+    QVERIFY(edit.testAttribute(Qt::WA_MacShowFocusRect));
+}
+
+void tst_KestIPAddressEdit::actions()
+{
+    const Edit edit;
+    QCOMPARE(edit.actions().size(), 2);
+    const QAction *const copy = edit.actions().at(0);
+    const QAction *const paste = edit.actions().at(1);
+    QCOMPARE(copy->text(), QStringLiteral("Copy"));
+    QCOMPARE(copy->shortcut(), QKeySequence(QKeySequence::Copy));
+    QCOMPARE(paste->text(), QStringLiteral("Paste"));
+    QCOMPARE(paste->shortcut(), QKeySequence(QKeySequence::Paste));
+    for (const QAction *action : { copy, paste }) {
+        QCOMPARE(action->shortcutContext(), Qt::WidgetWithChildrenShortcut);
+        QCOMPARE(action->parent(), &edit);
+    }
+}
+
+void tst_KestIPAddressEdit::addresses_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<bool>("accepted");
+    const auto row = [](const char *address, bool accepted) {
+        QTest::newRow(address) << QString::fromLatin1(address) << accepted;
+    };
+    row("1.2.3.4", true);
+    row("255.255.255.255", true);
+    row("0.0.0.0", true);
+    row("192.168.001.1", true);
+    row("010.1.0.000", true);
+    row("", false);
+    row("1.2.3", false);
+    row("1.2.3.4.5", false);
+    row("1..2.3", false);
+    row("1.2.3.", false);
+    row(".1.2.3", false);
+    row("1.2.3.256", false);
+    row("999.2.3.4", false);
+    row("1.2.3.0001", false);
+    row("1.2.3.-1", false);
+    row("1.2.a.4", false);
+    row("1.2.0x1.4", false);
+}
+
+void tst_KestIPAddressEdit::addresses()
+{
+    QFETCH(QString, address);
+    QFETCH(bool, accepted);
+    Edit edit(QStringLiteral("9|8|7|6 @0"));
+    edit.setIPAddress(address);
+    QCOMPARE(edit.ipAddress(), accepted ? address : QStringLiteral("9.8.7.6"));
+    QCOMPARE(edit.changed.count(), accepted ? 4 : 0);
+    QCOMPARE(edit.finished.count(), 0);
+}
+
+void tst_KestIPAddressEdit::setAddressKeepsCursorAndSelection()
+{
+    Edit edit(QStringLiteral("9|8|7|6 @5 1:0-1"));
+    edit.setIPAddress(QStringLiteral("10.20.30.40"));
+    QCOMPARE(stateOf(&edit), QStringLiteral("10|20|30|40 @5 1:0-1"));
+}
+
+void tst_KestIPAddressEdit::ranges_data()
+{
+    QTest::addColumn<int>("a");
+    QTest::addColumn<int>("b");
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("length");
+    QTest::newRow("forwards") << 0 << 2 << 0 << 2;
+    QTest::newRow("backwards") << 7 << 5 << 1 << 2;
+    QTest::newRow("empty") << 13 << 13 << 1 << 0;
+    QTest::newRow("last section") << 12 << 15 << 0 << 3;
+    QTest::newRow("negative") << -1 << 2 << -1 << 3;
+}
+
+void tst_KestIPAddressEdit::ranges()
+{
+    QFETCH(int, a);
+    QFETCH(int, b);
+    const QTextLayout::FormatRange range = createFormatRange(a, b, QPalette());
+    QTEST(range.start, "start");
+    QTEST(range.length, "length");
+}
+
+void tst_KestIPAddressEdit::rangeColors()
+{
+    QPalette palette;
+    palette.setBrush(QPalette::Active, QPalette::Highlight, QBrush(Qt::red, Qt::Dense3Pattern));
+    palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::yellow);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, Qt::blue);
+    palette.setCurrentColorGroup(QPalette::Active);
+    const QTextCharFormat format = createFormatRange(0, 1, palette).format;
+    QCOMPARE(format.background(), QBrush(Qt::red, Qt::Dense3Pattern));
+    QCOMPARE(format.foreground().color(), QColor(Qt::yellow));
+    palette.setCurrentColorGroup(QPalette::Disabled);
+    QCOMPARE(createFormatRange(0, 1, palette).format.background().color(), QColor(Qt::blue));
+}
+
+void tst_KestIPAddressEdit::movedRanges_data()
+{
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("end");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<int>("newStart");
+    QTest::addColumn<int>("newEnd");
+    QTest::newRow("end outwards") << 1 << 2 << 2 << 3 << 1 << 3;
+    QTest::newRow("end inwards") << 0 << 3 << 3 << 1 << 0 << 1;
+    QTest::newRow("end onto the start") << 1 << 2 << 2 << 1 << 1 << 1;
+    QTest::newRow("end across the start") << 1 << 2 << 6 << 4 << 0 << 1;
+    QTest::newRow("start outwards") << 1 << 2 << 1 << 0 << 0 << 2;
+    QTest::newRow("start inwards") << 0 << 3 << 12 << 14 << 2 << 3;
+    QTest::newRow("start across the end") << 0 << 1 << 0 << 3 << 1 << 3;
+    QTest::newRow("empty, forwards") << 1 << 1 << 1 << 2 << 1 << 2;
+    QTest::newRow("empty, backwards") << 2 << 2 << 2 << 0 << 0 << 2;
+    QTest::newRow("empty, elsewhere") << 2 << 2 << 1 << 3 << 1 << 3;
+    QTest::newRow("from neither end") << 0 << 3 << 1 << 2 << 1 << 2;
+}
+
+void tst_KestIPAddressEdit::movedRanges()
+{
+    QFETCH(int, start);
+    QFETCH(int, end);
+    QFETCH(int, from);
+    QFETCH(int, to);
+    QTextLayout::FormatRange range { start, end - start, QTextCharFormat() };
+    QCOMPARE(moveFormatRange(range, from, to), to % 4);
+    QTEST(range.start, "newStart");
+    QTEST(range.start + range.length, "newEnd");
+}
+
+void tst_KestIPAddressEdit::keys_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<int>("changes");
+    const auto row = [](const char *before, const char *key, const char *after, int changes) {
+        QTest::newRow(
+            qPrintable(QStringLiteral("%1 %2").arg(QLatin1String(before), QLatin1String(key))))
+            << QString::fromLatin1(before) << QString::fromLatin1(key) << QString::fromLatin1(after)
+            << changes;
+    };
+    // Digits.
+    row("||| @0", "1", "1||| @1", 1);
+    row("1||| @1", "9", "19||| @2", 1);
+    row("19||| @2", "2", "192||| @4", 1); // on to the next section
+    row("||19| @10", "2", "||192| @12", 1);
+    row("|||19 @14", "2", "|||192 @15", 1); // there is none
+    row("25||| @2", "6", "25||| @2", 0);
+    row("25||| @2", "5", "255||| @4", 1);
+    row("12||| @0", "3", "12||| @0", 0); // too large
+    row("12||| @0", "1", "112||| @1", 1); // no step on from within
+    row("12||| @1", "0", "102||| @2", 1);
+    row("123||| @0", "1", "123||| @0", 0);
+    row("123||| @2", "1", "123||| @2", 0);
+    row("123||| @3", "1", "123||| @3", 0);
+    row("|||255 @15", "1", "|||255 @15", 0);
+    row("00||| @2", "0", "000||| @4", 1);
+    row("1||| @3", "2", "12||| @4", 1); // behind the end counts as the end
+    row("||| @2", "2", "2||| @3", 1);
+    row("12||| @3", "3", "123||| @5", 1);
+    row("192|1|| @5 0:0-3", "7", "7|1|| @1", 2); // what is selected goes first
+    row("192|168|| @0 0:0-3 1:0-2", "7", "|87|| @6", 3);
+    // Backspace.
+    row("12||| @2", "Backspace", "1||| @1", 1);
+    row("123||| @1", "Backspace", "23||| @0", 1);
+    row("123||| @0", "Backspace", "123||| @0", 0);
+    row("|12|3| @8", "Backspace", "|1|3| @5", 1);
+    row("|12|| @4", "Backspace", "|12|| @0", 1); // what is empty is set all the same
+    row("1|12|| @4", "Backspace", "|12|| @0", 1);
+    row("123|12|| @4", "Backspace", "12|12|| @2", 1);
+    row("||| @2", "Backspace", "||| @2", 0); // behind the end of nothing
+    row("1||| @3", "Backspace", "1||| @2", 1);
+    row("123|456|| @6 0:1-2 1:0-2", "Backspace", "13|6|| @5", 2);
+    row("12||| @1 0:0-0", "Backspace", "12||| @2", 1);
+    row("12||| @1 0:1-3", "Backspace", "1||| @1", 1);
+    // Left and up.
+    for (const char *key : { "Left", "Up" }) {
+        row("12||| @2", key, "12||| @1", 0);
+        row("12||| @0", key, "12||| @0", 0);
+        row("12|3|| @4", key, "12|3|| @2", 0); // behind the last digit
+        row("|3|| @4", key, "|3|| @0", 0);
+        row("123|3|| @4", key, "123|3|| @3", 0);
+        row("1||| @3", key, "1||| @1", 0);
+        row("|||1 @16", key, "|||1 @13", 0);
+        row("12||| @2 0:0-1", key, "12||| @2", 0);
+        row("12||| @2 3:0-0", key, "12||| @2", 0);
+    }
+    for (const char *key : { "Shift+Left", "Shift+Up" }) {
+        row("12||| @2", key, "12||| @1 0:1-2", 0);
+        row("12||| @1 0:1-2", key, "12||| @0 0:0-2", 0);
+        row("12||| @0 0:0-2", key, "12||| @0 0:0-2", 0);
+        row("12||| @2 0:0-2", key, "12||| @1 0:0-1", 0);
+        row("12||| @1 0:0-1", key, "12||| @0 0:0-0", 0);
+        row("12|3|| @4", key, "12|3|| @4", 0);
+        row("12|34|| @5 0:0-2", key, "12|34|| @4 0:0-2 1:0-1", 0);
+        row("1||| @3", key, "1||| @2 0:2-3", 0);
+    }
+    // Right and down.
+    for (const char *key : { "Right", "Down" }) {
+        row("12||| @0", key, "12||| @1", 0);
+        row("12||| @2", key, "12||| @4", 0);
+        row("||| @0", key, "||| @4", 0);
+        row("|||12 @14", key, "|||12 @14", 0);
+        row("|||123 @15", key, "|||123 @15", 0);
+        row("|||1 @15", key, "|||1 @16", 0); // behind the end
+        row("|||1 @16", key, "|||1 @16", 0);
+        row("1||| @3", key, "1||| @4", 0);
+        row("12||| @0 0:0-1", key, "12||| @0", 0);
+    }
+    for (const char *key : { "Shift+Right", "Shift+Down" }) {
+        row("12||| @0", key, "12||| @1 0:0-1", 0);
+        row("12||| @1 0:0-1", key, "12||| @2 0:0-2", 0);
+        row("12||| @2 0:0-2", key, "12||| @3 0:0-3", 0); // past the last digit
+        row("12||| @3 0:0-3", key, "12||| @3 0:0-3", 0);
+        row("12||| @0 0:0-2", key, "12||| @1 0:1-2", 0);
+        row("12||| @1 0:1-2", key, "12||| @2 0:2-2", 0);
+        row("|||1 @15", key, "|||1 @15", 0);
+        row("||| @12", key, "||| @13 3:0-1", 0);
+    }
+    // Delete.
+    row("12||| @0", "Delete", "2||| @0", 1);
+    row("12||| @1", "Delete", "1||| @1", 1);
+    row("12|3|| @2", "Delete", "12|3|| @2", 0);
+    row("12|3|| @3", "Delete", "12|3|| @3", 0);
+    row("12|34|| @4 1:0-1", "Delete", "12|4|| @5", 1);
+    // Dots.
+    row("12||| @2", ".", "12||| @4", 0);
+    row("12||| @1", ".", "12||| @1", 0);
+    row("||| @0", ".", "||| @0", 0);
+    row("|||1 @13", ".", "|||1 @13", 0);
+    row("12||| @2 0:0-2", ".", "12||| @4 0:0-2", 0);
+    row("12||| @3", ".", "12||| @3", 0);
+    // Others.
+    row("12||| @2 0:0-2 3:0-0", "Escape", "12||| @2", 0);
+    row("12||| @1 0:0-2", "Home", "12||| @1 0:0-2", 0);
+    row("12||| @1 0:0-2", "End", "12||| @1 0:0-2", 0);
+    row("12||| @1 0:0-2", "Ctrl+A", "12||| @1 0:0-2", 0);
+    row("12||| @1 0:0-2", "A", "12||| @1 0:0-2", 0);
+    row("12||| @1 0:0-2", "-", "12||| @1 0:0-2", 0);
+}
+
+void tst_KestIPAddressEdit::keys()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, key);
+    Edit edit(before);
+    typeKey(&edit, key);
+    QTEST(stateOf(&edit), "after");
+    QTEST(edit.changed.count(), "changes");
+    QCOMPARE(edit.finished.count(), 0);
+}
+
+void tst_KestIPAddressEdit::typing_data()
+{
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QStringList>("states");
+    QTest::newRow("an address") << "19216801." << QStringList { "1||| @1",        "19||| @2",
+                                                                "192||| @4",      "192|1|| @5",
+                                                                "192|16|| @6",    "192|168|| @8",
+                                                                "192|168|0| @9",  "192|168|01| @10",
+                                                                "192|168|01| @12" };
+    QTest::newRow("with dots") << "1.2.3.4.5"
+                               << QStringList { "1||| @1",     "1||| @4",     "1|2|| @5",
+                                                "1|2|| @8",    "1|2|3| @9",   "1|2|3| @12",
+                                                "1|2|3|4 @13", "1|2|3|4 @13", "1|2|3|45 @14" };
+    QTest::newRow("too large") << "256" << QStringList { "2||| @1", "25||| @2", "25||| @2" };
+}
+
+void tst_KestIPAddressEdit::typing()
+{
+    QFETCH(QString, keys);
+    QFETCH(QStringList, states);
+    QCOMPARE(keys.length(), states.size());
+    Edit edit;
+    for (int i = 0; i < keys.length(); ++i) {
+        typeKey(&edit, QString(keys.at(i)));
+        QCOMPARE(stateOf(&edit), states.at(i));
+    }
+}
+
+void tst_KestIPAddressEdit::everyOtherKeyIsSwallowed()
+{
+    Edit edit;
+    for (int key : { Qt::Key_A, Qt::Key_Escape, Qt::Key_Return, Qt::Key_Home, Qt::Key_F5 }) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&edit, &event);
+        QVERIFY(event.isAccepted());
+    }
+}
+
+void tst_KestIPAddressEdit::keypadDigitsAreDigits()
+{
+    Edit edit;
+    QTest::keyClick(&edit, Qt::Key_7, Qt::KeypadModifier);
+    QCOMPARE(stateOf(&edit), QStringLiteral("7||| @1"));
+}
+
+void tst_KestIPAddressEdit::typedKeysAreNoShortcuts()
+{
+    Edit edit;
+    const auto overrides = [&edit](int key, const QString &text,
+                                   Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QKeyEvent event(QEvent::ShortcutOverride, key, modifiers, text);
+        event.ignore();
+        QCoreApplication::sendEvent(&edit, &event);
+        return event.isAccepted();
+    };
+    QVERIFY(overrides(Qt::Key_5, QStringLiteral("5")));
+    QVERIFY(overrides(Qt::Key_Period, QStringLiteral(".")));
+    QVERIFY(overrides(Qt::Key_Delete, QString()));
+    QVERIFY(overrides(Qt::Key_Backspace, QString()));
+    QVERIFY(!overrides(Qt::Key_5, QStringLiteral("5"), Qt::ControlModifier));
+    QVERIFY(!overrides(Qt::Key_A, QStringLiteral("a")));
+    edit.setReadOnly(true);
+    QVERIFY(!overrides(Qt::Key_5, QStringLiteral("5")));
+}
+
+void tst_KestIPAddressEdit::readOnlyKeys_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("digit") << "5"
+                           << "12|3|| @2 0:0-2";
+    QTest::newRow("Backspace") << "Backspace"
+                               << "12|3|| @2 0:0-2";
+    QTest::newRow("Delete") << "Delete"
+                            << "12|3|| @2 0:0-2";
+    QTest::newRow("Left") << "Left"
+                          << "12|3|| @2";
+    QTest::newRow("Shift+Left") << "Shift+Left"
+                                << "12|3|| @1 0:0-1";
+    QTest::newRow("Shift+Right") << "Shift+Right"
+                                 << "12|3|| @3 0:0-3";
+    QTest::newRow("dot") << "."
+                         << "12|3|| @4 0:0-2";
+    QTest::newRow("Escape") << "Escape"
+                            << "12|3|| @2";
+}
+
+void tst_KestIPAddressEdit::readOnlyKeys()
+{
+    QFETCH(QString, key);
+    Edit edit(QStringLiteral("12|3|| @2 0:0-2"));
+    edit.setReadOnly(true);
+    typeKey(&edit, key);
+    QTEST(stateOf(&edit), "after");
+    QCOMPARE(edit.changed.count(), 0);
+}
+
+void tst_KestIPAddressEdit::copy_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("copied");
+    QTest::newRow("nothing selected") << "192|168|| @0"
+                                      << "old";
+    QTest::newRow("one section") << "192|168|| @0 1:1-3"
+                                 << "68";
+    QTest::newRow("the first of two") << "192|168|| @0 0:0-2 1:0-3"
+                                      << "19";
+    QTest::newRow("past the last digit") << "1|168|| @0 0:0-3"
+                                         << "1";
+    QTest::newRow("an empty one first") << "192|168|| @0 0:1-1 1:0-3"
+                                        << "";
+}
+
+void tst_KestIPAddressEdit::copy()
+{
+    QFETCH(QString, state);
+    for (bool readOnly : { false, true }) {
+        setClipboard(QStringLiteral("old"));
+        Edit edit(state);
+        edit.setReadOnly(readOnly);
+        actionOf(&edit, QKeySequence::Copy)->trigger();
+        QTEST(QGuiApplication::clipboard()->text(), "copied");
+        QCOMPARE(stateOf(&edit), state);
+        QCOMPARE(edit.changed.count(), 0);
+    }
+}
+
+void tst_KestIPAddressEdit::paste_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<int>("changes");
+    const auto row = [](const char *name, const char *before, const char *text, const char *after,
+                        int changes) {
+        QTest::newRow(name) << QString::fromLatin1(before) << QString::fromLatin1(text)
+                            << QString::fromLatin1(after) << changes;
+    };
+    row("nothing", "1||| @1 0:0-1", "", "1||| @1 0:0-1", 0);
+    row("an address", "9|||8 @13 3:0-1", "1.2.3.4", "1|2|3|4 @13 3:0-1", 4);
+    row("a bad address", "9|||8 @13 3:0-1", "1.2.3.256", "9|||8 @13 3:0-1", 0);
+    row("four empty parts", "9|||8 @13", "...", "9|||8 @13", 0);
+    row("into an empty section", "||| @4", "7", "|7|| @5", 1);
+    row("no number", "||| @0", "ab", "ab||| @1", 1);
+    row("more than one digit", "1||| @1", "10", "110||| @2", 1);
+    row("before the digits", "10||| @0", "1", "110||| @1", 1);
+    row("too long", "10||| @0", "12", "10||| @0", 0);
+    row("too long alone", "||| @0", "1234", "||| @0", 0);
+    row("three parts", "||| @0", "1.2.3", "||| @0", 0);
+    row("two parts that fit", "||| @0", "1.2", "1.2||| @1", 1);
+    row("too large", "99||| @2", "9", "99||| @3", 0); // the cursor moves all the same
+    row("negative", "||| @0", "-1", "||| @1", 0);
+    row("at the end of a full section", "255||| @3", "1", "255||| @3", 0);
+    row("behind the end", "1||| @3", "2", "12||| @4", 1);
+    row("over a selection", "192||| @1 0:0-2", "4", "42||| @2", 1);
+    row("over a selection from its end", "192||| @3 0:1-3", "4", "14||| @3", 1);
+    row("over a selection, too long", "192||| @3 0:1-2", "45", "192||| @3 0:1-2", 0);
+    row("over a selection, too large", "192||| @3 0:0-1", "9", "192||| @1", 0);
+    row("selected elsewhere", "192|1|| @5 0:0-2", "2", "192|12|| @6", 1);
+    row("selected past the end", "1||| @3 0:2-3", "7", "1||| @3", 1);
+    row("behind all", "|||1 @16", "2", "|||21 @13", 1);
+}
+
+void tst_KestIPAddressEdit::paste()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, text);
+    Edit edit(before);
+    setClipboard(text);
+    actionOf(&edit, QKeySequence::Paste)->trigger();
+    QTEST(stateOf(&edit), "after");
+    QTEST(edit.changed.count(), "changes");
+    if (text == QLatin1String("ab"))
+        QCOMPARE(edit.ipAddress(), QStringLiteral("ab.0.0.0"));
+}
+
+void tst_KestIPAddressEdit::readOnlyIsNotPastedInto()
+{
+    for (const char *text : { "1.2.3.4", "7" }) {
+        Edit edit(QStringLiteral("||| @0"));
+        edit.setReadOnly(true);
+        setClipboard(QString::fromLatin1(text));
+        actionOf(&edit, QKeySequence::Paste)->trigger();
+        QCOMPARE(stateOf(&edit), QStringLiteral("||| @0"));
+        QCOMPARE(edit.changed.count(), 0);
+    }
+}
+
+void tst_KestIPAddressEdit::shortcutsCopyAndPaste()
+{
+    QWidget window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *edit = new Edit(QStringLiteral("192||| @0 0:0-3"));
+    layout->addWidget(edit);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    edit->setFocus();
+    QTest::keySequence(edit, QKeySequence(QKeySequence::Copy));
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("192"));
+    setClipboard(QStringLiteral("1.2.3.4"));
+    QTest::keySequence(edit, QKeySequence(QKeySequence::Paste));
+    QCOMPARE(edit->ipAddress(), QStringLiteral("1.2.3.4"));
+}
+
+void tst_KestIPAddressEdit::clickSetsTheCursor_data()
+{
+    QTest::addColumn<QString>("texts");
+    QTest::newRow("full") << "192|168|100|255";
+    QTest::newRow("short") << "1|22||3";
+    QTest::newRow("empty") << "|||";
+}
+
+void tst_KestIPAddressEdit::clickSetsTheCursor()
+{
+    QFETCH(QString, texts);
+    Edit edit(texts + QStringLiteral(" @0"));
+    const Places places(edit);
+    for (int x = -5; x < edit.width() + 5; ++x) {
+        int expected = x < places.rect(3).left() ? 0 : 12;
+        for (int i = 0; i < 4; ++i) {
+            QRect hit = places.rect(i);
+            if (i < 3)
+                hit.setRight(hit.right() + places.dot);
+            else if (x > hit.right())
+                hit.setRight(x);
+            if (x < hit.left() || x > hit.right())
+                continue;
+            const auto layout = line(texts.split(QLatin1Char('|')).at(i), edit.font());
+            const int left = originIn(places.rect(i), *layout).x();
+            expected =
+                4 * i + layout->lineAt(0).xToCursor(x - left, QTextLine::CursorBetweenCharacters);
+        }
+        sendMouse(&edit, QEvent::MouseButtonPress, QPointF(x, 10));
+        QCOMPARE(recordOf(&edit)->cursorPosition, expected);
+        sendMouse(&edit, QEvent::MouseButtonRelease, QPointF(x, 10));
+    }
+}
+
+void tst_KestIPAddressEdit::fractionsOfPixelsAreRounded()
+{
+    Edit edit(QStringLiteral("111|222|| @0"));
+    const Places places(edit);
+    // The last pixel of the first section's dot, and the first of the second section.
+    const int border = places.rect(1).left();
+    sendMouse(&edit, QEvent::MouseButtonPress, QPointF(border - 0.51, 10));
+    QCOMPARE(recordOf(&edit)->cursorPosition, 3);
+    sendMouse(&edit, QEvent::MouseButtonPress, QPointF(border - 0.5, 10));
+    QCOMPARE(recordOf(&edit)->cursorPosition, 4);
+}
+
+void tst_KestIPAddressEdit::clickClearsTheSelection()
+{
+    Edit edit(QStringLiteral("192|168|| @0 0:0-2 1:0-1"));
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 5));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @5"));
+}
+
+void tst_KestIPAddressEdit::otherButtonsDoNothing()
+{
+    const QString state = QStringLiteral("192|168|| @0 0:0-2");
+    Edit edit(state);
+    const QPoint point = pointOf(&edit, 5);
+    for (Qt::MouseButton button : { Qt::RightButton, Qt::MiddleButton }) {
+        sendMouse(&edit, QEvent::MouseButtonPress, point, button);
+        sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 6), button);
+        sendMouse(&edit, QEvent::MouseButtonRelease, point, button);
+        sendMouse(&edit, QEvent::MouseButtonDblClick, point, button);
+        QCOMPARE(stateOf(&edit), state);
+    }
+    sendMouse(&edit, QEvent::MouseButtonPress, point, Qt::LeftButton, Qt::ControlModifier);
+    sendMouse(&edit, QEvent::MouseButtonDblClick, point, Qt::LeftButton, Qt::ShiftModifier);
+    QCOMPARE(stateOf(&edit), state);
+}
+
+void tst_KestIPAddressEdit::shiftClick_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("forwards") << "192|168|| @0" << 2 << "192|168|| @2 0:0-2";
+    QTest::newRow("backwards") << "192|168|| @3" << 1 << "192|168|| @1 0:1-3";
+    QTest::newRow("again") << "192|168|| @3 0:1-3" << 2 << "192|168|| @2 0:1-2";
+    QTest::newRow("across") << "192|168|| @1 0:1-2" << 3 << "192|168|| @3 0:2-3";
+    QTest::newRow("same place") << "192|168|| @1" << 1 << "192|168|| @1 0:1-1";
+    QTest::newRow("another section") << "192|168|| @1" << 5 << "192|168|| @1";
+    QTest::newRow("selected elsewhere") << "192|168|| @1 1:0-1" << 2 << "192|168|| @2 0:1-2 1:0-1";
+}
+
+void tst_KestIPAddressEdit::shiftClick()
+{
+    QFETCH(QString, before);
+    QFETCH(int, position);
+    Edit edit(before);
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, position), Qt::LeftButton,
+              Qt::ShiftModifier);
+    QTEST(stateOf(&edit), "after");
+    // It is no drag.
+    const QString after = stateOf(&edit);
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 0));
+    QCOMPARE(stateOf(&edit), after);
+}
+
+void tst_KestIPAddressEdit::drag()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 5));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @5"));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 7));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @7 1:1-3"));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 6));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @6 1:1-2"));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 4));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @4 1:0-1"));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 5));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @5 1:1-1"));
+    sendMouse(&edit, QEvent::MouseButtonRelease, pointOf(&edit, 5));
+    QCOMPARE(edit.changed.count(), 0);
+}
+
+void tst_KestIPAddressEdit::dragStaysInItsSection()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 3));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 6));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @3 0:1-3"));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 2));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @2 0:1-2"));
+}
+
+void tst_KestIPAddressEdit::dragWithModifiersDoesNotSelect()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 3), Qt::LeftButton, Qt::ControlModifier);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @1"));
+}
+
+void tst_KestIPAddressEdit::moveAfterTheReleaseDoesNotSelect()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 3));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @0"));
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseButtonRelease, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 3));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @1"));
+}
+
+void tst_KestIPAddressEdit::releaseWithModifiersGoesOnSelecting()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseButtonRelease, pointOf(&edit, 1), Qt::LeftButton,
+              Qt::ShiftModifier);
+    sendMouse(&edit, QEvent::MouseButtonRelease, pointOf(&edit, 1), Qt::RightButton);
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 3));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @3 0:1-3"));
+}
+
+void tst_KestIPAddressEdit::doubleClick_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("full") << "192|168|| @0 0:0-1" << 5 << "192|168|| @7 1:0-3";
+    QTest::newRow("short") << "192|1|| @0" << 4 << "192|1|| @5 1:0-1";
+    QTest::newRow("empty") << "192|1|| @0" << 12 << "192|1|| @12 3:0-0";
+}
+
+void tst_KestIPAddressEdit::doubleClick()
+{
+    QFETCH(QString, before);
+    QFETCH(int, position);
+    Edit edit(before);
+    sendMouse(&edit, QEvent::MouseButtonDblClick, pointOf(&edit, position));
+    QTEST(stateOf(&edit), "after");
+    const QTextCharFormat format = recordOf(&edit)->selections.at(position / 4).first().format;
+    QCOMPARE(format.background(), edit.palette().highlight());
+    QCOMPARE(format.foreground(), edit.palette().highlightedText());
+}
+
+void tst_KestIPAddressEdit::contextMenu_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("clipboard");
+    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<QStringList>("entries");
+    const QStringList none;
+    QTest::newRow("nothing") << "1||| @0"
+                             << "" << false << none;
+    QTest::newRow("copy") << "1||| @0 0:0-1"
+                          << "" << false << QStringList { "Copy" };
+    QTest::newRow("copy in any section") << "1||2| @0 2:0-1"
+                                         << "" << false << QStringList { "Copy" };
+    QTest::newRow("empty selection") << "1||| @0 0:1-1"
+                                     << "" << false << none;
+    QTest::newRow("paste") << "1||| @0"
+                           << "x" << false << QStringList { "Paste" };
+    QTest::newRow("both") << "1||| @0 0:0-1"
+                          << "x" << false << QStringList { "Copy", "Paste" };
+    QTest::newRow("read-only") << "1||| @0 0:0-1"
+                               << "x" << true << QStringList { "Copy" };
+    QTest::newRow("read-only, nothing") << "1||| @0"
+                                        << "x" << true << none;
+}
+
+void tst_KestIPAddressEdit::contextMenu()
+{
+    QFETCH(QString, state);
+    QFETCH(QString, clipboard);
+    QFETCH(bool, readOnly);
+    Edit edit(state);
+    edit.setReadOnly(readOnly);
+    setClipboard(clipboard);
+    edit.move(100, 80);
+    edit.show();
+    QStringList entries;
+    QPoint where;
+    QTimer::singleShot(0, &edit, [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu)
+            return;
+        where = menu->pos();
+        const QList<QAction *> actions = menu->actions();
+        for (const QAction *action : actions)
+            entries.append(action->text());
+        menu->close();
+    });
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(7, 9), edit.mapToGlobal(QPoint(7, 9)));
+    QCoreApplication::sendEvent(&edit, &event);
+    QCoreApplication::processEvents();
+    QTEST(entries, "entries");
+    if (!entries.isEmpty())
+        QCOMPARE(where, edit.mapToGlobal(QPoint(7, 9)));
+    QVERIFY(!edit.findChild<QMenu *>());
+    QCOMPARE(edit.actions().size(), 2);
+}
+
+void tst_KestIPAddressEdit::editMayDieWhileItsMenuIsOpen()
+{
+    setClipboard(QStringLiteral("1"));
+    auto *edit = new Edit;
+    edit->show();
+    QTimer::singleShot(0, qApp, [edit] { delete edit; });
+    QMetaObject::invokeMethod(edit, "onCustomContextMenuRequested", Q_ARG(QPoint, QPoint(1, 1)));
+    QVERIFY(!QApplication::activePopupWidget());
+}
+
+void tst_KestIPAddressEdit::focusIn()
+{
+    Edit edit(QStringLiteral("1||| @0 0:0-1"));
+    sendFocus(&edit, QEvent::FocusIn, Qt::TabFocusReason);
+    QVERIFY(recordOf(&edit)->cursorVisible);
+    QVERIFY(recordOf(&edit)->blinkTimer.isActive());
+    QCOMPARE(stateOf(&edit), QStringLiteral("1||| @0 0:0-1"));
+    QCOMPARE(edit.finished.count(), 0);
+}
+
+void tst_KestIPAddressEdit::focusOut_data()
+{
+    QTest::addColumn<Qt::FocusReason>("reason");
+    QTest::addColumn<bool>("selected");
+    QTest::newRow("Tab") << Qt::TabFocusReason << false;
+    QTest::newRow("mouse") << Qt::MouseFocusReason << false;
+    QTest::newRow("another window") << Qt::ActiveWindowFocusReason << false;
+    QTest::newRow("menu") << Qt::PopupFocusReason << true;
+    QTest::newRow("menu bar") << Qt::MenuBarFocusReason << true;
+}
+
+void tst_KestIPAddressEdit::focusOut()
+{
+    QFETCH(Qt::FocusReason, reason);
+    QFETCH(bool, selected);
+    Edit edit(QStringLiteral("1||| @1 0:0-1"));
+    sendFocus(&edit, QEvent::FocusIn, Qt::OtherFocusReason);
+    sendFocus(&edit, QEvent::FocusOut, reason);
+    QVERIFY(!recordOf(&edit)->cursorVisible);
+    QVERIFY(!recordOf(&edit)->blinkTimer.isActive());
+    QCOMPARE(stateOf(&edit),
+             selected ? QStringLiteral("1||| @1 0:0-1") : QStringLiteral("1||| @1"));
+    QCOMPARE(edit.finished.count(), 1);
+    QCOMPARE(edit.changed.count(), 0);
+}
+
+void tst_KestIPAddressEdit::cursorBlinks()
+{
+    Edit edit;
+    sendFocus(&edit, QEvent::FocusIn, Qt::OtherFocusReason);
+    QTimer &timer = recordOf(&edit)->blinkTimer;
+    timer.setInterval(100000); // only by hand
+    for (bool visible : { false, true, false }) {
+        QTimerEvent event(timer.timerId());
+        QCoreApplication::sendEvent(&timer, &event);
+        QCOMPARE(recordOf(&edit)->cursorVisible, visible);
+    }
+    // Keys leave the phase alone.
+    typeKey(&edit, QStringLiteral("1"));
+    QVERIFY(!recordOf(&edit)->cursorVisible);
+}
+
+void tst_KestIPAddressEdit::zeroFlashTimeBlinksOnEveryPass()
+{
+    const int before = QApplication::cursorFlashTime();
+    QApplication::setCursorFlashTime(0);
+    Edit edit;
+    QApplication::setCursorFlashTime(before);
+    QCOMPARE(recordOf(&edit)->blinkTimer.interval(), 0);
+    sendFocus(&edit, QEvent::FocusIn, Qt::OtherFocusReason);
+    QCoreApplication::processEvents();
+    const bool first = recordOf(&edit)->cursorVisible;
+    QCoreApplication::processEvents();
+    QCOMPARE(recordOf(&edit)->cursorVisible, !first);
+}
+
+void tst_KestIPAddressEdit::returnFinishesEditing()
+{
+    Edit edit(QStringLiteral("1||| @1 0:0-1"));
+    for (int key : { Qt::Key_Return, Qt::Key_Enter })
+        QTest::keyClick(&edit, Qt::Key(key));
+    QCOMPARE(edit.finished.count(), 2);
+    edit.setReadOnly(true);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(edit.finished.count(), 3);
+    QCOMPARE(edit.changed.count(), 0);
+    QCOMPARE(stateOf(&edit), QStringLiteral("1||| @1 0:0-1"));
+}
+
+void tst_KestIPAddressEdit::returnMayDeleteTheEdit()
+{
+    for (QEvent::Type type : { QEvent::KeyPress, QEvent::FocusOut }) {
+        const QPointer<KestIPAddressEdit> edit(new KestIPAddressEdit);
+        connect(edit, &KestIPAddressEdit::editingFinished, qApp, [edit] { delete edit; });
+        if (type == QEvent::KeyPress) {
+            QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+            static_cast<QObject *>(edit)->event(&event);
+        } else {
+            QFocusEvent event(QEvent::FocusOut);
+            static_cast<QObject *>(edit)->event(&event);
+        }
+        QVERIFY(edit.isNull());
+    }
+}
+
+void tst_KestIPAddressEdit::readOnlyEffects()
+{
+    class Counter : public QObject
+    {
+    public:
+        int count = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            count += event->type() == QEvent::ReadOnlyChange;
+            return false;
+        }
+    } counter;
+    Edit edit;
+    edit.installEventFilter(&counter);
+    edit.setReadOnly(true);
+    QVERIFY(edit.isReadOnly());
+    QVERIFY(!edit.testAttribute(Qt::WA_InputMethodEnabled));
+    QVERIFY(!edit.testAttribute(Qt::WA_MacShowFocusRect));
+    QCOMPARE(edit.cursor().shape(), Qt::ArrowCursor);
+    QCOMPARE(counter.count, 1);
+    QStyleOptionFrame option;
+    edit.initStyleOption(&option);
+    QVERIFY(option.state & QStyle::State_ReadOnly);
+    QVERIFY(option.state & QStyle::State_Sunken);
+    edit.setReadOnly(false);
+    QCOMPARE(edit.cursor().shape(), Qt::IBeamCursor);
+    QVERIFY(edit.testAttribute(Qt::WA_InputMethodEnabled));
+    QCOMPARE(counter.count, 2);
+    edit.initStyleOption(&option);
+    QVERIFY(!(option.state & QStyle::State_ReadOnly));
+}
+
+void tst_KestIPAddressEdit::inputMethods()
+{
+    Edit edit;
+    for (bool readOnly : { false, true }) {
+        edit.setReadOnly(readOnly);
+        QInputMethodEvent event;
+        event.setCommitString(QStringLiteral("1"));
+        QCoreApplication::sendEvent(&edit, &event);
+        QCOMPARE(event.isAccepted(), !readOnly);
+        QCOMPARE(stateOf(&edit), QStringLiteral("||| @0"));
+    }
+    QCOMPARE(edit.inputMethodQuery(Qt::ImEnabled), QVariant(false));
+    QCOMPARE(edit.inputMethodQuery(Qt::ImFont),
+             static_cast<QWidget &>(edit).QWidget::inputMethodQuery(Qt::ImFont));
+}
+
+void tst_KestIPAddressEdit::sizeHints()
+{
+    Edit edit;
+    edit.setContentsMargins(1, 2, 3, 4);
+    QFont font = edit.font();
+    font.setPointSize(17);
+    edit.setFont(font);
+    const QFontMetrics metrics(font);
+    QStyleOptionFrame option;
+    edit.initStyleOption(&option);
+    const QSize contents(metrics.boundingRect(RoomOfAddress).width() + 4,
+                         metrics.height() + qMax(metrics.leading(), 2) + 6);
+    const QSize expected =
+        edit.style()->sizeFromContents(QStyle::CT_LineEdit, &option, contents, &edit);
+    QCOMPARE(edit.minimumSizeHint(), expected);
+    QCOMPARE(edit.sizeHint(), expected);
+    QCOMPARE(option.rect, edit.contentsRect());
+    QCOMPARE(option.lineWidth, edit.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
+    QCOMPARE(option.midLineWidth, 0);
+}
+
+void tst_KestIPAddressEdit::sectionsArePacked()
+{
+    Edit edit(QStringLiteral("192|168|100|255 @0"));
+    edit.resize(edit.width() + 200, edit.height());
+    const Places places(edit);
+    for (int i = 0; i < 4; ++i) {
+        const QPoint first = pointOf(&edit, 4 * i);
+        const auto layout = line(edit.ipAddress().split(QLatin1Char('.')).at(i), edit.font());
+        QCOMPARE(first.x(), originIn(places.rect(i), *layout).x());
+        QVERIFY(places.rect(i).contains(QPoint(first.x(), places.rect(i).top())));
+    }
+    QVERIFY(places.rect(3).right() < edit.width() - 200);
+}
+
+void tst_KestIPAddressEdit::invalidContentsRectIsReplaced()
+{
+    class NoContents : public QProxyStyle
+    {
+    public:
+        QRect subElementRect(SubElement element, const QStyleOption *option,
+                             const QWidget *widget) const override
+        {
+            return element == SE_LineEditContents
+                ? QRect()
+                : QProxyStyle::subElementRect(element, option, widget);
+        }
+    } style;
+    Edit edit(QStringLiteral("192|168|100|255 @0"));
+    edit.setStyle(&style);
+    edit.resize(300, 61);
+    const auto layout = line(QStringLiteral("192"), edit.font());
+    const QRect section(0, 0, QFontMetrics(edit.font()).boundingRect(RoomOfSection).width(), 61);
+    QCOMPARE(pointOf(&edit, 0).x(), originIn(section, *layout).x());
+    const QRect text(originIn(section, *layout), layout->boundingRect().size().toSize());
+    QCOMPARE(pointOf(&edit, 0).y(), text.center().y());
+    edit.setStyle(nullptr);
+}
+
+void tst_KestIPAddressEdit::fontChangeLaysOutAnew()
+{
+    Edit edit(QStringLiteral("192|168|100|255 @0"));
+    const QRectF before = recordOf(&edit)->layouts[0].boundingRect();
+    QFont font = edit.font();
+    font.setPointSize(30);
+    edit.setFont(font);
+    const QRectF after = recordOf(&edit)->layouts[0].boundingRect();
+    QCOMPARE(after, line(QStringLiteral("192"), font)->boundingRect());
+    QVERIFY(after.width() > before.width());
+}
+
+void tst_KestIPAddressEdit::look_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<bool>("cursor");
+    QTest::addColumn<qreal>("ratio");
+    for (qreal ratio : { 1.0, 1.5, 2.0 }) {
+        const auto row = [ratio](const char *name, const char *state, bool enabled, bool readOnly,
+                                 bool cursor) {
+            QTest::newRow(qPrintable(QStringLiteral("%1, %2").arg(QLatin1String(name)).arg(ratio)))
+                << QString::fromLatin1(state) << enabled << readOnly << cursor << ratio;
+        };
+        row("full", "192|168|100|255 @0", true, false, false);
+        row("short", "1|22||3 @0", true, false, false);
+        row("empty", "||| @0", true, false, false);
+        row("selection", "192|168|| @7 1:0-3", true, false, false);
+        row("cursor", "192|168|1| @6", true, false, true);
+        row("cursor in an empty section", "192|168|1| @12", true, false, true);
+        row("disabled", "192|168|1|1 @0", false, false, false);
+        row("read-only", "192|168|1|1 @0", true, true, false);
+    }
+}
+
+void tst_KestIPAddressEdit::look()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, enabled);
+    QFETCH(bool, readOnly);
+    QFETCH(bool, cursor);
+    QFETCH(qreal, ratio);
+    QWidget window;
+    auto *edit = new Edit(state, &window);
+    edit->setEnabled(enabled);
+    edit->setReadOnly(readOnly);
+    window.resize(edit->size());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    if (cursor)
+        edit->setFocus();
+    else
+        edit->clearFocus();
+    setState(edit, state); // the loss of the focus has cleared the selection
+    recordOf(edit)->cursorVisible = cursor;
+    recordOf(edit)->blinkTimer.stop();
+    const QStringList parts = state.split(QLatin1Char(' '));
+    const int selected = parts.size() > 2 ? parts.at(2).at(0).digitValue() : -1;
+    const QImage expected = expectedLook(*edit, parts.at(0).split(QLatin1Char('|')), selected,
+                                         cursor ? recordOf(edit)->cursorPosition : -4, ratio);
+    QCOMPARE(largestDifference(rendered(edit, ratio), expected), 0);
+}
+
+void tst_KestIPAddressEdit::cursorIsDrawnOnlyWhileVisible()
+{
+    QWidget window;
+    auto *edit = new Edit(QStringLiteral("192||| @0"), &window);
+    window.resize(edit->size());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    edit->setFocus();
+    KestIPAddressEditPrivate *d = recordOf(edit);
+    d->blinkTimer.stop();
+    d->cursorVisible = false;
+    const QImage hidden = rendered(edit);
+    d->cursorVisible = true;
+    const QImage shown = rendered(edit);
+    QVERIFY(shown != hidden);
+    // The cursor is a line of one pixel at the text's left end.
+    const QPoint at = pointOf(edit, 0);
+    QVERIFY(shown.pixel(at) != hidden.pixel(at));
+    d->cursorAscentOffset = -4;
+    QVERIFY(rendered(edit) != shown);
+    edit->setReadOnly(true);
+    const QImage readOnly = rendered(edit);
+    d->cursorVisible = false;
+    QCOMPARE(readOnly, rendered(edit));
+}
+
+void tst_KestIPAddressEdit::rightToLeftKeepsTheOrder()
+{
+    Edit edit(QStringLiteral("192|168|1|20 @0"));
+    const QImage image = rendered(&edit);
+    edit.setLayoutDirection(Qt::RightToLeft);
+    QCOMPARE(largestDifference(rendered(&edit), image), 0);
+    QVERIFY(pointOf(&edit, 0).x() < pointOf(&edit, 4).x());
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 5));
+    QCOMPARE(recordOf(&edit)->cursorPosition, 5);
+    typeKey(&edit, QStringLiteral("Right"));
+    QCOMPARE(recordOf(&edit)->cursorPosition, 6);
+}
+
+void tst_KestIPAddressEdit::sheetsThemeTheFrame()
+{
+    // As a line edit's.
+    QWidget window;
+    window.setStyleSheet(KestStyleSheet::defaultStyleSheet());
+    auto *edit = new KestIPAddressEdit(&window);
+    auto *lineEdit = new QLineEdit(&window);
+    auto *layout = new QVBoxLayout(&window);
+    layout->addWidget(edit);
+    layout->addWidget(lineEdit);
+    window.resize(300, 120);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(edit->height(), lineEdit->height());
+    const auto frameOf = [](QWidget *widget) {
+        const QImage image = widget->grab().toImage();
+        return image.pixelColor(0, image.height() / 2);
+    };
+    const auto fillOf = [](QWidget *widget) {
+        const QImage image = widget->grab().toImage();
+        return image.pixelColor(image.width() - 10, image.height() / 2);
+    };
+    edit->setFocus();
+    const QColor focused = frameOf(edit);
+    const QColor plainLine = frameOf(lineEdit);
+    lineEdit->setFocus();
+    QCOMPARE(frameOf(lineEdit), focused);
+    QCOMPARE(frameOf(edit), plainLine);
+    QVERIFY(focused != plainLine);
+    QCOMPARE(fillOf(edit), QColor(Qt::white));
+    for (bool on : { true, false }) {
+        edit->setReadOnly(on);
+        lineEdit->setReadOnly(on);
+        QCOMPARE(fillOf(edit), fillOf(lineEdit));
+    }
+    edit->setEnabled(false);
+    lineEdit->setEnabled(false);
+    QCOMPARE(fillOf(edit), fillOf(lineEdit));
+    QCOMPARE(frameOf(edit), frameOf(lineEdit));
+    QVERIFY(fillOf(edit) != QColor(Qt::white));
+}
+
+void tst_KestIPAddressEdit::screenReaderReadsTheAddress()
+{
+    Edit edit(QStringLiteral("192||7|01 @2"));
+    edit.setAccessibleName(QStringLiteral("Server"));
+    QAccessibleInterface *const reader = QAccessible::queryAccessibleInterface(&edit);
+    QVERIFY(reader);
+    QCOMPARE(reader->role(), QAccessible::EditableText);
+    QCOMPARE(reader->text(QAccessible::Name), QStringLiteral("Server"));
+    QCOMPARE(reader->text(QAccessible::Value), QStringLiteral("192.0.7.01"));
+    QVERIFY(!reader->state().readOnly);
+    QVERIFY(reader->state().editable);
+    QVERIFY(reader->state().selectableText);
+    edit.setReadOnly(true);
+    QVERIFY(reader->state().readOnly);
+    QVERIFY(!reader->state().editable);
+    reader->setText(QAccessible::Value, QStringLiteral("1.2.3.4"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("192.0.7.01"));
+    edit.setReadOnly(false);
+    reader->setText(QAccessible::Value, QStringLiteral("1.2.3.4"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("1.2.3.4"));
+
+    setState(&edit, QStringLiteral("192||7|01 @2"));
+    QAccessibleTextInterface *const text = reader->textInterface();
+    QVERIFY(text);
+    QCOMPARE(text->characterCount(), 10);
+    QCOMPARE(text->text(0, 10), QStringLiteral("192.0.7.01"));
+    QCOMPARE(text->text(4, 7), QStringLiteral("0.7"));
+    int start = -1;
+    int end = -1;
+    QCOMPARE(text->textAtOffset(1, QAccessible::CharBoundary, &start, &end), QStringLiteral("9"));
+    QCOMPARE(text->attributes(3, &start, &end), QString());
+    QCOMPARE(start, 0);
+    QCOMPARE(end, 10);
+    // The window's subclasses are read as well.
+    class Own : public KestIPAddressEdit
+    {
+    } own;
+    QCOMPARE(QAccessible::queryAccessibleInterface(&own)->role(), QAccessible::EditableText);
+}
+
+void tst_KestIPAddressEdit::screenReaderMovesAndSelects()
+{
+    Edit edit(QStringLiteral("192||7|01 @0"));
+    edit.show();
+    QAccessibleTextInterface *const text =
+        QAccessible::queryAccessibleInterface(&edit)->textInterface();
+    // From offset to position and back.
+    const int positions[] = { 0, 1, 2, 3, 4, 4, 8, 9, 12, 13, 14 };
+    const int offsets[] = { 0, 1, 2, 3, 4, 4, 6, 7, 8, 9, 10 };
+    for (int i = 0; i < 11; ++i) {
+        text->setCursorPosition(i);
+        QCOMPARE(recordOf(&edit)->cursorPosition, positions[i]);
+        QCOMPARE(text->cursorPosition(), offsets[i]);
+    }
+    text->setCursorPosition(99);
+    QCOMPARE(recordOf(&edit)->cursorPosition, 14);
+    text->setCursorPosition(-1);
+    QCOMPARE(recordOf(&edit)->cursorPosition, 0);
+
+    QCOMPARE(text->selectionCount(), 0);
+    text->setSelection(0, 1, 3);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @3 0:1-3"));
+    QCOMPARE(text->selectionCount(), 1);
+    int start = -1;
+    int end = -1;
+    text->selection(0, &start, &end);
+    QCOMPARE(start, 1);
+    QCOMPARE(end, 3);
+    text->addSelection(6, 10); // stays in its section
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @9 2:0-1"));
+    text->selection(0, &start, &end);
+    QCOMPARE(start, 6);
+    QCOMPARE(end, 7);
+    text->removeSelection(0);
+    QCOMPARE(text->selectionCount(), 0);
+    text->selection(0, &start, &end);
+    QCOMPARE(end, 0);
+    setState(&edit, QStringLiteral("192||7|01 @0 0:0-1 3:0-2"));
+    text->selection(1, &start, &end);
+    QCOMPARE(start, 8);
+    QCOMPARE(end, 10);
+
+    for (int offset : { 0, 1, 2, 6, 8, 9 }) {
+        const QRect rect = text->characterRect(offset);
+        QVERIFY(edit.rect().contains(edit.mapFromGlobal(rect.center())));
+        QVERIFY(rect.width() > 2);
+        QCOMPARE(text->offsetAtPoint(QPoint(rect.left() + 1, rect.center().y())), offset);
+    }
+    QCOMPARE(text->offsetAtPoint(edit.mapToGlobal(QPoint(-1, -1))), -1);
+}
+
+namespace {
+
+QStringList announced; // what assistive technology was told
+
+void recordUpdate(QAccessibleEvent *event)
+{
+    switch (event->type()) {
+    case QAccessible::TextUpdated: {
+        auto *update = static_cast<QAccessibleTextUpdateEvent *>(event);
+        announced.append(
+            QStringLiteral("text %1 to %2").arg(update->textRemoved(), update->textInserted()));
+        break;
+    }
+    case QAccessible::ValueChanged:
+        announced.append(QStringLiteral("value ")
+                         + static_cast<QAccessibleValueChangeEvent *>(event)->value().toString());
+        break;
+    case QAccessible::TextCaretMoved:
+        announced.append(
+            QStringLiteral("cursor %1")
+                .arg(static_cast<QAccessibleTextCursorEvent *>(event)->cursorPosition()));
+        break;
+    case QAccessible::StateChanged:
+        if (static_cast<QAccessibleStateChangeEvent *>(event)->changedStates().readOnly)
+            announced.append(QStringLiteral("read-only"));
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace
+
+void tst_KestIPAddressEdit::changesAreAnnounced()
+{
+    Edit edit(QStringLiteral("1||| @1"));
+    // As when a screen reader is there.
+    QPlatformAccessibility *const platform =
+        QGuiApplicationPrivate::platformIntegration()->accessibility();
+    platform->setActive(true);
+    QAccessible::installUpdateHandler(recordUpdate);
+    announced.clear();
+    typeKey(&edit, QStringLiteral("9"));
+    const QStringList typed = announced;
+    announced.clear();
+    typeKey(&edit, QStringLiteral("Left"));
+    edit.setReadOnly(true);
+    const QStringList moved = announced;
+    QAccessible::installUpdateHandler(nullptr);
+    platform->setActive(false);
+    QCOMPARE(typed,
+             QStringList({ QStringLiteral("text 1.0.0.0 to 19.0.0.0"),
+                           QStringLiteral("value 19.0.0.0"), QStringLiteral("cursor 2") }));
+    QCOMPARE(moved, QStringList({ QStringLiteral("cursor 1"), QStringLiteral("read-only") }));
+}
+
+QTEST_MAIN(tst_KestIPAddressEdit)
+#include "tst_kestipaddressedit.moc"
