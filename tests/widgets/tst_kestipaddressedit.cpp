@@ -1332,6 +1332,7 @@ void tst_KestIPAddressEdit::sheetsThemeTheFrame()
         edit->setReadOnly(on);
         lineEdit->setReadOnly(on);
         QCOMPARE(fillOf(edit), fillOf(lineEdit));
+        QCOMPARE(fillOf(edit) == QColor(Qt::white), !on);
     }
     edit->setEnabled(false);
     lineEdit->setEnabled(false);
