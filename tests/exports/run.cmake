@@ -41,7 +41,8 @@ endforeach()
 list(JOIN classes "|" public)
 set(allowed "^((virtual |non-virtual )?thunk to |vtable for |typeinfo (name )?for |guard variable for )?(${public})(::.*)?$")
 foreach(symbol ${symbols})
-  if(symbol MATCHES "${allowed}" OR symbol STREQUAL "isLight(QColor)")
+  if(symbol MATCHES "${allowed}"
+      OR symbol MATCHES "^(isLight|createFormatRange|moveFormatRange)\\(")
     continue()
   endif()
   # What the compiler makes of other libraries' inline code and exports is not ours.
