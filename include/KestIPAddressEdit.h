@@ -121,8 +121,8 @@ private:
     void insertDigit(const QString &digit);
     void deleteBackward();
     void deleteForward();
-    void moveBackward(bool selecting);
-    void moveForward(bool selecting);
+    void moveBackward();
+    void moveForward();
     void typeDot();
 
     QRect rectOfIpSection(int section) const;

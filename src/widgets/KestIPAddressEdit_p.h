@@ -20,8 +20,12 @@ class QAction;
 /*! The sections of an address, and the positions that the cursor can take in each: before every
     digit, and behind the last. */
 const int SectionCount = 4;
+const int LastSection = SectionCount - 1;
 const int SectionLength = 3; // digits
 const int SectionPositions = SectionLength + 1;
+
+/*! What is between two sections. */
+const QChar Dot = QLatin1Char('.');
 
 /*! Returns where in its section the cursor position \a position is. */
 inline int positionInSection(int position)
@@ -42,6 +46,9 @@ public:
 
     const QString text(int section) const { return layouts[size_t(section)].text(); }
 
+    int verticalMargin = 1; // pixels above and below the text
+    int horizontalMargin = 2; // pixels beside it, which the templates of the size hint leave
+    bool frame = true; // of a line edit
     bool readOnly = false;
     int cursorPosition = 0; // of the whole address
     int cursorAscentOffset = 0; // pixels from the font's ascent to the edited line's

@@ -192,6 +192,8 @@ private Q_SLOTS:
     void typing_data();
     void typing();
     void everyOtherKeyIsSwallowed();
+    void keysWithoutEffectPaintNothing_data();
+    void keysWithoutEffectPaintNothing();
     void keypadDigitsAreDigits();
     void typedKeysAreNoShortcuts();
 
@@ -580,6 +582,49 @@ void tst_KestIPAddressEdit::everyOtherKeyIsSwallowed()
         QCoreApplication::sendEvent(&edit, &event);
         QVERIFY(event.isAccepted());
     }
+}
+
+void tst_KestIPAddressEdit::keysWithoutEffectPaintNothing_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<bool>("painted");
+    for (const bool readOnly : { false, true }) {
+        for (const char *key : { "5", "Backspace", "Delete" }) {
+            QTest::addRow("%s%s", key, readOnly ? ", read-only" : "")
+                << QStringLiteral("12||| @1") << readOnly << QString::fromLatin1(key) << !readOnly;
+        }
+    }
+    for (const char *key : { "Shift+Left", "Shift+Up", "Shift+Right", "Shift+Down" }) {
+        const bool back = QByteArray(key) == "Shift+Left" || QByteArray(key) == "Shift+Up";
+        for (const int position : { 4, 5, 7 }) {
+            QTest::addRow("%s at %d", key, position)
+                << QStringLiteral("1|123|| @%1").arg(position) << false << QString::fromLatin1(key)
+                << (position != (back ? 4 : 7));
+        }
+    }
+}
+
+void tst_KestIPAddressEdit::keysWithoutEffectPaintNothing()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, readOnly);
+    QFETCH(QString, key);
+    Edit edit(state);
+    edit.setReadOnly(readOnly);
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    edit.clearFocus(); // nor does the cursor blink
+    QCoreApplication::processEvents();
+    PaintCounter paints(&edit);
+    // Without the press of Shift, which is a key of its own.
+    const int code = QKeySequence::fromString(key, QKeySequence::PortableText)[0];
+    QKeyEvent event(QEvent::KeyPress, code & ~Qt::KeyboardModifierMask,
+                    Qt::KeyboardModifiers(code & Qt::KeyboardModifierMask), key.left(1));
+    QCoreApplication::sendEvent(&edit, &event);
+    QCoreApplication::processEvents();
+    QTEST(paints.count > 0, "painted");
 }
 
 void tst_KestIPAddressEdit::keypadDigitsAreDigits()
