@@ -165,6 +165,11 @@ void KestIPAddressEdit::setReadOnly(bool readOnly)
     setCursor(readOnly ? Qt::ArrowCursor : Qt::IBeamCursor);
     QEvent change(QEvent::ReadOnlyChange);
     QCoreApplication::sendEvent(this, &change);
+    // Style sheets know the colour of the text by the property, which they look at only now.
+    if (testAttribute(Qt::WA_WState_Polished)) {
+        style()->unpolish(this);
+        style()->polish(this);
+    }
     update();
     QAccessible::State changed;
     changed.readOnly = true;

@@ -1110,6 +1110,11 @@ void tst_KestIPAddressEdit::returnFinishesEditing()
     for (int key : { Qt::Key_Return, Qt::Key_Enter })
         QTest::keyClick(&edit, Qt::Key(key));
     QCOMPARE(edit.finished.count(), 2);
+    // What writes a dot is a dot.
+    QTest::sendKeyEvent(QTest::Press, &edit, Qt::Key_Enter, QStringLiteral("."), Qt::NoModifier);
+    QCOMPARE(edit.finished.count(), 2);
+    QCOMPARE(stateOf(&edit), QStringLiteral("1||| @4 0:0-1"));
+    setState(&edit, QStringLiteral("1||| @1 0:0-1"));
     edit.setReadOnly(true);
     QTest::keyClick(&edit, Qt::Key_Return);
     QCOMPARE(edit.finished.count(), 3);
@@ -1378,6 +1383,8 @@ void tst_KestIPAddressEdit::sheetsThemeTheFrame()
         lineEdit->setReadOnly(on);
         QCOMPARE(fillOf(edit), fillOf(lineEdit));
         QCOMPARE(fillOf(edit) == QColor(Qt::white), !on);
+        QCOMPARE(edit->palette().color(edit->foregroundRole()),
+                 on ? QColor(0x8A, 0x8A, 0x8A) : QColor(0x33, 0x33, 0x33));
     }
     edit->setEnabled(false);
     lineEdit->setEnabled(false);
