@@ -39,8 +39,7 @@ bool isSection(const QString &text)
 {
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
-    return !text.isEmpty() && text.length() <= SectionLength && isNumber
-        && uint(number) <= uint(LargestNumber);
+    return text.length() <= SectionLength && isNumber && uint(number) <= uint(LargestNumber);
 }
 
 QTextCharFormat highlight(const QPalette &palette)
@@ -85,9 +84,9 @@ int moveFormatRange(QTextLayout::FormatRange &range, int from, int to)
     const int target = positionInSection(to);
     const int end = range.start + range.length;
     int anchor = moved;
-    if (range.length > 0 && moved == range.start)
+    if (moved == range.start)
         anchor = end;
-    else if (range.length > 0 && moved == end)
+    else if (moved == end)
         anchor = range.start;
     range.start = std::min(anchor, target);
     range.length = std::max(anchor, target) - range.start;

@@ -245,6 +245,7 @@ private Q_SLOTS:
     void look_data();
     void look();
     void cursorIsDrawnOnlyWhileVisible();
+    void cursorFollowsTheLinesAscent();
     void rightToLeftKeepsTheOrder();
     void sheetsThemeTheFrame();
 
@@ -1327,12 +1328,29 @@ void tst_KestIPAddressEdit::cursorIsDrawnOnlyWhileVisible()
     // The cursor is a line of one pixel at the text's left end.
     const QPoint at = pointOf(edit, 0);
     QVERIFY(shown.pixel(at) != hidden.pixel(at));
+    edit->clearFocus();
+    const QImage unfocused = rendered(edit);
+    d->cursorVisible = true;
+    QCOMPARE(rendered(edit), unfocused);
+    edit->setFocus();
+    d->blinkTimer.stop();
     d->cursorAscentOffset = -4;
     QVERIFY(rendered(edit) != shown);
     edit->setReadOnly(true);
     const QImage readOnly = rendered(edit);
     d->cursorVisible = false;
     QCOMPARE(readOnly, rendered(edit));
+}
+
+void tst_KestIPAddressEdit::cursorFollowsTheLinesAscent()
+{
+    // Text set anew may have an ascent that is not the font's.
+    Edit edit;
+    recordOf(&edit)->cursorAscentOffset = 7;
+    edit.setIPAddress(QStringLiteral("1.2.3.4"));
+    const auto layout = line(QStringLiteral("4"), edit.font());
+    QCOMPARE(recordOf(&edit)->cursorAscentOffset,
+             qRound(layout->lineAt(0).ascent()) - QFontMetrics(edit.font()).ascent());
 }
 
 void tst_KestIPAddressEdit::rightToLeftKeepsTheOrder()
@@ -1451,6 +1469,8 @@ void tst_KestIPAddressEdit::screenReaderMovesAndSelects()
     QCOMPARE(recordOf(&edit)->cursorPosition, 14);
     text->setCursorPosition(-1);
     QCOMPARE(recordOf(&edit)->cursorPosition, 0);
+    recordOf(&edit)->cursorPosition = 11; // behind the only digit
+    QCOMPARE(text->cursorPosition(), 7);
 
     QCOMPARE(text->selectionCount(), 0);
     text->setSelection(0, 1, 3);
