@@ -146,9 +146,12 @@ void KestIPAddressEdit::setIPAddress(const QString &ip)
     if (sections.size() != SectionCount
         || !std::all_of(sections.begin(), sections.end(), isSection))
         return;
-    for (int i = 0; i < SectionCount; ++i)
+    // Whoever hears of a change may delete the edit.
+    const QPointer<KestIPAddressEdit> guard(this);
+    for (int i = 0; i < SectionCount && guard; ++i)
         setText(d->layouts[size_t(i)], sections.at(i));
-    update();
+    if (guard)
+        update();
 }
 
 bool KestIPAddressEdit::isReadOnly() const

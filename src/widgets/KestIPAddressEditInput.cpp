@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
-// What the keyboard, the mouse and the clipboard do to an address.
+// What the keyboard, the mouse and the clipboard do to an address. Each change is announced at
+// once, and whoever hears of it may delete the edit: after that nothing of it is touched.
 
 #include "KestIPAddressEdit.h"
 
 #include "KestIPAddressEdit_p.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
@@ -34,6 +36,7 @@ void KestIPAddressEdit::clearSelection()
 
 void KestIPAddressEdit::deleteSelectedText()
 {
+    const QPointer<KestIPAddressEdit> guard(this);
     for (int section = 0; section < SectionCount; ++section) {
         if (d->selections.at(section).isEmpty())
             continue;
@@ -41,6 +44,8 @@ void KestIPAddressEdit::deleteSelectedText()
         QString text = d->text(section);
         text.remove(range.start, range.length);
         setText(d->layouts[size_t(section)], text);
+        if (!guard)
+            return;
         setCursorPosition(firstPosition(section) + text.length());
     }
     clearSelection();
@@ -93,7 +98,10 @@ void KestIPAddressEdit::paste()
     }
     if (text.length() > SectionLength)
         return;
+    const QPointer<KestIPAddressEdit> guard(this);
     setText(d->layouts[size_t(section)], text);
+    if (!guard)
+        return;
     setCursorPosition(firstPosition(section) + after);
     clearSelection();
     update();
@@ -114,6 +122,7 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
     if (selecting && ((isBackward && offset == 0) || (isForward && offset == SectionLength)))
         return;
 
+    const QPointer<KestIPAddressEdit> guard(this);
     if (isDigit)
         insertDigit(event->text());
     else if (key == Qt::Key_Backspace)
@@ -132,6 +141,8 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
         typeDot();
     else if (key == Qt::Key_Escape)
         clearSelection();
+    if (!guard)
+        return;
     update();
 
     // Comes last, since it may be the edit's end.
@@ -141,8 +152,11 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
 
 void KestIPAddressEdit::insertDigit(const QString &digit)
 {
+    const QPointer<KestIPAddressEdit> guard(this);
     if (hasSelection())
         deleteSelectedText();
+    if (!guard)
+        return;
     QTextLayout &layout = textLayout(d->cursorPosition);
     QString text = layout.text();
     if (text.length() >= SectionLength)
@@ -150,7 +164,7 @@ void KestIPAddressEdit::insertDigit(const QString &digit)
     const int offset = positionInSection(d->cursorPosition);
     const bool appended = offset >= text.length();
     text.insert(appended ? text.length() : offset, digit);
-    if (!setText(layout, text))
+    if (!setText(layout, text) || !guard)
         return;
     int position = d->cursorPosition + 1;
     // From the end of a section that is full now to the next one.

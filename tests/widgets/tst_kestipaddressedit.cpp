@@ -233,6 +233,8 @@ private Q_SLOTS:
     void zeroFlashTimeBlinksOnEveryPass();
     void returnFinishesEditing();
     void returnMayDeleteTheEdit();
+    void changeMayDeleteTheEdit_data();
+    void changeMayDeleteTheEdit();
 
     void readOnlyEffects();
     void inputMethods();
@@ -1137,6 +1139,50 @@ void tst_KestIPAddressEdit::returnMayDeleteTheEdit()
         }
         QVERIFY(edit.isNull());
     }
+}
+
+void tst_KestIPAddressEdit::changeMayDeleteTheEdit_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("what");
+    QTest::newRow("digit") << "1||| @1"
+                           << "5";
+    QTest::newRow("digit over a selection") << "1|2|| @1 0:0-1 1:0-1"
+                                            << "5";
+    QTest::newRow("Backspace") << "1||| @1"
+                               << "Backspace";
+    QTest::newRow("Backspace, selection") << "1|2|| @1 0:0-1 1:0-1"
+                                          << "Backspace";
+    QTest::newRow("Backspace over a dot") << "1||| @4"
+                                          << "Backspace";
+    QTest::newRow("Delete") << "1||| @0"
+                            << "Delete";
+    QTest::newRow("paste") << "1||| @0"
+                           << "paste 2";
+    QTest::newRow("paste an address") << "1||| @0"
+                                      << "paste 1.2.3.4";
+    QTest::newRow("set by the program") << "1||| @0"
+                                        << "set";
+}
+
+void tst_KestIPAddressEdit::changeMayDeleteTheEdit()
+{
+    QFETCH(QString, state);
+    QFETCH(QString, what);
+    const QPointer<KestIPAddressEdit> edit(new KestIPAddressEdit);
+    setState(edit, state);
+    connect(edit, &KestIPAddressEdit::editChanged, qApp, [edit] { delete edit; });
+    if (what == QLatin1String("set")) {
+        edit->setIPAddress(QStringLiteral("1.2.3.4"));
+    } else if (what.startsWith(QLatin1String("paste "))) {
+        setClipboard(what.mid(6));
+        actionOf(edit, QKeySequence::Paste)->trigger();
+    } else {
+        const int key = QKeySequence::fromString(what)[0];
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, what);
+        static_cast<QObject *>(edit)->event(&event);
+    }
+    QVERIFY(edit.isNull());
 }
 
 void tst_KestIPAddressEdit::readOnlyEffects()
