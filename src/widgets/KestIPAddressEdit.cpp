@@ -60,10 +60,32 @@ bool isTyping(const QKeyEvent *event)
         || key == Qt::Key_Delete || event->text() == Dot;
 }
 
-int dotWidth(const QFontMetrics &metrics)
+// Where the sections are. They are packed from the left, also in right-to-left layouts.
+class Sections
 {
-    return metrics.boundingRect(Dot).width();
-}
+public:
+    Sections(const QWidget *edit, const QStyleOptionFrame &option)
+        : m_first(edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit)),
+          m_dotWidth(option.fontMetrics.boundingRect(Dot).width())
+    {
+        if (!m_first.isValid()) {
+            m_first.setLeft(0);
+            m_first.setTop(0);
+            m_first.setBottom(edit->height() - 1);
+        }
+        m_first.setWidth(option.fontMetrics.boundingRect(SectionTemplate).width());
+    }
+
+    int dotWidth() const { return m_dotWidth; }
+    QRect rect(int section) const
+    {
+        return m_first.translated(section * (m_dotWidth + m_first.width()), 0);
+    }
+
+private:
+    QRect m_first;
+    int m_dotWidth;
+};
 
 } // namespace
 
@@ -247,10 +269,7 @@ bool KestIPAddressEdit::setText(QTextLayout &layout, const QString &text)
     const bool announced = QAccessible::isActive();
     const QString before = announced ? ipAddress() : QString();
     layout.setText(text);
-    const int ascent = redoTextLayout(layout);
-    QStyleOptionFrame option;
-    initStyleOption(&option);
-    d->cursorAscentOffset = ascent - option.fontMetrics.ascent();
+    d->cursorAscentOffset = redoTextLayout(layout) - fontMetrics().ascent();
     if (announced)
         KestAccessibleIPAddressEdit::announceText(this, before);
     Q_EMIT editChanged();
@@ -329,21 +348,11 @@ QVariant KestIPAddressEdit::inputMethodQuery(Qt::InputMethodQuery query) const
     return QWidget::inputMethodQuery(query);
 }
 
-// Sections are packed from the left, also in right-to-left layouts.
 QRect KestIPAddressEdit::rectOfIpSection(int section) const
 {
     QStyleOptionFrame option;
     initStyleOption(&option);
-    QRect rect = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
-    if (!rect.isValid()) {
-        rect.setLeft(0);
-        rect.setTop(0);
-        rect.setBottom(height() - 1);
-    }
-    const int width = option.fontMetrics.boundingRect(SectionTemplate).width();
-    rect.setLeft(rect.left() + section * (dotWidth(option.fontMetrics) + width));
-    rect.setWidth(width);
-    return rect;
+    return Sections(this, option).rect(section);
 }
 
 // Where the text of a section is in the rectangle of the section: in its middle.
@@ -357,22 +366,19 @@ QRect KestIPAddressEdit::boundRect(int section, const QRect &rect) const
 
 int KestIPAddressEdit::xToCursor(int x) const
 {
-    const int dot = dotWidth(fontMetrics());
-    for (int section = 0; section < SectionCount; ++section) {
-        const QRect rect = rectOfIpSection(section);
-        const bool last = section == LastSection;
-        // A dot belongs to what is before it, and so does what is behind the last section.
-        const bool inside = x >= rect.left() && x <= rect.right() + dot;
-        if (last && x < rect.left())
-            return 0;
-        if (!last && !inside)
-            continue;
-        const QTextLine line = d->layouts[size_t(section)].lineAt(0);
-        const int offset =
-            line.xToCursor(x - boundRect(section, rect).left(), QTextLine::CursorBetweenCharacters);
-        return firstPosition(section) + offset;
-    }
-    return 0;
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    const Sections sections(this, option);
+    if (x < sections.rect(0).left())
+        return 0;
+    // A dot belongs to what is before it, and so does what is behind the last section.
+    int section = 0;
+    while (section < LastSection && x > sections.rect(section).right() + sections.dotWidth())
+        ++section;
+    const QTextLine line = d->layouts[size_t(section)].lineAt(0);
+    return firstPosition(section)
+        + line.xToCursor(x - boundRect(section, sections.rect(section)).left(),
+                         QTextLine::CursorBetweenCharacters);
 }
 
 void KestIPAddressEdit::paintEvent(QPaintEvent *)
@@ -382,22 +388,21 @@ void KestIPAddressEdit::paintEvent(QPaintEvent *)
     QPainter painter(this);
     style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
 
-    const int dot = dotWidth(option.fontMetrics);
+    const Sections sections(this, option);
+    const bool withCursor = d->cursorVisible && hasFocus() && !d->readOnly;
     for (int section = 0; section < SectionCount; ++section) {
-        const QRect rect = rectOfIpSection(section);
+        const QTextLayout &layout = d->layouts[size_t(section)];
+        const QRect rect = sections.rect(section);
         const QRect bounds = boundRect(section, rect);
-        d->layouts[size_t(section)].draw(&painter, bounds.topLeft(), d->selections.at(section),
-                                         bounds);
+        layout.draw(&painter, bounds.topLeft(), d->selections.at(section), bounds);
         if (section < LastSection) {
-            const QRectF dotRect(rect.right() + 1, bounds.top(), dot, bounds.height());
+            const QRectF dotRect(rect.right() + 1, bounds.top(), sections.dotWidth(),
+                                 bounds.height());
             painter.drawText(dotRect, Dot, QTextOption());
         }
+        if (withCursor && section == sectionOfCursorPosition(d->cursorPosition)) {
+            layout.drawCursor(&painter, bounds.topLeft() + QPoint(0, d->cursorAscentOffset),
+                              positionInSection(d->cursorPosition));
+        }
     }
-
-    if (!d->cursorVisible || !hasFocus() || d->readOnly)
-        return;
-    const int section = sectionOfCursorPosition(d->cursorPosition);
-    const QPoint origin =
-        boundRect(section, rectOfIpSection(section)).topLeft() + QPoint(0, d->cursorAscentOffset);
-    d->layouts[size_t(section)].drawCursor(&painter, origin, positionInSection(d->cursorPosition));
 }

@@ -44,7 +44,7 @@ class KestIPAddressEditPrivate
 public:
     using Selection = QVector<QTextLayout::FormatRange>; // of one section; the first one counts
 
-    const QString text(int section) const { return layouts[size_t(section)].text(); }
+    QString text(int section) const { return layouts[size_t(section)].text(); }
 
     int verticalMargin = 1; // pixels above and below the text
     int horizontalMargin = 2; // pixels beside it, which the templates of the size hint leave

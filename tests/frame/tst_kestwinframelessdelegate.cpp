@@ -27,6 +27,11 @@ const int CyFrame = 5;
 const int CxFrame = 4;
 const int PaddedBorder = 3;
 
+HMONITOR monitorNumber(quintptr number)
+{
+    return reinterpret_cast<HMONITOR>(number);
+}
+
 class Bar : public KestTitleBar
 {
 public:
@@ -88,6 +93,20 @@ public:
         return int(result);
     }
 
+    // Asks for the client area; whether that was answered is in \a answered.
+    int calculate(NCCALCSIZE_PARAMS *params)
+    {
+        return send(0x0083, TRUE, reinterpret_cast<LPARAM>(params));
+    }
+
+    // Makes it a maximised window to the system, on a monitor with a task bar at its top.
+    void zoom()
+    {
+        windows.zoomed = true;
+        windows.monitor = monitorNumber(1);
+        windows.workAreas[windows.monitor] = QRect(0, 30, 1000, 670);
+    }
+
     bool event(QEvent *event) override
     {
         if (event->type() == QEvent::FocusIn)
@@ -101,11 +120,6 @@ public:
     bool answered = false;
     QVector<Qt::FocusReason> focusReasons;
 };
-
-HMONITOR monitorNumber(quintptr number)
-{
-    return reinterpret_cast<HMONITOR>(number);
-}
 
 QString toString(const RECT &rect)
 {
@@ -860,7 +874,7 @@ void tst_KestWinFramelessDelegate::contentsFillAWindowThatIsNotZoomed()
 {
     Host host;
     NCCALCSIZE_PARAMS params = calcParams();
-    QCOMPARE(host.send(0x0083, TRUE, reinterpret_cast<LPARAM>(&params)), 0x300);
+    QCOMPARE(host.calculate(&params), 0x300);
     QVERIFY(host.answered);
     QCOMPARE(toString(params.rgrc[0]), QStringLiteral("0,1 1000,702"));
     QCOMPARE(toString(params.rgrc[1]), QStringLiteral("0,1 1000,701"));
@@ -871,12 +885,10 @@ void tst_KestWinFramelessDelegate::contentsFillAWindowThatIsNotZoomed()
 void tst_KestWinFramelessDelegate::contentsFillTheWorkAreaWhenZoomed()
 {
     Host host;
-    host.windows.zoomed = true;
-    host.windows.monitor = monitorNumber(1);
-    host.windows.workAreas[host.windows.monitor] = QRect(0, 30, 1000, 670);
+    host.zoom();
     NCCALCSIZE_PARAMS params = calcParams();
     QTest::ignoreMessage(QtDebugMsg, "WM_NCCALCSIZE full  QRect(0,30 1000x670)");
-    QCOMPARE(host.send(0x0083, TRUE, reinterpret_cast<LPARAM>(&params)), 0);
+    QCOMPARE(host.calculate(&params), 0);
     QVERIFY(host.answered);
     // Left and right are the system's: its frame is off the screen there.
     QCOMPARE(toString(params.rgrc[0]), QStringLiteral("8,30 992,700"));
@@ -890,46 +902,43 @@ void tst_KestWinFramelessDelegate::workAreaIsReadOncePerMonitor()
 {
     Host host;
     const QString read = QStringLiteral("GetMonitorInfoW");
-    const auto zoom = [&host] {
+    const auto clientArea = [&host] {
         host.windows.takeCalls();
         NCCALCSIZE_PARAMS params = calcParams();
-        host.send(0x0083, TRUE, reinterpret_cast<LPARAM>(&params));
+        host.calculate(&params);
         return toString(params.rgrc[0]);
     };
-    host.windows.zoomed = true;
-    host.windows.workAreas = { { monitorNumber(1), QRect(0, 30, 1000, 670) },
-                               { monitorNumber(2), QRect(1000, 0, 800, 600) } };
-    host.windows.monitor = monitorNumber(1);
-    zoom();
+    host.zoom();
+    host.windows.workAreas[monitorNumber(2)] = QRect(1000, 0, 800, 600);
+    clientArea();
     QVERIFY(host.windows.calls.contains(read));
     host.windows.workAreas[monitorNumber(1)] = QRect(0, 50, 1000, 650);
-    QCOMPARE(zoom(), QStringLiteral("8,30 992,700"));
+    QCOMPARE(clientArea(), QStringLiteral("8,30 992,700"));
     QVERIFY(!host.windows.calls.contains(read));
 
     host.windows.monitor = monitorNumber(2);
-    QCOMPARE(zoom(), QStringLiteral("8,0 992,600"));
+    QCOMPARE(clientArea(), QStringLiteral("8,0 992,600"));
     QVERIFY(host.windows.calls.contains(read));
 
     // On no monitor the last work area holds.
     host.windows.monitor = nullptr;
-    QCOMPARE(zoom(), QStringLiteral("8,0 992,600"));
+    QCOMPARE(clientArea(), QStringLiteral("8,0 992,600"));
     QVERIFY(!host.windows.calls.contains(read));
 
     host.windows.monitor = monitorNumber(1);
-    QCOMPARE(zoom(), QStringLiteral("8,50 992,700"));
+    QCOMPARE(clientArea(), QStringLiteral("8,50 992,700"));
     QVERIFY(host.windows.calls.contains(read));
 }
 
 void tst_KestWinFramelessDelegate::emptyWorkAreaIsIgnored()
 {
     Host host;
-    host.windows.zoomed = true;
-    host.windows.workAreas = { { monitorNumber(1), QRect(0, 30, 1000, 670) },
-                               { monitorNumber(2), QRect(1000, 0, 800, 0) } };
+    host.zoom();
+    host.windows.workAreas[monitorNumber(2)] = QRect(1000, 0, 800, 0);
     for (quintptr number : { 1, 2 }) {
         host.windows.monitor = monitorNumber(number);
         NCCALCSIZE_PARAMS params = calcParams();
-        host.send(0x0083, TRUE, reinterpret_cast<LPARAM>(&params));
+        host.calculate(&params);
         QCOMPARE(toString(params.rgrc[0]), QStringLiteral("8,30 992,700"));
     }
 }
@@ -941,7 +950,7 @@ void tst_KestWinFramelessDelegate::withoutWorkAreaTheSystemDecides()
     NCCALCSIZE_PARAMS params = calcParams();
     QTest::ignoreMessage(QtDebugMsg, "WM_NCCALCSIZE full  QRect(0,0 0x0)");
     QTest::ignoreMessage(QtWarningMsg, "work rect is null");
-    QCOMPARE(host.send(0x0083, TRUE, reinterpret_cast<LPARAM>(&params)), Untouched);
+    QCOMPARE(host.calculate(&params), Untouched);
     QVERIFY(!host.answered);
     QCOMPARE(toString(params.rgrc[0]), QStringLiteral("0,1 1000,701"));
     QCOMPARE(toString(params.rgrc[1]), QStringLiteral("0,1 1000,701"));
@@ -952,12 +961,10 @@ void tst_KestWinFramelessDelegate::withoutWorkAreaTheSystemDecides()
 void tst_KestWinFramelessDelegate::answerOfTheSystemIsPassedOn()
 {
     Host host;
-    host.windows.zoomed = true;
-    host.windows.monitor = monitorNumber(1);
-    host.windows.workAreas[host.windows.monitor] = QRect(0, 30, 1000, 670);
+    host.zoom();
     host.windows.defaultAnswer = 0x20;
     NCCALCSIZE_PARAMS params = calcParams();
-    QCOMPARE(host.send(0x0083, TRUE, reinterpret_cast<LPARAM>(&params)), 0x20);
+    QCOMPARE(host.calculate(&params), 0x20);
     QVERIFY(host.answered);
     QCOMPARE(toString(params.rgrc[0]), QStringLiteral("0,1 1000,701"));
 }
