@@ -68,11 +68,9 @@ void KestTitleBar::setMenuBar(QMenuBar *menuBar)
 {
     if (d->menuBar == menuBar)
         return;
-    if (d->menuBar) {
-        d->menuBar->hide();
+    Util::hideAndDeleteLater(d->menuBar);
+    if (d->menuBar)
         d->menuBar->setParent(nullptr);
-        d->menuBar->deleteLater();
-    }
     d->menuBar = menuBar;
     if (menuBar) {
         menuBar->setAutoFillBackground(false);

@@ -3,6 +3,7 @@
 
 #include "Util.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QPixmap>
 
 #include <algorithm>
@@ -52,4 +53,14 @@ QPixmap Util::iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State stat
         pixmap = pixmap.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     pixmap.setDevicePixelRatio(devicePixelRatio);
     return pixmap;
+}
+
+void Util::hideAndDeleteLater(QWidget *widget)
+{
+    if (!widget)
+        return;
+    const QPointer<QWidget> guard(widget);
+    widget->hide();
+    if (guard)
+        guard->deleteLater();
 }

@@ -13,7 +13,7 @@
 
 #include <memory>
 
-/*! What the title bar and the navigation bar share. */
+/*! What the bars, and in part the shells around them, share. */
 namespace Util {
 
 /*! Returns the first of \a items that shows \a action, or an empty pointer. */
@@ -54,6 +54,10 @@ void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
 */
 QPixmap iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State state,
                    qreal devicePixelRatio);
+
+/*! Hides \a widget at once and has it deleted when control returns to the event loop. Null is
+    ignored, and whoever hears of the hiding may delete the widget. */
+void hideAndDeleteLater(QWidget *widget);
 
 } // namespace Util
 

@@ -61,6 +61,10 @@ private Q_SLOTS:
     void iconPixmapIsScaledDownOnly();
     void iconPixmapIsSharpAtHigherRatios();
     void iconPixmapIsNullWithoutIconOrRoom();
+
+    void hiddenWidgetIsDeletedLater();
+    void nothingToHideIsIgnored();
+    void widgetMayDieOfBeingHidden();
 };
 
 void tst_Util::findReturnsTheFirstMatch()
@@ -226,6 +230,42 @@ void tst_Util::iconPixmapIsNullWithoutIconOrRoom()
     source.fill(Qt::red);
     QVERIFY(Util::iconPixmap(QIcon(source), 0, QIcon::Off, 1.0).isNull());
     QVERIFY(Util::iconPixmap(QIcon(source), -5, QIcon::Off, 1.0).isNull());
+}
+
+void tst_Util::hiddenWidgetIsDeletedLater()
+{
+    QWidget window;
+    window.show();
+    const QPointer<QWidget> widget(new QWidget(&window));
+    widget->show();
+    Util::hideAndDeleteLater(widget);
+    QVERIFY(!widget.isNull());
+    QVERIFY(widget->isHidden());
+    QCOMPARE(widget->parentWidget(), &window);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(widget.isNull());
+}
+
+void tst_Util::nothingToHideIsIgnored()
+{
+    Util::hideAndDeleteLater(nullptr);
+}
+
+void tst_Util::widgetMayDieOfBeingHidden()
+{
+    class Fleeting : public QWidget
+    {
+    public:
+        void setVisible(bool visible) override
+        {
+            QWidget::setVisible(visible);
+            if (!visible)
+                delete this;
+        }
+    };
+    const QPointer<QWidget> widget(new Fleeting);
+    Util::hideAndDeleteLater(widget);
+    QVERIFY(widget.isNull());
 }
 
 QTEST_MAIN(tst_Util)
