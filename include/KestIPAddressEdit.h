@@ -9,9 +9,12 @@
 #include <QtGui/QTextLayout>
 #include <QtWidgets/QWidget>
 
-class KestIPAddressEditPrivate;
+QT_BEGIN_NAMESPACE
 class QPalette;
 class QStyleOptionFrame;
+QT_END_NAMESPACE
+
+class KestIPAddressEditPrivate;
 
 /*!
     \class KestIPAddressEdit

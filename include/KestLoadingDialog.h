@@ -8,8 +8,11 @@
 
 #include <QtWidgets/QWidget>
 
-class KestLoadingDialogPrivate;
+QT_BEGIN_NAMESPACE
 class QMovie;
+QT_END_NAMESPACE
+
+class KestLoadingDialogPrivate;
 
 /*!
     \class KestLoadingDialog

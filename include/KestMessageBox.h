@@ -8,10 +8,13 @@
 
 #include <QtWidgets/QDialogButtonBox>
 
-class KestMessageBoxPrivate;
+QT_BEGIN_NAMESPACE
 class QAbstractButton;
 class QPixmap;
 class QPushButton;
+QT_END_NAMESPACE
+
+class KestMessageBoxPrivate;
 
 /*!
     \class KestMessageBox

@@ -8,9 +8,12 @@
 
 #include <QtWidgets/QWidget>
 
-class KestNavigationBarPrivate;
+QT_BEGIN_NAMESPACE
 class QIcon;
 class QUrl;
+QT_END_NAMESPACE
+
+class KestNavigationBarPrivate;
 
 /*!
     \class KestNavigationBar

@@ -10,7 +10,9 @@
 #include <QtGui/QPen>
 #include <QtWidgets/QWidget>
 
+QT_BEGIN_NAMESPACE
 class QStyleOptionProgressBar;
+QT_END_NAMESPACE
 
 struct KestStageProgressBarPrivate;
 

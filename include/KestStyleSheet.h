@@ -8,7 +8,9 @@
 
 #include <QtCore/QString>
 
+QT_BEGIN_NAMESPACE
 class QObject;
+QT_END_NAMESPACE
 
 /*!
     \class KestStyleSheet

@@ -8,8 +8,11 @@
 
 #include <QtWidgets/QWidget>
 
-class KestTitleBarPrivate;
+QT_BEGIN_NAMESPACE
 class QMenuBar;
+QT_END_NAMESPACE
+
+class KestTitleBarPrivate;
 class Ui_KestTitleBar;
 
 /*!

@@ -8,12 +8,15 @@
 
 #include <QtWidgets/QWidget>
 
+QT_BEGIN_NAMESPACE
+class QMenuBar;
+class QStatusBar;
+QT_END_NAMESPACE
+
 class KestNavigationBar;
 class KestTitleBar;
 class KestWindowLayouts;
 class KestWindowPrivate;
-class QMenuBar;
-class QStatusBar;
 
 /*!
     \class KestWindow
