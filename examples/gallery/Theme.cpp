@@ -6,13 +6,20 @@
 #include "KestStyleSheet.h"
 
 #include <QtCore/QFile>
+#include <QtGui/QFont>
+#include <QtWidgets/QApplication>
 
 namespace {
 
+QString textOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
 QString embeddedSheet(const char *name)
 {
-    QFile file(QStringLiteral(":/stylesheet/Resources/stylesheet/") + QLatin1String(name));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return textOf(QStringLiteral(":/stylesheet/Resources/stylesheet/") + QLatin1String(name));
 }
 
 } // namespace
@@ -24,4 +31,30 @@ QList<Theme> Theme::all()
         { QStringLiteral("Tool"), embeddedSheet("tool.css"), true },
         { QStringLiteral("Kest blue"), embeddedSheet("kest-blue.css"), true },
     };
+}
+
+Theme Theme::named(const QString &name)
+{
+    for (const Theme &theme : all()) {
+        if (theme.name.compare(name, Qt::CaseInsensitive) == 0)
+            return theme;
+    }
+    return all().constFirst();
+}
+
+Theme Theme::fromFiles(const QStringList &files)
+{
+    Theme theme { files.constFirst(), QString(), false };
+    for (const QString &file : files)
+        theme.sheet += textOf(file);
+    return theme;
+}
+
+void Theme::apply(double rate) const
+{
+    static const QFont unscaled = QApplication::font();
+    QFont font = unscaled;
+    font.setPointSizeF(font.pointSizeF() * rate);
+    QApplication::setFont(font);
+    qApp->setStyleSheet(KestStyleSheet::scaleSheet(sheet, float(rate)));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
+#include "ContactSheet.h"
 #include "GalleryWindow.h"
 #include "Screenshots.h"
 
@@ -13,9 +14,10 @@
 namespace {
 
 const char ScreenshotsOption[] = "screenshots";
+const char ContactSheetOption[] = "contact-sheet";
 
 // The platform is chosen before there is an application that could parse its arguments.
-void preferOffscreenForScreenshots(int argc, char *argv[])
+void preferOffscreenForPictures(int argc, char *argv[])
 {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     if (qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
@@ -23,7 +25,7 @@ void preferOffscreenForScreenshots(int argc, char *argv[])
         return;
     }
     for (int i = 1; i < argc; ++i) {
-        if (std::strstr(argv[i], ScreenshotsOption))
+        if (std::strstr(argv[i], ScreenshotsOption) || std::strstr(argv[i], ContactSheetOption))
             qputenv("QT_QPA_PLATFORM", "offscreen");
     }
 #else
@@ -36,7 +38,7 @@ void preferOffscreenForScreenshots(int argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
-    preferOffscreenForScreenshots(argc, argv);
+    preferOffscreenForPictures(argc, argv);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     KestApplication app(argc, argv);
@@ -51,8 +53,31 @@ int main(int argc, char *argv[])
         QString::fromLatin1(ScreenshotsOption),
         QStringLiteral("Write pictures of everything into <folder> and exit."),
         QStringLiteral("folder"));
-    parser.addOption(screenshots);
+    const QCommandLineOption contactSheet(
+        QString::fromLatin1(ContactSheetOption),
+        QStringLiteral("Write a picture of every widget in every state to <file> and exit."),
+        QStringLiteral("file"));
+    const QCommandLineOption theme(QStringLiteral("theme"),
+                                   QStringLiteral("The contact sheet's theme: default, tool or "
+                                                  "\"kest blue\"."),
+                                   QStringLiteral("name"), QStringLiteral("default"));
+    const QCommandLineOption sheet(QStringLiteral("sheet"),
+                                   QStringLiteral("A style sheet to use in place of a theme; "
+                                                  "several are joined."),
+                                   QStringLiteral("file"));
+    const QCommandLineOption scale(QStringLiteral("scale"),
+                                   QStringLiteral("The contact sheet's scale in percent."),
+                                   QStringLiteral("percent"), QStringLiteral("100"));
+    parser.addOptions({ screenshots, contactSheet, theme, sheet, scale });
     parser.process(app);
+
+    if (parser.isSet(contactSheet)) {
+        const double rate = parser.value(scale).toInt() / 100.0;
+        const Theme look = parser.isSet(sheet) ? Theme::fromFiles(parser.values(sheet))
+                                               : Theme::named(parser.value(theme));
+        look.apply(rate);
+        return writeContactSheet(parser.value(contactSheet), rate) ? 0 : 1;
+    }
 
     GalleryWindow window;
     window.show();
