@@ -6,6 +6,7 @@
 #include "KestTitleBar.h"
 
 #include <QtCore/QDebug>
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QCursor>
 #include <QtGui/QFocusEvent>
@@ -17,6 +18,8 @@
 
 #include <dwmapi.h>
 
+#include <utility>
+
 namespace {
 
 const QSize UnlimitedSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
@@ -25,8 +28,9 @@ const int CompositionMargin = 1; // pixels of frame left to the compositor, for 
 
 // The parts of a native style that are this delegate's affair.
 const LONG FrameStyle = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
-// Without WS_SYSMENU: with it the system would paint and hit its own buttons.
-const LONG FixedStyle = WS_CAPTION | WS_THICKFRAME | WS_MAXIMIZEBOX;
+// What every window has of them, but for the maximise button where its flags take that away. No
+// WS_SYSMENU: with it the system would paint and hit its own buttons.
+const LONG CommonStyle = WS_CAPTION | WS_THICKFRAME | WS_MAXIMIZEBOX;
 
 const UINT FrameChanged = SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED;
 
@@ -105,6 +109,7 @@ public:
     QWidget *widget = nullptr;
     bool styleDirty = true; // the native window has not got its style yet
     WINDOWPLACEMENT placement = {}; // when the window was last hidden or closed
+    bool restoresPlacement = false; // as soon as Qt has shown the window
     QRect workRect; // of the monitor that the maximised window is on
     HMONITOR monitor = nullptr; // the one that workRect belongs to
 };
@@ -131,8 +136,10 @@ KestWinFramelessDelegate::KestWinFramelessDelegate(QWidget *parent,
 {
     d->widget = parent;
     parent->installEventFilter(this);
-    for (QWidget *bar : moveBars)
-        addMoveBar(bar);
+    for (QWidget *bar : moveBars) {
+        watch(bar);
+        d->moveBars.append(bar);
+    }
     parent->setWindowFlags(parent->windowFlags() | Qt::Window | Qt::FramelessWindowHint
                            | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint
                            | Qt::WindowMaximizeButtonHint);
@@ -151,22 +158,24 @@ void KestWinFramelessDelegate::addMoveBar(QWidget *widget)
 {
     if (!widget || d->moveBars.contains(widget))
         return;
+    watch(widget);
     d->moveBars.append(widget);
-    connect(widget, &QObject::destroyed, this, [this, widget] { d->moveBars.removeOne(widget); });
 }
 
 void KestWinFramelessDelegate::removeMoveBar(QWidget *widget)
 {
-    if (d->moveBars.removeOne(widget))
+    if (d->moveBars.removeOne(widget) && widget && !d->moveBars.contains(widget))
         disconnect(widget, &QObject::destroyed, this, nullptr);
 }
 
 void KestWinFramelessDelegate::setWindowLong()
 {
     const HWND window = handleOf(d->widget);
+    if (!window)
+        return;
     const Qt::WindowFlags flags = d->widget->windowFlags();
     LONG style = GetWindowLongW(window, GWL_STYLE) & ~FrameStyle;
-    style |= FixedStyle;
+    style |= CommonStyle;
     // A window of limited size counts as a dialog, which is not minimised on its own.
     if (flags & Qt::WindowMinimizeButtonHint && d->widget->maximumSize() == UnlimitedSize)
         style |= WS_MINIMIZEBOX;
@@ -238,10 +247,12 @@ void KestWinFramelessDelegate::showSystemMenu(const QPoint &pos)
         break;
     }
 
+    // The menu has a loop of its own, in which the window may die, or get another native one.
+    const QPointer<QWidget> widget(d->widget);
     const qreal ratio = qGuiApp->devicePixelRatio();
     const int command = TrackPopupMenuEx(menu, TPM_RETURNCMD, int(pos.x() * ratio),
                                          int(pos.y() * ratio), window, nullptr);
-    if (command)
+    if (command && widget && handleOf(widget) == window)
         PostMessageW(window, WM_SYSCOMMAND, WPARAM(command), 0);
 }
 
@@ -318,8 +329,7 @@ bool KestWinFramelessDelegate::nativeEvent(const QByteArray &eventType, void *me
         *result = 0;
         return true;
     case WM_SETFOCUS:
-        focusInEvent();
-        return false;
+        return !announceFocus();
     default:
         return false;
     }
@@ -331,12 +341,13 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
         return false;
     switch (event->type()) {
     case QEvent::WindowStateChange:
-        windowStateChangeEvent();
+        applyWindowState();
         break;
     case QEvent::Show:
-        showEvent();
+        prepareShow();
         break;
     case QEvent::Hide:
+        d->restoresPlacement = false;
         savePlacement();
         break;
     case QEvent::Close:
@@ -347,7 +358,7 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
         d->styleDirty = true;
         break;
     case QEvent::ScreenChangeInternal:
-        if (d->widget->isVisible())
+        if (d->widget->isVisible() && handleOf(d->widget))
             SetWindowPos(handleOf(d->widget), nullptr, 0, 0, 0, 0, FrameChanged);
         break;
     default:
@@ -356,8 +367,9 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-void KestWinFramelessDelegate::windowStateChangeEvent()
+void KestWinFramelessDelegate::applyWindowState()
 {
+    const QPointer<KestWinFramelessDelegate> guard(this);
     const Qt::WindowStates state = d->widget->windowState();
     qDebug() << "QRavWinFramelessDelegate::eventFilter QEvent::WindowStateChange" << state;
     QMargins margins;
@@ -365,13 +377,17 @@ void KestWinFramelessDelegate::windowStateChangeEvent()
         // A window that was restored above the work area could not be caught again.
         const QScreen *const screen = QGuiApplication::primaryScreen();
         const QRect workRect = screen ? screen->availableVirtualGeometry() : QRect();
-        const QRect rect = nativeRect(handleOf(d->widget));
+        const HWND window = handleOf(d->widget);
+        const QRect rect = nativeRect(window);
         qDebug() << "rect.top " << rect.top() << "workRect.top" << workRect.top();
-        if (workRect.top() > rect.top())
+        if (window && workRect.top() > rect.top())
             d->widget->move(rect.left(), workRect.top());
+        if (!guard)
+            return;
     } else if (state == Qt::WindowMaximized) {
-        // A maximised window is larger than the work area by its frame, which is at the right and
-        // at the bottom here, since the contents begin where the work area does.
+        // A maximised window is larger than the work area by its frame on all sides. Its contents
+        // begin where the work area does, so of a widget of the window's size twice the frame is
+        // off the screen at the right and at the bottom.
         const int padding = GetSystemMetrics(SM_CXPADDEDBORDER);
         const int x = GetSystemMetrics(SM_CXFRAME) + padding;
         const int y = GetSystemMetrics(SM_CYFRAME) + padding;
@@ -381,26 +397,42 @@ void KestWinFramelessDelegate::windowStateChangeEvent()
     d->widget->setContentsMargins(margins);
 }
 
-void KestWinFramelessDelegate::showEvent()
+void KestWinFramelessDelegate::prepareShow()
 {
     if (d->styleDirty) {
         d->styleDirty = false;
+        const QPointer<KestWinFramelessDelegate> guard(this);
         setWindowLong();
+        if (!guard)
+            return;
     }
     // Qt is not to choose a size of its own.
     d->widget->setAttribute(Qt::WA_Resized);
     if (d->widget->isMaximized()) {
-        QTimer::singleShot(0, this, [this] {
-            if (d->placement.showCmd != SW_SHOWMINIMIZED)
-                SetWindowPlacement(handleOf(d->widget), &d->placement);
-        });
+        d->restoresPlacement = true;
+        QTimer::singleShot(0, this, [this] { restorePlacement(); });
     }
 }
 
 void KestWinFramelessDelegate::savePlacement()
 {
+    const HWND window = handleOf(d->widget);
+    if (!window)
+        return;
     d->placement.length = sizeof(d->placement);
-    GetWindowPlacement(handleOf(d->widget), &d->placement);
+    GetWindowPlacement(window, &d->placement);
+}
+
+void KestWinFramelessDelegate::restorePlacement()
+{
+    const HWND window = handleOf(d->widget);
+    // The system would show a window that was hidden since, and maximise one that was restored.
+    if (!std::exchange(d->restoresPlacement, false) || !window || !d->widget->isMaximized())
+        return;
+    // What the system sends on its way may save another one, or delete this.
+    const WINDOWPLACEMENT placement = d->placement;
+    if (placement.showCmd != SW_SHOWMINIMIZED)
+        SetWindowPlacement(window, &placement);
 }
 
 bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)
@@ -437,15 +469,25 @@ bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)
 }
 
 // The system does not say what gave the window the focus; the keys and buttons that are down do.
-void KestWinFramelessDelegate::focusInEvent()
+// Returns whether the native window is still there afterwards.
+bool KestWinFramelessDelegate::announceFocus()
 {
     Qt::FocusReason reason = Qt::TabFocusReason;
     if (isKeyDown(VK_LBUTTON) || isKeyDown(VK_RBUTTON))
         reason = Qt::MouseFocusReason;
     else if (isKeyDown(VK_SHIFT))
         reason = Qt::BacktabFocusReason;
+    const QPointer<QWidget> widget(d->widget);
+    const HWND window = handleOf(widget);
     QFocusEvent event(QEvent::FocusIn, reason);
-    QCoreApplication::sendEvent(d->widget, &event);
+    QCoreApplication::sendEvent(widget, &event);
+    return widget && handleOf(widget) == window;
+}
+
+void KestWinFramelessDelegate::watch(QWidget *bar)
+{
+    if (bar && !d->moveBars.contains(bar))
+        connect(bar, &QObject::destroyed, this, [this, bar] { d->moveBars.removeAll(bar); });
 }
 
 bool KestWinFramelessDelegate::isFixedSize() const

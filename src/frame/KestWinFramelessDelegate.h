@@ -27,9 +27,10 @@ class KestWinFramelessDelegate : public QObject
     Q_OBJECT
 
 public:
-    /*! Takes the frame of \a parent away, with \a moveBars to move it by; null entries are
-        skipped. The flags of a window without a frame but with system menu, minimise and maximise
-        button are added to the window's own. */
+    /*! Takes the frame of \a parent away, with \a moveBars to move it by. The list is taken as it
+       is: null entries stand for nothing, and a bar that is in it twice has to be removed twice.
+       The flags of a window without a frame but with system menu, minimise and maximise button are
+       added to the window's own. */
     KestWinFramelessDelegate(QWidget *parent, const QList<QWidget *> &moveBars);
     /*! Takes the frame of \a parent away, with the one move bar \a moveBar, which may be null. */
     KestWinFramelessDelegate(QWidget *parent, QWidget *moveBar);
@@ -57,11 +58,13 @@ public:
 
 private:
     Q_DISABLE_COPY(KestWinFramelessDelegate)
-    void windowStateChangeEvent();
-    void showEvent();
+    void watch(QWidget *bar);
+    void applyWindowState();
+    void prepareShow();
     void savePlacement();
+    void restorePlacement();
     bool calculateClientArea(MSG *msg, long *result);
-    void focusInEvent();
+    bool announceFocus();
     bool isFixedSize() const;
 
     KestWinFramelessDelegatePrivate *d;

@@ -24,6 +24,12 @@ void record(bool expected, const QString &call)
     fake().calls.append(expected ? call : QLatin1Char('?') + call);
 }
 
+void interrupt(const char *call)
+{
+    if (const auto happens = fake().during.take(QLatin1String(call)))
+        happens();
+}
+
 QString hex(quintptr value)
 {
     return QStringLiteral("0x") + QString::number(value, 16);
@@ -65,6 +71,7 @@ BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, 
                .arg(width)
                .arg(height)
                .arg(hex(flags)));
+    interrupt("SetWindowPos");
     return TRUE;
 }
 
@@ -79,6 +86,7 @@ BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT *placement)
 
 BOOL SetWindowPlacement(HWND window, const WINDOWPLACEMENT *placement)
 {
+    interrupt("SetWindowPlacement");
     record(window == fake().window,
            QStringLiteral("SetWindowPlacement length %1 showCmd %2 left %3")
                .arg(placement->length)
@@ -135,6 +143,7 @@ BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window, void *p
 {
     record(menu == systemMenu() && flags == TPM_RETURNCMD && window == fake().window && !params,
            QStringLiteral("popup %1,%2").arg(x).arg(y));
+    interrupt("TrackPopupMenuEx");
     return fake().chosen;
 }
 

@@ -11,6 +11,7 @@
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 
+#include <functional>
 #include <utility>
 
 /*!
@@ -40,6 +41,9 @@ struct FakeWindows
     int chosen = 0;
     WINDOWPLACEMENT placement = {};
     QSet<int> keysDown;
+    /*! What happens while a call of that name is carried out, once: the real ones send messages
+        to the window, or have a loop of their own. */
+    QHash<QString, std::function<void()>> during;
 
     QStringList calls;
     /*! The calls since the last time. */
