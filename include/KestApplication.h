@@ -22,7 +22,7 @@ class KestApplicationPrivate;
     {
         KestApplication app(argc, argv);
         if (app.checkOtherProcess(QStringLiteral("my-editor")))
-            return 0; // the running instance has come to the front
+            return 0; // one is running already, and shows its windows
         app.loadTranslator(QString());
         KestWindow window;
         window.show();
@@ -50,12 +50,29 @@ public:
 
     /*!
         Returns whether another process already runs under \a serverName, and claims the name for
-        this one where none does.
+        this one where none does. Call it once, before the first window is shown.
 
         The name is that of a local socket and is the host's to choose. If a process serves it,
-        this one is told within 100 milliseconds and the other one shows its visible windows
-        again and raises its hidden ones, which stay hidden. A name that can neither be reached
-        nor claimed counts as taken. With an empty name nothing is done and false returned.
+        this one is told within 100 milliseconds, and the other one calls QWindow::show() for each
+        of its visible top-level windows and QWindow::raise() for the hidden ones, which stay
+        hidden. That brings a minimised window back, but also gives a maximised one its normal
+        size, and whether a window comes to the front is the window system's choice. Every later
+        process is noticed, also while this one shows nothing.
+
+        A name that can neither be reached nor claimed counts as taken. On Unix that is also the
+        name of a process that was killed, since its socket stays in the file system; a host that
+        expects that clears the name where nobody answers:
+
+        \code
+        QLocalSocket probe;
+        probe.connectToServer(name);
+        if (!probe.waitForConnected(100))
+            QLocalServer::removeServer(name);
+        if (app.checkOtherProcess(name))
+            return 0;
+        \endcode
+
+        With an empty name nothing is done and false returned.
     */
     bool checkOtherProcess(const QString &serverName);
 

@@ -9,10 +9,13 @@
 #include <QtCore/QDebug>
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QLocale>
+#include <QtCore/QPointer>
 #include <QtCore/QTranslator>
 #include <QtGui/QWindow>
 #include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
+
+#include <climits>
 
 namespace {
 
@@ -23,8 +26,12 @@ const int ProbeTimeoutMs = 100;
 // nothing the host has hidden pops up.
 void presentWindows()
 {
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    for (QWindow *window : windows) {
+    // A window that comes back may delete others.
+    const QWindowList all = QGuiApplication::topLevelWindows();
+    const QList<QPointer<QWindow>> windows(all.cbegin(), all.cend());
+    for (const QPointer<QWindow> &window : windows) {
+        if (!window)
+            continue;
         if (window->isVisible())
             window->show();
         else
@@ -37,11 +44,19 @@ void presentWindows()
 class KestApplicationPrivate
 {
 public:
+    KestApplicationPrivate();
+
     QLocalServer server;
     QLocalSocket socket;
     QTranslator qtTranslator;
     QTranslator appTranslator;
 };
+
+KestApplicationPrivate::KestApplicationPrivate()
+{
+    // Connections are never taken, and the server stops listening once too many are pending.
+    server.setMaxPendingConnections(INT_MAX);
+}
 
 KestApplication::KestApplication(int &argc, char **argv, int flags, bool useDefaultStyle)
     : QApplication(argc, argv, flags), d(new KestApplicationPrivate)

@@ -5,7 +5,8 @@
 //   applicationprobe defaults        "sheet=<default|none|other> siblings=<0|1>", default arguments
 //   applicationprobe style <0|1>     the same, with useDefaultStyle as said
 //   applicationprobe check NAME      "taken=<0|1> ms=<milliseconds>"
-//   applicationprobe serve NAME      as check, then runs until its standard input ends
+//   applicationprobe serve NAME      as check, then runs until its standard input ends, with
+//                                    "presented=<times so far>" whenever its window is presented
 
 #include "KestApplication.h"
 #include "KestStyleSheet.h"
@@ -13,6 +14,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QScopedPointer>
 #include <QtCore/QThread>
+#include <QtGui/QWindow>
 
 #include <cstdio>
 #include <iostream>
@@ -28,6 +30,32 @@ int describe(const KestApplication &app)
     std::printf("sheet=%s siblings=%d\n", kind,
                 int(!QCoreApplication::testAttribute(Qt::AA_DontCreateNativeWidgetSiblings)));
     return 0;
+}
+
+// The offscreen platform cannot raise windows and says so each time.
+void countRaised(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    static int raised = 0;
+    if (text != QLatin1String("This plugin does not support raise()"))
+        return;
+    std::printf("presented=%d\n", ++raised);
+    std::fflush(stdout);
+}
+
+// Runs until the standard input ends, with one hidden window.
+void serve(KestApplication *app)
+{
+    qInstallMessageHandler(countRaised);
+    QWindow window;
+    window.create();
+    const QScopedPointer<QThread> reader(QThread::create([] {
+        std::string line;
+        while (std::getline(std::cin, line)) { }
+    }));
+    QObject::connect(reader.data(), &QThread::finished, app, &QCoreApplication::quit);
+    reader->start();
+    QCoreApplication::exec();
+    reader->wait();
 }
 
 } // namespace
@@ -52,15 +80,7 @@ int main(int argc, char *argv[])
     const bool taken = app->checkOtherProcess(QString::fromUtf8(argument));
     std::printf("taken=%d ms=%d\n", int(taken), int(timer.elapsed()));
     std::fflush(stdout);
-    if (mode == "serve") {
-        const QScopedPointer<QThread> reader(QThread::create([] {
-            std::string line;
-            while (std::getline(std::cin, line)) { }
-        }));
-        QObject::connect(reader.data(), &QThread::finished, app.data(), &QCoreApplication::quit);
-        reader->start();
-        QCoreApplication::exec();
-        reader->wait();
-    }
+    if (mode == "serve")
+        serve(app.data());
     return 0;
 }

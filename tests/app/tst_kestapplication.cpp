@@ -3,11 +3,13 @@
 
 #include "KestApplication.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 #include <QtCore/QProcess>
 #include <QtCore/QResource>
 #include <QtCore/QUuid>
+#include <QtGui/QWindow>
 #include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
 #include <QtTest/QTest>
@@ -105,7 +107,10 @@ private Q_SLOTS:
     void secondProcessFindsTheFirst();
     void nameIsServedUntilTheApplicationEnds();
     void firstProcessPresentsItsWindows();
-    void everyFurtherProcessIsAnswered();
+    void maximizedWindowsAreRestored();
+    void presentedWindowMayDeleteOthers();
+    void hundredFurtherProcessesAreAnswered();
+    void nameOfAKilledProcessCanBeCleared();
     void nameThatCannotBeClaimedCountsAsTaken();
 
     void bothCataloguesAreInstalled();
@@ -240,18 +245,90 @@ void tst_KestApplication::firstProcessPresentsItsWindows()
     QCOMPARE(raised, 2);
 }
 
-void tst_KestApplication::everyFurtherProcessIsAnswered()
+void tst_KestApplication::maximizedWindowsAreRestored()
 {
-    // Their connections stay pending.
+    QVERIFY(isServed(claimedName()));
+    QWidget window;
+    window.showMaximized();
+    QCOMPARE(window.windowHandle()->windowState(), Qt::WindowMaximized);
+    QVERIFY(runProbe({ QStringLiteral("check"), claimedName() }).startsWith("taken=1"));
+    QTRY_COMPARE(window.windowHandle()->windowState(), Qt::WindowNoState);
+}
+
+void tst_KestApplication::presentedWindowMayDeleteOthers()
+{
+    // Whichever is presented first deletes the others.
+    QList<QWidget *> windows;
+    for (int i = 0; i < 3; ++i) {
+        auto *window = new QWidget;
+        window->showMinimized();
+        windows.append(window);
+    }
+    QSet<QWidget *> presented; // the platform may tell of one more than once
+    for (QWidget *window : qAsConst(windows)) {
+        connect(window->windowHandle(), &QWindow::windowStateChanged, this,
+                [&, window](Qt::WindowState state) {
+                    if (state != Qt::WindowNoState)
+                        return;
+                    presented.insert(window);
+                    windows.removeOne(window);
+                    qDeleteAll(windows);
+                    windows = { window };
+                });
+    }
+    QVERIFY(isServed(claimedName())); // which is all that a later process does
+    QTRY_VERIFY(!presented.isEmpty());
+    QCoreApplication::processEvents();
+    QCOMPARE(presented.size(), 1);
+    QCOMPARE(windows.size(), 1);
+    QVERIFY(windows.first()->isVisible());
+    qDeleteAll(windows);
+}
+
+void tst_KestApplication::hundredFurtherProcessesAreAnswered()
+{
     const QString name = uniqueName();
     QProcess first;
     first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
                 { QStringLiteral("serve"), name });
     QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
-    for (int i = 0; i < 3; ++i)
+    QVERIFY(first.readLine().startsWith("taken=0"));
+#ifdef Q_OS_LINUX
+    const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(first.processId()));
+    const int before = descriptors.entryList(QDir::Files | QDir::System).size();
+    QVERIFY(before > 2);
+#endif
+    const int processes = 100;
+    for (int i = 0; i < processes; ++i)
         QVERIFY(runProbe({ QStringLiteral("check"), name }).startsWith("taken=1"));
+    for (int i = 1; i <= processes; ++i) {
+        QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 5000);
+        QCOMPARE(first.readLine().trimmed(), "presented=" + QByteArray::number(i));
+    }
+#ifdef Q_OS_LINUX
+    // A process that has ended leaves nothing open.
+    QTRY_VERIFY(descriptors.entryList(QDir::Files | QDir::System).size() <= before + 1);
+#endif
     first.closeWriteChannel();
     QVERIFY(first.waitForFinished(20000));
+    QVERIFY(!first.canReadLine());
+}
+
+void tst_KestApplication::nameOfAKilledProcessCanBeCleared()
+{
+    const QString name = uniqueName();
+    QProcess first;
+    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
+                { QStringLiteral("serve"), name });
+    QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
+    first.kill();
+    QVERIFY(first.waitForFinished(20000));
+    QVERIFY(!isServed(name));
+#ifdef Q_OS_UNIX
+    QVERIFY(runProbe({ QStringLiteral("check"), name }).startsWith("taken=1"));
+    QVERIFY(QLocalServer::removeServer(name));
+#endif
+    QVERIFY(runProbe({ QStringLiteral("check"), name }).startsWith("taken=0"));
 }
 
 void tst_KestApplication::nameThatCannotBeClaimedCountsAsTaken()
