@@ -626,7 +626,7 @@ void tst_Resources::buttonsHaveTheirHeightAndGround()
     qApp->setStyleSheet(KestStyleSheet::defaultStyleSheet());
     QPushButton button(QStringLiteral("Button"));
     button.resize(button.sizeHint());
-    QCOMPARE(button.height(), 27 + 2); // and its border
+    QCOMPARE(button.height(), 27 + 2 * (2 + 1)); // and its padding and border
     QCOMPARE(button.grab().toImage().pixelColor(6, 6), QColor(0xE1E1E1));
 }
 
