@@ -8,15 +8,20 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 
-class KestFramelessDelegatePrivate;
+QT_BEGIN_NAMESPACE
 class QCursor;
+class QImage;
 class QMouseEvent;
 class QPaintEvent;
 class QPainter;
 class QPlatformSurfaceEvent;
 class QPoint;
+class QRect;
 class QResizeEvent;
 class QWidget;
+QT_END_NAMESPACE
+
+class KestFramelessDelegatePrivate;
 
 /*! An edge of a window; a corner is the union of two. */
 enum Direction { Top = 0x1, Bottom = 0x2, Left = 0x4, Right = 0x8 };
@@ -44,8 +49,9 @@ class KestFramelessDelegate : public QObject
     Q_OBJECT
 
 public:
-    /*! Makes \a parent frameless, with \a moveBars to move it by; null entries are skipped. All
-        earlier window flags, the window's type included, are replaced. */
+    /*! Makes \a parent frameless, with \a moveBars to move it by; null entries are skipped, and one
+        that is in there twice has to be removed twice. All earlier window flags, the window's type
+        included, are replaced. */
     KestFramelessDelegate(QWidget *parent, const QList<QWidget *> &moveBars);
     /*! Makes \a parent frameless, with the one move bar \a moveBar, which may be null. */
     KestFramelessDelegate(QWidget *parent, QWidget *moveBar);
@@ -53,8 +59,9 @@ public:
 
     /*! Lets a drag on \a widget move the window. Null, or one that does already, is ignored. */
     void addMoveBar(QWidget *widget);
-    /*! Takes \a widget out of the move bars. Null is ignored. Its events are not watched any more
-        in any case: taking out the window itself gives up its frame. */
+    /*! Takes \a widget out of the move bars, once, and ends a drag on it. Null is ignored. Its
+       events are not watched any more in any case: taking out the window itself gives up its frame.
+     */
     void removeMoveBar(QWidget *widget);
 
     /*! Returns whether the shadow is switched off; false by default. */
@@ -77,16 +84,20 @@ protected:
 
 private:
     Q_DISABLE_COPY(KestFramelessDelegate)
-    void region(const QPoint &globalPos);
+    void region(const QPoint &globalPos, const QPoint &windowPos);
     void updateLayout();
     void paintShadow(QPainter &painter, int width);
 
     void windowEvent(QEvent *event);
     void moveBarEvent(QWidget *bar, QEvent *event);
     void dragWindow(QWidget *bar);
+    void maximizeFromTop();
     void resizeWindow();
-    bool isNormal() const;
-    bool isFixedSize() const;
+    void endDrag();
+    void endMove();
+    void leaveEdges();
+    void watchMoveBar(QWidget *bar);
+    QImage frameImage(const QRect &part, qreal ratio);
 
     KestFramelessDelegatePrivate *d;
 };

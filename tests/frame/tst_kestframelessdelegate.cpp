@@ -14,12 +14,14 @@
 #include <QtGui/QResizeEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidget>
 
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -42,8 +44,17 @@ public:
     QSize minimumSizeHint() const override { return hint; }
 
     QWidget *bar;
-    KestFramelessDelegate *delegate;
+    QPointer<KestFramelessDelegate> delegate;
     QSize hint;
+    QEvent::Type moment = QEvent::None; // when it deletes its delegate
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() == moment)
+            delete delegate;
+        return QWidget::event(event);
+    }
 };
 
 // Counts what a widget hears of.
@@ -82,6 +93,14 @@ void hover(QWidget *window, const QPoint &global)
     QCursor::setPos(global);
     const QPoint local = window->mapFromGlobal(global);
     QHoverEvent event(QEvent::HoverMove, local, local);
+    QCoreApplication::sendEvent(window, &event);
+}
+
+// Hovers over pos of a window whose top left corner is at real, wherever Qt has it.
+void hoverAt(QWidget *window, const QPoint &pos, const QPoint &real)
+{
+    QCursor::setPos(real + pos);
+    QHoverEvent event(QEvent::HoverMove, pos, pos);
     QCoreApplication::sendEvent(window, &event);
 }
 
@@ -169,6 +188,8 @@ int greatestDifference(const QImage &first, const QImage &second)
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::function<void(Host &)>)
+
 class tst_KestFramelessDelegate : public QObject
 {
     Q_OBJECT
@@ -186,6 +207,7 @@ private Q_SLOTS:
     void barsOfTheListMoveTheWindow();
     void addedAndRemovedBars();
     void barAddedTwiceIsRemovedAtOnce();
+    void barGivenTwiceIsRemovedTwice();
     void removingTheWindowItselfGivesUpTheFrame();
     void eventsAreNeverConsumed();
 
@@ -196,7 +218,13 @@ private Q_SLOTS:
     void fixedSizeHasNoEdges();
     void fixedWidthLeavesTheHeightFree();
     void cursorOfTheEdgeIsTakenBack();
+    void cursorIsSetOnEachMove();
+    void edgesAreWhereTheWindowReallyIs();
+    void resizingStartsFromWhereTheWindowReallyIs();
     void maximisedWindowHasNoEdges();
+    void maximisedWindowLeavesTheEdge_data();
+    void maximisedWindowLeavesTheEdge();
+    void doubleClickOnTheEdgeLeavesNoEdge();
 
     void resizing_data();
     void resizing();
@@ -206,10 +234,12 @@ private Q_SLOTS:
     void pressInsideDoesNotResize();
 
     void windowGrabsTheMouseAtEdgesWithoutShadow();
+    void shadowLetsGoOfTheMouse();
     void hoverIsReleasedBelow();
 
     void movingFollowsTheCursor();
     void moveStartsFromWhereTheWindowReallyIs();
+    void barOfAnotherWindowMovesThisOne();
     void shortPressDoesNotMove();
     void otherButtonsDoNotMove();
     void releaseOfAnotherButtonGoesOnMoving();
@@ -220,9 +250,17 @@ private Q_SLOTS:
     void dragToTheTopMaximises_data();
     void dragToTheTopMaximises();
     void dragToTheTopIgnoresFixedSize();
+    void draggedToTheTopComesBackWithinReach_data();
+    void draggedToTheTopComesBackWithinReach();
     void dragDownRestores_data();
     void dragDownRestores();
     void resizeOfABarHangsTheWindowFromItsMiddle();
+
+    void dragEndsWithoutRelease_data();
+    void dragEndsWithoutRelease();
+    void edgeDragEndsWithoutRelease_data();
+    void edgeDragEndsWithoutRelease();
+    void dragGoesOnWhileOtherBarsGo();
 
     void contentsMarginsFollowTheState();
     void layoutMarginsFollowTheSheetsBorder();
@@ -239,6 +277,8 @@ private Q_SLOTS:
     void barsMayDie();
     void windowMayDieWhileItIsMaximised();
     void delegateMayDieFirst();
+    void delegateMayDieInWhatItDoes_data();
+    void delegateMayDieInWhatItDoes();
     void nullBarsAreSkipped();
 };
 
@@ -368,6 +408,32 @@ void tst_KestFramelessDelegate::barAddedTwiceIsRemovedAtOnce()
     host.delegate->addMoveBar(host.bar);
     host.delegate->removeMoveBar(host.bar);
     QVERIFY(!dragMovesItsWindow(host.bar));
+}
+
+void tst_KestFramelessDelegate::barGivenTwiceIsRemovedTwice()
+{
+    QWidget window;
+    window.setGeometry(WindowRect);
+    auto *bar = new QWidget(&window);
+    auto *other = new QWidget(&window);
+    other->move(0, 100);
+    KestFramelessDelegate delegate(&window, QList<QWidget *> { bar, bar, other });
+    window.show();
+    QVERIFY(dragMovesItsWindow(bar));
+    delegate.removeMoveBar(bar);
+    QVERIFY(!dragMovesItsWindow(bar));
+    // It is in the list still, and is left alone.
+    delegate.addMoveBar(bar);
+    QVERIFY(!dragMovesItsWindow(bar));
+    delegate.removeMoveBar(bar);
+    delegate.addMoveBar(bar);
+    QVERIFY(dragMovesItsWindow(bar));
+    // Once in the list, it is gone with the first removal again.
+    delegate.removeMoveBar(bar);
+    delegate.addMoveBar(bar);
+    QVERIFY(dragMovesItsWindow(bar));
+    delete bar;
+    QVERIFY(dragMovesItsWindow(other));
 }
 
 void tst_KestFramelessDelegate::removingTheWindowItselfGivesUpTheFrame()
@@ -505,6 +571,75 @@ void tst_KestFramelessDelegate::cursorOfTheEdgeIsTakenBack()
     QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
 }
 
+void tst_KestFramelessDelegate::cursorIsSetOnEachMove()
+{
+    Host host;
+    host.show();
+    for (const QPoint &pos : { QPoint(2, 150), QPoint(200, 150) }) {
+        hover(&host, host.mapToGlobal(pos));
+        EventCounter counter(&host);
+        for (int i = 0; i < 3; ++i) {
+            QHoverEvent event(QEvent::HoverMove, pos, pos);
+            QCoreApplication::sendEvent(&host, &event);
+        }
+        QCOMPARE(counter.count(QEvent::CursorChange), 3);
+    }
+}
+
+void tst_KestFramelessDelegate::edgesAreWhereTheWindowReallyIs()
+{
+    // A window manager has put the window elsewhere, and Qt does not know of it yet.
+    Host host;
+    host.show();
+    const QPoint real = WindowRect.topLeft() + QPoint(200, 150);
+    const struct
+    {
+        QPoint pos;
+        Qt::CursorShape shape;
+    } rows[] = { { QPoint(2, 100), Qt::SizeHorCursor },
+                 { QPoint(200, 299), Qt::SizeVerCursor },
+                 { QPoint(399, 299), Qt::SizeFDiagCursor },
+                 { QPoint(200, 150), Qt::ArrowCursor },
+                 // Where Qt has the left and the top edge.
+                 { WindowRect.topLeft() - real + QPoint(220, 250), Qt::ArrowCursor } };
+    for (const auto &row : rows) {
+        hoverAt(&host, row.pos, real);
+        QCOMPARE(host.cursor().shape(), row.shape);
+    }
+}
+
+void tst_KestFramelessDelegate::resizingStartsFromWhereTheWindowReallyIs()
+{
+    const QPoint real = WindowRect.topLeft() + QPoint(200, 150);
+    const QRect realRect(real, WindowRect.size());
+    const struct
+    {
+        QPoint from;
+        QPoint to;
+        QRect geometry;
+    } rows[] = {
+        { QPoint(399, 150), QPoint(440, 150), realRect.adjusted(0, 0, 48, 0) },
+        { QPoint(0, 150), QPoint(-30, 150), realRect.adjusted(-38, 0, 0, 0) },
+        { QPoint(399, 299), QPoint(389, 309), realRect.adjusted(0, 0, -3, 17) },
+        { QPoint(0, 0), QPoint(20, 30), realRect.adjusted(12, 22, 0, 0) },
+    };
+    for (const auto &row : rows) {
+        Host host;
+        host.show();
+        hoverAt(&host, row.from, real);
+        QMouseEvent press(QEvent::MouseButtonPress, row.from, real + row.from, Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&host, &press);
+        hoverAt(&host, row.to, real);
+        QCOMPARE(host.geometry(), row.geometry);
+        // From now on Qt knows where the window is.
+        hover(&host, real + row.to + QPoint(1, 0));
+        hover(&host, real + row.to);
+        QCOMPARE(host.geometry(), row.geometry);
+        sendMouse(&host, QEvent::MouseButtonRelease, real + row.to);
+    }
+}
+
 void tst_KestFramelessDelegate::maximisedWindowHasNoEdges()
 {
     for (const Qt::WindowState state : { Qt::WindowMaximized, Qt::WindowFullScreen }) {
@@ -517,6 +652,76 @@ void tst_KestFramelessDelegate::maximisedWindowHasNoEdges()
         dragEdge(&host, geometry.bottomRight(), geometry.bottomRight() - QPoint(50, 50));
         QCOMPARE(host.geometry(), geometry);
     }
+}
+
+void tst_KestFramelessDelegate::maximisedWindowLeavesTheEdge_data()
+{
+    QTest::addColumn<Qt::WindowState>("state");
+    QTest::addColumn<bool>("shadowless");
+    QTest::addColumn<bool>("pressed");
+    for (const bool shadowless : { false, true }) {
+        for (const bool pressed : { false, true }) {
+            QTest::addRow("maximised%s%s", shadowless ? ", shadowless" : "",
+                          pressed ? ", pressed" : "")
+                << Qt::WindowMaximized << shadowless << pressed;
+            QTest::addRow("full screen%s%s", shadowless ? ", shadowless" : "",
+                          pressed ? ", pressed" : "")
+                << Qt::WindowFullScreen << shadowless << pressed;
+        }
+    }
+}
+
+void tst_KestFramelessDelegate::maximisedWindowLeavesTheEdge()
+{
+    QFETCH(Qt::WindowState, state);
+    QFETCH(bool, shadowless);
+    QFETCH(bool, pressed);
+    Host host;
+    host.delegate->setShadowless(shadowless);
+    host.show();
+    const QPoint edge(500, 201);
+    hover(&host, edge);
+    QCOMPARE(host.cursor().shape(), Qt::SizeVerCursor);
+    QCOMPARE(QWidget::mouseGrabber(), shadowless ? &host : nullptr);
+    if (pressed)
+        sendMouse(&host, QEvent::MouseButtonPress, edge);
+
+    host.setWindowState(state);
+
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    QVERIFY(!QWidget::mouseGrabber());
+    const QRect geometry = host.geometry();
+    hover(&host, QPoint(500, 230));
+    QCOMPARE(host.geometry(), geometry);
+    // Its bar restores it, and moves it then.
+    QCursor::setPos(200, 20);
+    sendMouse(host.bar, QEvent::MouseButtonPress, QPoint(200, 20));
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(200, 50);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(200, 50));
+    QCOMPARE(host.windowState(), Qt::WindowNoState);
+    sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(200, 50));
+    QCOMPARE(host.size(), WindowRect.size());
+}
+
+void tst_KestFramelessDelegate::doubleClickOnTheEdgeLeavesNoEdge()
+{
+    // The band reaches the topmost row of the bar, whose double click maximises.
+    Host host;
+    host.show();
+    const QPoint row = host.bar->mapToGlobal(QPoint(30, 0));
+    hover(&host, row);
+    QCOMPARE(host.cursor().shape(), Qt::SizeVerCursor);
+    for (const QEvent::Type type : { QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
+                                     QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease }) {
+        sendMouse(host.bar, type, row); // which the bar hands on to the window
+    }
+    QVERIFY(host.isMaximized());
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    QVERIFY(!QWidget::mouseGrabber());
+    const QRect geometry = host.geometry();
+    hover(&host, QPoint(300, 100));
+    QCOMPARE(host.geometry(), geometry);
 }
 
 void tst_KestFramelessDelegate::resizing_data()
@@ -640,6 +845,27 @@ void tst_KestFramelessDelegate::windowGrabsTheMouseAtEdgesWithoutShadow()
     QCOMPARE(counter.count(QEvent::Leave), 2);
 }
 
+void tst_KestFramelessDelegate::shadowLetsGoOfTheMouse()
+{
+    Host host;
+    host.delegate->setShadowless(true);
+    host.show();
+    hover(&host, QPoint(300, 350));
+    QCOMPARE(QWidget::mouseGrabber(), &host);
+    host.delegate->setShadowless(false);
+    QVERIFY(!QWidget::mouseGrabber());
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+
+    auto *window = new Host;
+    window->delegate->setShadowless(true);
+    window->show();
+    hover(window, QPoint(300, 350));
+    QCOMPARE(QWidget::mouseGrabber(), window);
+    delete window->delegate;
+    QVERIFY(!QWidget::mouseGrabber());
+    delete window;
+}
+
 void tst_KestFramelessDelegate::hoverIsReleasedBelow()
 {
     QWidget top;
@@ -711,6 +937,28 @@ void tst_KestFramelessDelegate::moveStartsFromWhereTheWindowReallyIs()
     sendMouse(host.bar, QEvent::MouseMove, global + QPoint(20, 10));
     QCOMPARE(host.pos(), real + QPoint(20, 10));
     sendMouse(host.bar, QEvent::MouseButtonRelease, global);
+}
+
+void tst_KestFramelessDelegate::barOfAnotherWindowMovesThisOne()
+{
+    Host host;
+    QWidget panel;
+    panel.setGeometry(50, 60, 200, 100);
+    auto *bar = new QWidget(&panel);
+    bar->setGeometry(10, 10, 100, 30);
+    host.delegate->addMoveBar(bar);
+    host.show();
+    panel.show();
+    const QPoint panelPos = panel.pos();
+    const QPoint start = bar->mapToGlobal(QPoint(20, 15));
+    QCursor::setPos(start);
+    sendMouse(bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(start + QPoint(30, 20));
+    sendMouse(bar, QEvent::MouseMove, start + QPoint(30, 20));
+    sendMouse(bar, QEvent::MouseButtonRelease, start + QPoint(30, 20));
+    QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(30, 20));
+    QCOMPARE(panel.pos(), panelPos);
 }
 
 void tst_KestFramelessDelegate::shortPressDoesNotMove()
@@ -873,6 +1121,41 @@ void tst_KestFramelessDelegate::dragToTheTopIgnoresFixedSize()
     sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(start.x(), 0));
 }
 
+void tst_KestFramelessDelegate::draggedToTheTopComesBackWithinReach_data()
+{
+    QTest::addColumn<int>("grip"); // row of the bar
+    QTest::addColumn<int>("y");
+    QTest::addColumn<int>("restored");
+    // The bar begins below the shadow; rows above the screen come down, others stay.
+    QTest::newRow("middle") << 20 << 2 << -8;
+    QTest::newRow("last row") << 39 << 0 << -8;
+    QTest::newRow("first row") << 1 << 4 << -5;
+}
+
+void tst_KestFramelessDelegate::draggedToTheTopComesBackWithinReach()
+{
+    QFETCH(int, grip);
+    QFETCH(int, y);
+    QFETCH(int, restored);
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, grip));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    const QPoint top(start.x() + 17, y);
+    for (int i = 0; i < 2; ++i) {
+        QCursor::setPos(top);
+        sendMouse(host.bar, QEvent::MouseMove, top);
+        QCoreApplication::processEvents();
+        QVERIFY(host.isMaximized());
+    }
+    sendMouse(host.bar, QEvent::MouseButtonRelease, top);
+    sendMouse(host.bar, QEvent::MouseButtonDblClick, QPoint(200, 20));
+    QVERIFY(!host.isMaximized());
+    QTRY_COMPARE(host.geometry(), QRect(QPoint(WindowRect.x() + 17, restored), WindowRect.size()));
+}
+
 void tst_KestFramelessDelegate::dragDownRestores_data()
 {
     QTest::addColumn<Qt::WindowState>("state");
@@ -914,6 +1197,129 @@ void tst_KestFramelessDelegate::resizeOfABarHangsTheWindowFromItsMiddle()
     sendMouse(host.bar, QEvent::MouseMove, start);
     QCOMPARE(host.pos(), start - QPoint(100, 15));
     sendMouse(host.bar, QEvent::MouseButtonRelease, start);
+}
+
+void tst_KestFramelessDelegate::dragEndsWithoutRelease_data()
+{
+    QTest::addColumn<std::function<void(Host &)>>("end");
+    const auto row = [](const char *name, const std::function<void(Host &)> &end) {
+        QTest::newRow(name) << end;
+    };
+    row("bar hidden", [](Host &host) { host.bar->hide(); });
+    row("bar removed", [](Host &host) { host.delegate->removeMoveBar(host.bar); });
+    row("bar deleted", [](Host &host) {
+        delete host.bar;
+        host.bar = nullptr;
+    });
+    row("window hidden", [](Host &host) { host.hide(); });
+    row("window closed", [](Host &host) { host.close(); });
+    row("window not closed after all", [](Host &host) {
+        QCloseEvent close;
+        QCoreApplication::sendEvent(&host, &close);
+    });
+    row("modal dialog", [](Host &) {
+        QDialog dialog;
+        dialog.setWindowModality(Qt::ApplicationModal);
+        dialog.show();
+        QVERIFY(!QWidget::mouseGrabber());
+    });
+    row("delegate deleted", [](Host &host) { delete host.delegate; });
+}
+
+void tst_KestFramelessDelegate::dragEndsWithoutRelease()
+{
+    QFETCH(std::function<void(Host &)>, end);
+    Host host;
+    auto *other = new QWidget(&host);
+    other->setGeometry(20, 100, 100, 40);
+    const QPointer<KestFramelessDelegate> delegate(host.delegate);
+    delegate->addMoveBar(other);
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QCOMPARE(QWidget::mouseGrabber(), host.bar);
+    QTest::qSleep(ClickMs);
+
+    end(host);
+
+    QVERIFY(!QWidget::mouseGrabber());
+    host.show();
+    QCursor::setPos(start + QPoint(20, 20));
+    for (QWidget *bar : { host.bar, other }) {
+        if (bar)
+            sendMouse(bar, QEvent::MouseMove, start + QPoint(20, 20));
+    }
+    QCOMPARE(host.pos(), WindowRect.topLeft());
+    if (delegate)
+        QVERIFY(dragMovesItsWindow(other));
+}
+
+void tst_KestFramelessDelegate::edgeDragEndsWithoutRelease_data()
+{
+    QTest::addColumn<std::function<void(Host &)>>("end");
+    QTest::addColumn<bool>("shadowless");
+    const auto row = [](const char *name, const std::function<void(Host &)> &end) {
+        QTest::newRow(name) << end << false;
+        QTest::addRow("%s, shadowless", name) << end << true;
+    };
+    row("window hidden", [](Host &host) { host.hide(); });
+    row("window closed", [](Host &host) { host.close(); });
+    row("modal dialog", [](Host &) {
+        QDialog dialog;
+        dialog.setWindowModality(Qt::ApplicationModal);
+        dialog.show();
+        QVERIFY(!QWidget::mouseGrabber());
+    });
+    row("frame given up", [](Host &host) { host.delegate->removeMoveBar(&host); });
+}
+
+void tst_KestFramelessDelegate::edgeDragEndsWithoutRelease()
+{
+    QFETCH(std::function<void(Host &)>, end);
+    QFETCH(bool, shadowless);
+    Host host;
+    host.delegate->setShadowless(shadowless);
+    host.show();
+    hover(&host, QPoint(699, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350));
+
+    end(host);
+
+    QVERIFY(!QWidget::mouseGrabber());
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    const QRect geometry = host.geometry();
+    host.show();
+    hover(&host, QPoint(500, 350));
+    QCOMPARE(host.geometry(), geometry);
+    // Nor does a press move an edge that the pointer has not been seen on since.
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(500, 350));
+    hover(&host, QPoint(480, 350));
+    QCOMPARE(host.geometry(), geometry);
+}
+
+void tst_KestFramelessDelegate::dragGoesOnWhileOtherBarsGo()
+{
+    Host host;
+    auto *hidden = new QWidget(&host);
+    auto *removed = new QWidget(&host);
+    auto *dead = new QWidget(&host);
+    for (QWidget *bar : { hidden, removed, dead })
+        host.delegate->addMoveBar(bar);
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    hidden->hide();
+    host.delegate->removeMoveBar(removed);
+    delete dead;
+    QCOMPARE(QWidget::mouseGrabber(), host.bar);
+    QCursor::setPos(start + QPoint(20, 20));
+    sendMouse(host.bar, QEvent::MouseMove, start + QPoint(20, 20));
+    QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(20, 20));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start);
+    QVERIFY(!QWidget::mouseGrabber());
 }
 
 void tst_KestFramelessDelegate::contentsMarginsFollowTheState()
@@ -1157,6 +1563,90 @@ void tst_KestFramelessDelegate::delegateMayDieFirst()
     QVERIFY(!dragMovesItsWindow(host.bar));
     hover(&host, WindowRect.topLeft());
     QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+}
+
+void tst_KestFramelessDelegate::delegateMayDieInWhatItDoes_data()
+{
+    QTest::addColumn<QEvent::Type>("moment");
+    QTest::addColumn<std::function<void(Host &)>>("act");
+    const auto row = [](const char *name, QEvent::Type moment,
+                        const std::function<void(Host &)> &act) {
+        QTest::newRow(name) << moment << act;
+    };
+    const auto startMoving = [](Host &host) {
+        const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+        QCursor::setPos(start);
+        sendMouse(host.bar, QEvent::MouseButtonPress, start);
+        QTest::qSleep(ClickMs);
+    };
+    const auto moveTo = [](Host &host, const QPoint &point) {
+        QCursor::setPos(point);
+        sendMouse(host.bar, QEvent::MouseMove, point);
+        QCoreApplication::processEvents();
+    };
+    row("moving", QEvent::Move, [=](Host &host) {
+        startMoving(host);
+        moveTo(host, QPoint(400, 2));
+    });
+    row("maximising from the top", QEvent::WindowStateChange, [=](Host &host) {
+        startMoving(host);
+        moveTo(host, QPoint(400, 2));
+    });
+    row("restoring", QEvent::WindowStateChange, [=](Host &host) {
+        // It dies at the second change only.
+        const QPointer<KestFramelessDelegate> delegate(host.delegate);
+        host.moment = QEvent::None;
+        host.showMaximized();
+        host.moment = QEvent::WindowStateChange;
+        startMoving(host);
+        moveTo(host, QPoint(400, 100));
+    });
+    row("resizing", QEvent::Resize,
+        [](Host &host) { dragEdge(&host, QPoint(699, 499), QPoint(740, 540)); });
+    row("losing the shadow", QEvent::ContentsRectChange, [](Host &host) {
+        host.moment = QEvent::None;
+        host.delegate->setShadowless(false);
+        host.moment = QEvent::ContentsRectChange;
+        host.showMaximized();
+        QCoreApplication::processEvents();
+    });
+    row("edge found", QEvent::CursorChange,
+        [](Host &host) { dragEdge(&host, QPoint(699, 499), QPoint(740, 540)); });
+    row("edge left by the release", QEvent::CursorChange, [](Host &host) {
+        host.moment = QEvent::None;
+        hover(&host, QPoint(699, 350));
+        sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350));
+        host.moment = QEvent::CursorChange;
+        sendMouse(&host, QEvent::MouseButtonRelease, QPoint(500, 350));
+    });
+    row("edge left by the state", QEvent::CursorChange, [](Host &host) {
+        host.moment = QEvent::None;
+        hover(&host, QPoint(699, 350));
+        host.moment = QEvent::CursorChange;
+        host.showFullScreen();
+    });
+    row("shadow", QEvent::CursorChange, [](Host &host) {
+        host.moment = QEvent::None;
+        hover(&host, QPoint(300, 350));
+        host.moment = QEvent::CursorChange;
+        host.delegate->setShadowless(false);
+    });
+}
+
+void tst_KestFramelessDelegate::delegateMayDieInWhatItDoes()
+{
+    QFETCH(QEvent::Type, moment);
+    QFETCH(std::function<void(Host &)>, act);
+    Host host;
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(20, 20, 20, 20);
+    host.delegate->setShadowless(true);
+    host.show();
+    const QPointer<KestFramelessDelegate> delegate(host.delegate);
+    host.moment = moment;
+    act(host);
+    QVERIFY(delegate.isNull());
+    QVERIFY(!QWidget::mouseGrabber());
 }
 
 void tst_KestFramelessDelegate::nullBarsAreSkipped()
