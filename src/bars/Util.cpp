@@ -19,15 +19,29 @@ std::shared_ptr<KestWidgetItem> findFirst(const ItemList &items, Predicate predi
     return found == items.cend() ? std::shared_ptr<KestWidgetItem>() : *found;
 }
 
+// The device pixel ratio is 1.
+QPixmap render(const QIcon &icon, const QSize &requested, const QSize &pixels, QIcon::State state)
+{
+    QPixmap pixmap = icon.pixmap(requested, QIcon::Normal, state);
+    pixmap.setDevicePixelRatio(1.0);
+    if (pixmap.size() == pixels)
+        return pixmap;
+    return pixmap.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
 } // namespace
 
 std::shared_ptr<KestWidgetItem> Util::find(QAction *action, const ItemList &items)
 {
+    if (!action)
+        return std::shared_ptr<KestWidgetItem>();
     return findFirst(items, [action](const auto &item) { return item->action() == action; });
 }
 
 std::shared_ptr<KestWidgetItem> Util::find(QWidget *widget, const ItemList &items)
 {
+    if (!widget)
+        return std::shared_ptr<KestWidgetItem>();
     return findFirst(items, [widget](const auto &item) { return item->widget() == widget; });
 }
 
@@ -46,13 +60,14 @@ QPixmap Util::iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State stat
         size = QSize(int(factor * size.width() + 0.9999), maximumHeight);
     }
 
-    QPixmap pixmap = icon.pixmap(available * devicePixelRatio, QIcon::Normal, state);
-    pixmap.setDevicePixelRatio(1.0);
-    const QSize pixels = size * devicePixelRatio;
-    if (pixmap.size() != pixels)
-        pixmap = pixmap.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QPixmap pixmap = render(icon, available * devicePixelRatio, size * devicePixelRatio, state);
     pixmap.setDevicePixelRatio(devicePixelRatio);
     return pixmap;
+}
+
+QPixmap Util::iconPixels(const QIcon &icon, const QSize &pixels)
+{
+    return render(icon, pixels, pixels, QIcon::Off);
 }
 
 void Util::hideAndDeleteLater(QWidget *widget)

@@ -16,16 +16,18 @@
 /*! What the bars, and in part the shells around them, share. */
 namespace Util {
 
-/*! Returns the first of \a items that shows \a action, or an empty pointer. */
+/*! Returns the first of \a items that shows \a action, or an empty pointer. No item shows null, nor
+    does one whose action has died. */
 std::shared_ptr<KestWidgetItem> find(QAction *action,
                                      const QList<std::shared_ptr<KestWidgetItem>> &items);
-/*! Returns the first of \a items whose widget is \a widget, or an empty pointer. */
+/*! Returns the first of \a items whose widget is \a widget, or an empty pointer, also for null. */
 std::shared_ptr<KestWidgetItem> find(QWidget *widget,
                                      const QList<std::shared_ptr<KestWidgetItem>> &items);
 
 /*!
     Inserts \a item in front of the item of \a before, or at the end where there is none, both into
-    \a items and into \a layout, which holds the widgets of the items and nothing else.
+    \a items and into \a layout, which holds the widgets of the items and nothing else. Widgets that
+    others deleted or took away are no longer in the layout.
 */
 template <class Layout, class Item>
 void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
@@ -39,11 +41,17 @@ void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
             break;
         }
     }
+    // The place in the layout is in front of the next widget that is still there.
+    int place = -1;
+    for (int i = index; place < 0 && i < items.size(); ++i) {
+        if (QWidget *next = items.at(i)->widget())
+            place = layout->indexOf(next);
+    }
     items.insert(index, item);
     if (!item->widget())
         return;
-    layout->insertWidget(index, item->widget());
-    if (item->isCustomWidget() && item->action())
+    layout->insertWidget(place, item->widget());
+    if (item->isCustomWidget() && item->widget() && item->action())
         item->widget()->setVisible(item->action()->isVisible());
 }
 
@@ -54,6 +62,10 @@ void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
 */
 QPixmap iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State state,
                    qreal devicePixelRatio);
+
+/*! Returns \a icon, as it is for QIcon::Off, with exactly \a pixels, and a device pixel ratio of
+    1. */
+QPixmap iconPixels(const QIcon &icon, const QSize &pixels);
 
 /*! Hides \a widget at once and has it deleted when control returns to the event loop. Null is
     ignored, and whoever hears of the hiding may delete the widget. */
