@@ -3,6 +3,7 @@
 
 #include "KestMaximumSizeButton.h"
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QStyle>
 
 KestMaximumSizeButton::KestMaximumSizeButton(QWidget *parent) : QPushButton(parent)
@@ -15,7 +16,10 @@ bool KestMaximumSizeButton::maximumSized() const
 
 void KestMaximumSizeButton::setMaximumSized(bool maximumSized)
 {
+    const QPointer<KestMaximumSizeButton> guard(this);
     style()->unpolish(this);
+    if (!guard)
+        return;
     m_maximumSized = maximumSized;
     style()->polish(this);
 }

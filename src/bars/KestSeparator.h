@@ -6,7 +6,9 @@
 
 #include <QtWidgets/QWidget>
 
+QT_BEGIN_NAMESPACE
 class QStyleOption;
+QT_END_NAMESPACE
 
 /*!
     \brief The line that a bar shows for a separator action.

@@ -4,6 +4,7 @@
 #include "KestToolButton.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QPointer>
 #include <QtGui/QPainter>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QStyle>
@@ -14,13 +15,17 @@ class KestToolButtonPrivate
 public:
     bool showToolTips = true;
     bool selected = false;
+    int eventDepth = 0; // how many of the button's own events are being handled
+    bool dismissed = false;
 };
 
 KestToolButton::KestToolButton(QWidget *parent) : QToolButton(parent), d(new KestToolButtonPrivate)
 {
     connect(this, &QAbstractButton::toggled, this, [this] {
+        const QPointer<KestToolButton> guard(this);
         style()->unpolish(this);
-        style()->polish(this);
+        if (guard)
+            style()->polish(this);
     });
 }
 
@@ -52,11 +57,37 @@ void KestToolButton::setSelected(bool selected)
     d->selected = selected;
 }
 
+void KestToolButton::dismiss()
+{
+    if (d->eventDepth == 0) {
+        delete this;
+        return;
+    }
+    d->dismissed = true;
+    hide();
+}
+
 bool KestToolButton::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && !d->showToolTips)
         return true;
-    return QToolButton::event(event);
+    const QPointer<KestToolButton> guard(this);
+    ++d->eventDepth;
+    const bool handled = QToolButton::event(event);
+    if (guard && --d->eventDepth == 0 && d->dismissed)
+        deleteLater();
+    return handled;
+}
+
+void KestToolButton::mouseReleaseEvent(QMouseEvent *event)
+{
+    // A click may delete the button, by deleting the action that it is the default widget of.
+    // QAbstractButton is prepared for that, while QToolButton notes the release afterwards, which
+    // only matters where the press was on the menu's part of the button, and is no click.
+    if (isDown())
+        QAbstractButton::mouseReleaseEvent(event);
+    else
+        QToolButton::mouseReleaseEvent(event);
 }
 
 void KestToolButton::paintEvent(QPaintEvent *)

@@ -35,8 +35,13 @@ public:
     /*! Stores whether the icon is painted in QIcon::Selected mode, from the next repaint on. */
     void setSelected(bool selected);
 
+    /*! Deletes the button at once; inside one of its own events it is hidden instead, and deleted
+        when the outermost of them has been handled. */
+    void dismiss();
+
 protected:
     bool event(QEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -9,83 +9,85 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidgetAction>
 
-namespace {
-
-// What QToolButton::setDefaultAction() does not mirror. Both connections end with the action or the
-// widget, whichever dies first.
-void setWidgetProperty(QAction *action, QWidget *widget)
-{
-    QObject::connect(action, &QAction::changed, widget, [action, widget] {
-        if (widget->parent())
-            widget->setVisible(action->isVisible());
-    });
-    QObject::connect(action, &QObject::objectNameChanged, widget, &QObject::setObjectName);
-}
-
-} // namespace
-
 class KestWidgetItemPrivate
 {
 public:
+    void followVisibility();
+    void followName(Qt::ConnectionType type = Qt::AutoConnection);
+
     // Weak, since a bar's owner may delete actions and widgets at any time.
     QPointer<QAction> action;
     QPointer<QWidget> widget;
     bool customWidget = false;
+    QMetaObject::Connection nameConnection;
 };
+
+void KestWidgetItemPrivate::followVisibility()
+{
+    if (action && widget && widget->parent())
+        widget->setVisible(action->isVisible());
+}
+
+void KestWidgetItemPrivate::followName(Qt::ConnectionType type)
+{
+    nameConnection = QObject::connect(action, &QObject::objectNameChanged, widget,
+                                      &QObject::setObjectName, type);
+}
 
 KestWidgetItem::KestWidgetItem(QAction *action, Qt::Orientation orientation, const QSize &iconSize,
                                QWidget *parent)
-    : QObject(parent), d(new KestWidgetItemPrivate)
+    : d(new KestWidgetItemPrivate)
 {
     d->action = action;
     if (parent) {
         // The item is deleted by its last shared pointer and must not go with its parent before.
         connect(parent, &QObject::destroyed, this, [this] { setParent(nullptr); });
+        setParent(parent);
     }
+    // The bar's filters have heard of its new child.
+    if (!d->action)
+        return;
 
-    KestToolButton *button = nullptr;
     if (auto *widgetAction = qobject_cast<QWidgetAction *>(action)) {
         d->widget = widgetAction->defaultWidget();
         d->customWidget = !d->widget.isNull();
     }
     if (d->customWidget) {
-        button = qobject_cast<KestToolButton *>(d->widget);
-        if (!button) {
-            setWidgetProperty(action, d->widget);
-            return;
+        if (auto *button = qobject_cast<KestToolButton *>(d->widget)) {
+            bindButton(button, iconSize);
+        } else {
+            connect(action, &QAction::changed, this, [this] { d->followVisibility(); });
+            d->followName();
         }
     } else if (action->isSeparator()) {
         d->widget = new KestSeparator(orientation, parent);
+        if (!d->action)
+            return;
         d->widget->setObjectName(action->objectName());
-        connect(action, &QObject::objectNameChanged, this, [this](const QString &name) {
-            if (d->widget)
-                d->widget->setObjectName(name);
-        });
-        return;
+        d->followName();
     } else {
-        button = new KestToolButton(parent);
+        auto *button = new KestToolButton(parent);
         d->widget = button;
+        if (d->action)
+            bindButton(button, iconSize);
     }
-
-    button->setDefaultAction(action);
-    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    button->setObjectName(action->objectName());
-    if (button->parent())
-        button->setVisible(action->isVisible());
-    setWidgetProperty(action, button);
-    button->setIconSize(iconSize);
-    connect(this, &KestWidgetItem::iconSizeChanged, button, &QAbstractButton::setIconSize);
 }
 
 KestWidgetItem::~KestWidgetItem()
 {
-    if (!d->customWidget)
-        delete d->widget;
+    const QPointer<QWidget> widget(d->customWidget ? nullptr : d->widget.data());
+    // Nothing follows the action any more while the widget goes.
+    release();
+    if (auto *button = qobject_cast<KestToolButton *>(widget))
+        button->dismiss();
+    else
+        delete widget;
     delete d;
 }
 
 void KestWidgetItem::release()
 {
+    disconnect(d->nameConnection);
     d->action = nullptr;
     d->widget = nullptr;
 }
@@ -103,4 +105,22 @@ QWidget *KestWidgetItem::widget() const
 bool KestWidgetItem::isCustomWidget() const
 {
     return d->customWidget;
+}
+
+// What QToolButton::setDefaultAction() does not mirror is followed by the item, and ends with it.
+void KestWidgetItem::bindButton(KestToolButton *button, const QSize &iconSize)
+{
+    QAction *const action = d->action;
+    connect(action, &QAction::changed, this, [this] { d->followVisibility(); });
+    connect(this, &KestWidgetItem::iconSizeChanged, button, &QAbstractButton::setIconSize);
+    // A button that comes with its action follows the name already.
+    d->followName(Qt::UniqueConnection);
+
+    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    button->setIconSize(iconSize);
+    button->setDefaultAction(action);
+    // From here on others hear of the button, and may delete it or its action.
+    if (d->action && d->widget)
+        button->setObjectName(action->objectName());
+    d->followVisibility();
 }

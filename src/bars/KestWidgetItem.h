@@ -6,10 +6,14 @@
 
 #include <QtCore/QObject>
 
-class KestWidgetItemPrivate;
+QT_BEGIN_NAMESPACE
 class QAction;
 class QSize;
 class QWidget;
+QT_END_NAMESPACE
+
+class KestToolButton;
+class KestWidgetItemPrivate;
 
 /*!
     \brief Binds one action to the widget that shows it on a bar, and owns that widget.
@@ -17,7 +21,7 @@ class QWidget;
     A QWidgetAction is shown by its default widget, which stays its own; a separator by a
     KestSeparator; any other action by a KestToolButton. The widget's object name follows the
     action's, so that style sheets address a bar's buttons by the names of their actions, and but
-    for separators its visibility follows the action's too.
+    for separators its visibility follows the action's too, for as long as there is the item.
 
     Bars hold items by std::shared_ptr.
 */
@@ -32,7 +36,8 @@ public:
     */
     KestWidgetItem(QAction *action, Qt::Orientation orientation, const QSize &iconSize,
                    QWidget *parent);
-    /*! Deletes the widget, unless it is an action's own. */
+    /*! Deletes the widget, unless it is an action's own; a button that is inside one of its own
+        events is deleted later. */
     ~KestWidgetItem() override;
 
     /*! Lets go of action and widget: nothing is deleted with the item any more. */
@@ -52,6 +57,8 @@ Q_SIGNALS:
 
 private:
     Q_DISABLE_COPY(KestWidgetItem)
+    void bindButton(KestToolButton *button, const QSize &iconSize);
+
     KestWidgetItemPrivate *d;
 };
 
