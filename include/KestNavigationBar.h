@@ -31,12 +31,16 @@ class KestNavigationBarPrivate;
 
     Each group keeps its own order and counts its own indexes from 0, the leftmost. An index that
     is out of range appends. A position that is none of the three groups counts no entries, and an
-    action that is added there gets no widget.
+    action that is added there gets no place on the bar.
 
     The group is kept in the action's dynamic property "Kest_ActionPosition", which must be left
     alone while the action is on the bar; an action without it, such as one added by
     QWidget::addAction(), goes to the left group. A button's object name is its action's: give the
     help entry the name \c help to have it themed by the library's style sheets.
+
+    An action that is on the bar already is moved by adding it again. With a removed entry goes its
+    button; the default widget of a QWidgetAction, that of a logo or user entry included, belongs to
+    its action, and is left hidden and without a parent.
 
     The bar is 50 pixels high.
 */
@@ -105,7 +109,7 @@ public:
     int count(ActionPosition position) const;
     /*! Returns the action of entry \a index of the group at \a position, or null. */
     QAction *actionAt(int index, ActionPosition position) const;
-    /*! Returns the index of \a action within its group, or -1 when it is on none. */
+    /*! Returns the index of \a action within its group, or -1 when it is on none, as null is. */
     int indexOf(QAction *action) const;
     /*! Returns the geometry of the widget that shows \a action, in the bar's coordinates, or a null
         rectangle when there is none. */

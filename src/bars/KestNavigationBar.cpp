@@ -7,6 +7,7 @@
 #include "KestUserButton.h"
 #include "Util.h"
 
+#include <QtCore/QPointer>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
 #include <QtGui/QActionEvent>
@@ -79,7 +80,12 @@ KestNavigationBar::KestNavigationBar(QWidget *parent)
 
 KestNavigationBar::~KestNavigationBar()
 {
-    // The items delete their widgets while those still exist.
+    // The items delete their buttons while those still exist, and a button that has the focus
+    // passes it on: whoever hears of that finds lists without the item.
+    for (KestNavigationBarPrivate::Group &group : d->groups) {
+        while (!group.items.isEmpty())
+            group.items.takeLast();
+    }
     delete d;
 }
 
@@ -105,8 +111,19 @@ void KestNavigationBar::insertAction(int index, QAction *action, ActionPosition 
 {
     if (!action)
         return;
-    action->setProperty(PositionProperty, int(position));
-    QWidget::insertAction(actionAt(index, position), action);
+    QAction *before = actionAt(index, position);
+    if (before == action)
+        before = actionAt(index + 1, position);
+    const QPointer<KestNavigationBar> guard(this);
+    const QPointer<QAction> added(action);
+    const QPointer<QAction> next(before);
+    // An action that is on the bar leaves its group while it still names that one.
+    removeAction(action);
+    if (!guard || !added)
+        return;
+    added->setProperty(PositionProperty, int(position));
+    if (guard && added)
+        QWidget::insertAction(next, added);
 }
 
 QAction *KestNavigationBar::insertAction(int index, const QIcon &icon, const QString &text,
@@ -231,19 +248,23 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
         return;
     QAction *const action = event->action();
     KestNavigationBarPrivate::Group *const group = d->group(positionOf(action));
-    if (!group)
-        return;
+    const QPointer<KestNavigationBar> guard(this);
 
     if (event->type() == QEvent::ActionAdded) {
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->iconSize, this);
+        // Whoever heard of the new widget may have taken the action away again. One that belongs to
+        // no group is bound to its widget, but gets no place on the bar.
+        if (!guard || !group || !actions().contains(item->action()))
+            return;
         connect(this, &KestNavigationBar::iconSizeChanged, item.get(),
                 &KestWidgetItem::iconSizeChanged);
         Util::addItem(item, group->items, event->before(), group->layout);
         return;
     }
 
-    const std::shared_ptr<KestWidgetItem> item = Util::find(action, group->items);
+    const std::shared_ptr<KestWidgetItem> item =
+        group ? Util::find(action, group->items) : std::shared_ptr<KestWidgetItem>();
     if (!item)
         return;
     group->items.removeOne(item);
@@ -251,9 +272,10 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
     if (!widget)
         return;
     group->layout->removeWidget(widget);
-    if (item->isCustomWidget()) {
-        // It belongs to its action, which may be put on a bar again.
+    // It belongs to its action, which may be put on a bar again; unless it is elsewhere already.
+    if (item->isCustomWidget() && widget->parentWidget() == this) {
         widget->hide();
-        widget->setParent(nullptr);
+        if (guard && item->widget() && widget->parentWidget() == this && widget->isHidden())
+            widget->setParent(nullptr);
     }
 }
