@@ -29,7 +29,7 @@ QSize KestUserButton::sizeHint() const
     QStyleOptionToolButton option;
     initStyleOption(&option);
     const int around = width() - contents(option).width();
-    return QSize(around + iconSize().width() + Gap + doTextRect(option).width(), -1);
+    return QSize(around + iconWidth() + Gap + line(option).width(), -1);
 }
 
 QSize KestUserButton::minimumSizeHint() const
@@ -60,22 +60,19 @@ void KestUserButton::paintEvent(QPaintEvent *)
 QRect KestUserButton::doIconRect(const QStyleOptionToolButton &option) const
 {
     // On one line with the text, where there is any.
-    QRect rect = contents(option);
-    if (!text().isEmpty()) {
-        const QRect line = doTextRect(option);
-        rect.setTop(line.top());
-        rect.setBottom(line.bottom());
-    }
-    rect.setWidth(iconSize().width());
-    return QStyle::visualRect(option.direction, option.rect, rect);
+    const QRect area = contents(option);
+    QRect rect = text().isEmpty() ? area : line(option);
+    rect.moveLeft(area.left());
+    rect.setWidth(iconWidth());
+    return QStyle::visualRect(option.direction, area, rect);
 }
 
 QRect KestUserButton::doTextRect(const QStyleOptionToolButton &option) const
 {
     const QRect area = contents(option);
-    QRect rect = option.fontMetrics.boundingRect(area, Qt::TextDontClip, text());
-    rect.moveLeft(area.left() + iconSize().width() + Gap);
-    return QStyle::visualRect(option.direction, option.rect, rect);
+    QRect rect = line(option);
+    rect.moveLeft(area.left() + iconWidth() + Gap);
+    return QStyle::visualRect(option.direction, area, rect);
 }
 
 QRect KestUserButton::contents(const QStyleOptionToolButton &option) const
@@ -87,4 +84,15 @@ QRect KestUserButton::contents(const QStyleOptionToolButton &option) const
     // in the middle of the button.
     const int height = qMax(iconSize().height(), option.fontMetrics.height());
     return QRect(0, (option.rect.height() - height) / 2, option.rect.width(), height);
+}
+
+// The text's size and height in the contents.
+QRect KestUserButton::line(const QStyleOptionToolButton &option) const
+{
+    return option.fontMetrics.boundingRect(contents(option), Qt::TextDontClip, text());
+}
+
+int KestUserButton::iconWidth() const
+{
+    return qBound(0, iconSize().width(), QWIDGETSIZE_MAX);
 }

@@ -6,7 +6,9 @@
 
 #include "KestToolButton.h"
 
+QT_BEGIN_NAMESPACE
 class QStyleOptionToolButton;
+QT_END_NAMESPACE
 
 /*! \brief The navigation bar's user entry: icon and text side by side, on the panel of a tool
     button. */
@@ -33,6 +35,8 @@ protected:
 private:
     Q_DISABLE_COPY(KestUserButton)
     QRect contents(const QStyleOptionToolButton &option) const;
+    QRect line(const QStyleOptionToolButton &option) const;
+    int iconWidth() const;
 };
 
 #endif // KESTUSERBUTTON_H
