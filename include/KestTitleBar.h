@@ -14,6 +14,9 @@ QT_END_NAMESPACE
 
 class KestTitleBarPrivate;
 class Ui_KestTitleBar;
+QT_END_NAMESPACE
+
+class KestTitleBarPrivate;
 
 /*!
     \class KestTitleBar
@@ -30,10 +33,17 @@ class Ui_KestTitleBar;
     \endcode
 
     The bar watches its parent, which is usually the window, for its title, icon, state and size,
-    and acts on window().
+    and acts on window(). A bar that is put into another widget watches that one from then on. The
+    title is painted as Qt hands it to the window system: with the mark of a modified window in
+    place of "[*]", and the name of the file where the window has only a file path.
 
     An action is on the bar for as long as it does not change: set its text, icon and state before
-    it is added. An action that changes later leaves the bar.
+    it is added. An action that changes later leaves the bar. With the entry goes its button; the
+    default widget of a QWidgetAction belongs to its action, and stays visible where it was until
+    the host hides or moves it.
+
+    Right to left, everything is mirrored as a whole: what is said here of the left holds for the
+    right then.
 
     The three buttons have no icons of their own: style sheets give them their glyphs by the object
     names \c minimumSizeBtn, \c maximumSizeBtn and \c closeBtn, and by the property
@@ -48,8 +58,14 @@ class KEST_EXPORT KestTitleBar : public QWidget
     Q_PROPERTY(QSize actionIconSize READ getActionIconSize WRITE setActionIconSize)
 
 public:
-    /*! Constructs a title bar in and for \a parent. Without a parent, or with one that is not a
-        window, there is no window to follow. */
+    /*!
+        Constructs a title bar in and for \a parent.
+
+        Without a parent there is nothing to follow: the bar has neither icon nor title, and its
+        buttons act on the bar itself, until it is put into a widget, as setTitleBar() of the
+        windows does. Of a parent that is not a window it shows that widget's own title, icon and
+        state, while its buttons act on the window around it.
+    */
     explicit KestTitleBar(QWidget *parent = nullptr);
     ~KestTitleBar() override;
 
@@ -82,7 +98,8 @@ public:
     /*! Returns where the icon stands, in pixels: the width is its left offset, the height the
         least room above and below it; 8 x 4 by default. */
     QSize getIconPos() const;
-    /*! Stores where the icon stands; it takes effect with the next change of layout and repaint. */
+    /*! Stores where the icon stands; the icon moves there with the next repaint, and the room for
+        it with the next change of the icon. */
     void setIconPos(QSize pos);
 
     /*! Returns the left offset of the icon, in pixels. */
@@ -120,18 +137,14 @@ protected:
 
     /*!
         Returns where the icon is painted. It is scaled by the rate that the dynamic property
-        "geoRate" holds, and fitted into the height of the bar.
+        "geoRate" holds, and fitted into the height of the bar. A rate that is not finite counts as
+        1.
     */
     QRect doIconRect() const;
 
 private:
     Q_DISABLE_COPY(KestTitleBar)
     friend class KestWinFramelessDelegate; // the icon is the system menu's handle
-
-    void releaseMaximumSizeButton();
-    qreal scaleRate() const;
-    void setLeftMargin(int margin);
-    int titlePosition(int textWidth) const;
 
     Ui_KestTitleBar *ui;
     KestTitleBarPrivate *d;

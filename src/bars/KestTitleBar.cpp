@@ -3,6 +3,8 @@
 
 #include "KestTitleBar.h"
 
+#include "KestMaximumSizeButton.h"
+#include "MenuBarItem.h"
 #include "Util.h"
 #include "ui_KestTitleBar.h"
 
@@ -14,6 +16,7 @@
 #include <QtGui/QCursor>
 #include <QtGui/QPainter>
 #include <QtGui/QPixmap>
+#include <QtGui/QWindow>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
@@ -21,14 +24,69 @@
 namespace {
 
 const int IconGap = 16; // pixels between the icon and what follows it
+const int MaximumIconPixels = 512; // device pixels that an icon is rendered with on either side
 
 const char GeoRateProperty[] = "geoRate";
+
+// Whatever a host stores, sums of a few lengths stay within an int.
+int bounded(int length)
+{
+    return qBound(-QWIDGETSIZE_MAX, length, QWIDGETSIZE_MAX);
+}
+
+void swapSides(QLayout *layout)
+{
+    const QMargins margins = layout->contentsMargins();
+    layout->setContentsMargins(margins.right(), margins.top(), margins.left(), margins.bottom());
+}
+
+// What Qt hands to the window system as the caption: every odd run of placeholders ends in the mark
+// of a modified window, and a pair stands for a placeholder that is meant to be read.
+QString caption(const QWidget *window)
+{
+    const QLatin1String placeholder("[*]");
+    QString title = window->windowTitle();
+    int from = title.indexOf(placeholder);
+    if (from < 0)
+        return title;
+    const bool marked = window->isWindowModified()
+        && window->style()->styleHint(QStyle::SH_TitleBar_ModifyNotification, nullptr, window);
+    while (from >= 0) {
+        int end = from;
+        while (title.midRef(end).startsWith(placeholder))
+            end += placeholder.size();
+        if ((end - from) / placeholder.size() % 2 == 1) {
+            title.replace(end - placeholder.size(), placeholder.size(),
+                          marked ? QWidget::tr("*") : QString());
+        }
+        from = title.indexOf(placeholder, end);
+    }
+    return title.replace(QLatin1String("[*][*]"), placeholder);
+}
 
 } // namespace
 
 class KestTitleBarPrivate
 {
 public:
+    explicit KestTitleBarPrivate(KestTitleBar *bar) : q(bar) { }
+
+    QSize pixmapSize() const;
+    QSize position() const;
+    qreal scaleRate() const;
+    QRect iconRect() const;
+    const QPixmap &drawnIcon(const QSize &size);
+    int titlePosition(int textWidth) const;
+    QRect mirrored(const QRect &rect) const;
+
+    void setIcon(const QIcon &newIcon, const QPixmap &pixmap);
+    void setLeftMargin(int margin);
+    void makeRoomForIcon();
+    void followParent();
+    void followState();
+    void releaseMaximumSizeButton();
+
+    KestTitleBar *const q;
     QPixmap iconPixmap;
     QPointer<QMenuBar> menuBar;
     bool iconVisible = true;
@@ -38,29 +96,163 @@ public:
     QSize iconPos = QSize(8, 4);
     QSize actionIconSize = QSize(32, 32);
 
-    // In device-independent pixels.
-    QSize pixmapSize() const
-    {
-        return (QSizeF(iconPixmap.size()) / iconPixmap.devicePixelRatio()).toSize();
-    }
+    QIcon icon; // what the pixmap was taken from; null where it is the host's own
+    QPixmap scaledPixmap; // the same icon, with the pixels for another size
+    QSize scaledPixels;
+
+    QPointer<QWidget> watched;
+    QMetaObject::Connection captionConnection;
+    // Weak, since they can be found, and deleted, by their names.
+    QPointer<QWidget> closeBtn;
+    QPointer<QWidget> minimumSizeBtn;
+    QPointer<KestMaximumSizeButton> maximumSizeBtn;
 };
 
+// In device-independent pixels.
+QSize KestTitleBarPrivate::pixmapSize() const
+{
+    return (QSizeF(iconPixmap.size()) / iconPixmap.devicePixelRatio()).toSize();
+}
+
+QSize KestTitleBarPrivate::position() const
+{
+    return QSize(bounded(iconPos.width()), bounded(iconPos.height()));
+}
+
+qreal KestTitleBarPrivate::scaleRate() const
+{
+    const QVariant property = q->property(GeoRateProperty);
+    const qreal rate = property.isNull() ? 1.0 : property.toReal();
+    return qIsFinite(rate) ? rate : 1.0;
+}
+
+// As it is from left to right.
+QRect KestTitleBarPrivate::iconRect() const
+{
+    const QSize unscaled = pixmapSize();
+    const qreal largest =
+        qreal(QWIDGETSIZE_MAX) / qMax(1, qMax(unscaled.width(), unscaled.height()));
+    const qreal factor = qBound(-largest, scaleRate(), largest);
+    QSize size(qRound(unscaled.width() * factor), qRound(unscaled.height() * factor));
+    const int room = q->height() - 2 * position().height();
+    if (room < size.height()) {
+        size = size.scaled(QSize(size.width(), room), Qt::KeepAspectRatio);
+        size = QSize(bounded(size.width()), bounded(size.height()));
+    }
+    return QRect(QPoint(position().width(), (q->height() - size.height()) / 2), size);
+}
+
+// The pixmap as it is painted in the given size: the window's icon with the pixels for it.
+const QPixmap &KestTitleBarPrivate::drawnIcon(const QSize &size)
+{
+    if (icon.isNull() || size == pixmapSize() || size.isEmpty())
+        return iconPixmap;
+    QSize pixels = size * q->devicePixelRatioF();
+    const int most = qMax(MaximumIconPixels, qMax(iconPixmap.width(), iconPixmap.height()));
+    if (pixels.width() > most || pixels.height() > most)
+        pixels = pixels.scaled(most, most, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    if (pixels != scaledPixels) {
+        scaledPixels = pixels;
+        scaledPixmap = Util::iconPixels(icon, pixels);
+    }
+    return scaledPixmap;
+}
+
+// As it is from left to right.
+int KestTitleBarPrivate::titlePosition(int textWidth) const
+{
+    if (!menuBar)
+        return position().width() + iconRect().width() + IconGap;
+    const int menuRight = mirrored(menuBar->geometry()).right();
+    const int centered = (q->width() - textWidth) / 2;
+    // A title that would run into the menu bar moves to the left of the free space's middle.
+    return centered > menuRight ? centered : (q->width() - menuRight - textWidth) / 2;
+}
+
+// Every position holds from the edge that the reading starts at.
+QRect KestTitleBarPrivate::mirrored(const QRect &rect) const
+{
+    return QStyle::visualRect(q->layoutDirection(), q->rect(), rect);
+}
+
+void KestTitleBarPrivate::setIcon(const QIcon &newIcon, const QPixmap &pixmap)
+{
+    icon = newIcon;
+    iconPixmap = pixmap;
+    scaledPixmap = QPixmap();
+    scaledPixels = QSize();
+    makeRoomForIcon();
+    q->update();
+}
+
+void KestTitleBarPrivate::setLeftMargin(int margin)
+{
+    const bool mirror = q->isRightToLeft();
+    q->layout()->setContentsMargins(mirror ? 0 : margin, 0, mirror ? margin : 0, 0);
+}
+
+void KestTitleBarPrivate::makeRoomForIcon()
+{
+    setLeftMargin(pixmapSize().width() + position().width() + IconGap);
+}
+
+void KestTitleBarPrivate::followParent()
+{
+    QWidget *const parent = q->parentWidget();
+    if (watched == parent)
+        return;
+    if (watched)
+        watched->removeEventFilter(q);
+    watched = parent;
+    if (!parent)
+        return;
+    parent->installEventFilter(q);
+    q->updateWindowIcon();
+    q->update();
+    followState();
+}
+
+void KestTitleBarPrivate::followState()
+{
+    const QWidget *const parent = q->parentWidget();
+    if (parent && maximumSizeBtn)
+        maximumSizeBtn->setMaximumSized(parent->windowState() & Qt::WindowMaximized);
+}
+
+void KestTitleBarPrivate::releaseMaximumSizeButton()
+{
+    if (!maximumSizeBtn || !maximumSizeBtn->underMouse()
+        || maximumSizeBtn->rect().contains(maximumSizeBtn->mapFromGlobal(QCursor::pos())))
+        return;
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(maximumSizeBtn, &leave);
+}
+
 KestTitleBar::KestTitleBar(QWidget *parent)
-    : QWidget(parent), ui(new Ui_KestTitleBar), d(new KestTitleBarPrivate)
+    : QWidget(parent), ui(new Ui_KestTitleBar), d(new KestTitleBarPrivate(this))
 {
     ui->setupUi(this);
+    d->closeBtn = ui->closeBtn;
+    d->minimumSizeBtn = ui->minimumSizeBtn;
+    d->maximumSizeBtn = ui->maximumSizeBtn;
+    if (isRightToLeft())
+        swapSides(ui->actionLayout);
     setFocusPolicy(Qt::StrongFocus);
     connect(ui->closeBtn, &QAbstractButton::clicked, this, &KestTitleBar::onCloseBtn);
     connect(ui->minimumSizeBtn, &QAbstractButton::clicked, this, &KestTitleBar::onMinimumSizeBtn);
     connect(ui->maximumSizeBtn, &QAbstractButton::clicked, this, &KestTitleBar::onMaximumSizeBtn);
-    if (parent)
-        parent->installEventFilter(this);
+    d->followParent();
 }
 
 KestTitleBar::~KestTitleBar()
 {
+    // The last chance for others to hear of anything, while everything is still there: the items
+    // delete their buttons, and a button that has the focus passes it on.
+    if (d->watched)
+        d->watched->removeEventFilter(this);
+    while (!d->items.isEmpty())
+        d->items.takeLast();
     delete ui;
-    // The items delete their widgets while those still exist.
     delete d;
 }
 
@@ -68,25 +260,34 @@ void KestTitleBar::setMenuBar(QMenuBar *menuBar)
 {
     if (d->menuBar == menuBar)
         return;
-    Util::hideAndDeleteLater(d->menuBar);
-    if (d->menuBar)
-        d->menuBar->setParent(nullptr);
+    const QPointer<QMenuBar> old(d->menuBar);
+    const QPointer<KestTitleBar> guard(this);
     d->menuBar = menuBar;
-    if (menuBar) {
-        menuBar->setAutoFillBackground(false);
-        menuBar->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-        ui->menuLayout->addWidget(menuBar);
-    }
     update();
+    Util::hideAndDeleteLater(old);
+    if (old)
+        old->setParent(nullptr);
+    // Whoever heard of that may have set another one.
+    if (!guard || !d->menuBar || d->menuBar != menuBar)
+        return;
+    menuBar->setAutoFillBackground(false);
+    menuBar->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    ui->menuLayout->addWidget(menuBar);
+    // Whoever heard of its new parent may have deleted it, or the bar.
+    if (guard && d->menuBar && d->menuBar == menuBar) {
+        delete ui->menuLayout->takeAt(ui->menuLayout->indexOf(menuBar));
+        ui->menuLayout->addItem(new MenuBarItem(menuBar));
+    }
 }
 
 QMenuBar *KestTitleBar::menuBar() const
 {
-    if (!d->menuBar) {
-        auto *self = const_cast<KestTitleBar *>(this);
-        self->setMenuBar(new QMenuBar(self));
-    }
-    return d->menuBar;
+    if (d->menuBar)
+        return d->menuBar;
+    auto *self = const_cast<KestTitleBar *>(this);
+    const QPointer<QMenuBar> created(new QMenuBar(self));
+    self->setMenuBar(created);
+    return created;
 }
 
 bool KestTitleBar::iconIsVisible() const
@@ -97,7 +298,11 @@ bool KestTitleBar::iconIsVisible() const
 void KestTitleBar::setIconVisible(bool visible)
 {
     d->iconVisible = visible;
-    setLeftMargin(visible ? d->pixmapSize().width() + d->iconPos.width() + IconGap : 0);
+    if (visible)
+        d->makeRoomForIcon();
+    else
+        d->setLeftMargin(0);
+    update();
 }
 
 QSize KestTitleBar::iconSize() const
@@ -113,10 +318,8 @@ void KestTitleBar::setIconSize(const QSize &size)
 void KestTitleBar::setIconPixmap(const QPixmap &pixmap)
 {
     d->iconVisible = false;
-    d->iconPixmap = pixmap;
     d->customIcon = true;
-    setLeftMargin(d->pixmapSize().width() + d->iconPos.width() + IconGap);
-    update();
+    d->setIcon(QIcon(), pixmap);
 }
 
 QSize KestTitleBar::getIconPos() const
@@ -154,11 +357,7 @@ void KestTitleBar::updateWindowIcon()
     const QIcon icon = parentWidget()->windowIcon();
     if (icon.availableSizes(QIcon::Normal, QIcon::Off).isEmpty())
         return;
-    // With the pixels for the size that it is scaled to when it is painted.
-    d->iconPixmap = Util::iconPixmap(icon, d->iconSize.height(), QIcon::Off,
-                                     devicePixelRatioF() * qMax(1.0, scaleRate()));
-    setLeftMargin(d->pixmapSize().width() + d->iconPos.width() + IconGap);
-    update();
+    d->setIcon(icon, Util::iconPixmap(icon, d->iconSize.height(), QIcon::Off, devicePixelRatioF()));
 }
 
 void KestTitleBar::onCloseBtn()
@@ -168,14 +367,21 @@ void KestTitleBar::onCloseBtn()
 
 void KestTitleBar::onMaximumSizeBtn()
 {
+    const QPointer<KestTitleBar> guard(this);
+    const QPointer<QWidget> button(d->maximumSizeBtn);
     // The window jumps away below the pointer, and the button would never hear that it left.
-    ui->maximumSizeBtn->hide();
-    ui->maximumSizeBtn->setAttribute(Qt::WA_UnderMouse, false);
+    if (button)
+        button->hide();
+    if (button)
+        button->setAttribute(Qt::WA_UnderMouse, false);
+    if (!guard)
+        return;
     if (window()->isMaximized() || window()->isFullScreen())
         window()->showNormal();
     else
         window()->showMaximized();
-    ui->maximumSizeBtn->show();
+    if (button)
+        button->show();
 }
 
 void KestTitleBar::onMinimumSizeBtn()
@@ -185,28 +391,56 @@ void KestTitleBar::onMinimumSizeBtn()
 
 bool KestTitleBar::event(QEvent *event)
 {
-    if (event->type() == QEvent::DynamicPropertyChange
-        && static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == GeoRateProperty) {
-        updateWindowIcon();
+    switch (event->type()) {
+    case QEvent::DynamicPropertyChange:
+        if (static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == GeoRateProperty)
+            update();
+        break;
+    case QEvent::LayoutDirectionChange:
+        swapSides(ui->horizontalLayout);
+        swapSides(ui->actionLayout);
+        update();
+        break;
+    case QEvent::ParentChange: {
+        const QPointer<KestTitleBar> guard(this);
+        d->followParent();
+        if (!guard)
+            return true;
+        break;
+    }
+    default:
+        break;
     }
     return QWidget::event(event);
 }
 
 void KestTitleBar::showEvent(QShowEvent *event)
 {
-    setAttribute(Qt::WA_Mapped);
-    if (const QWidget *parent = parentWidget()) {
-        // Buttons are only hidden here: whoever hid one for another reason wants it hidden.
-        const Qt::WindowFlags flags = parent->windowFlags();
-        if (!flags.testFlag(Qt::WindowCloseButtonHint))
-            ui->closeBtn->hide();
-        if (!flags.testFlag(Qt::WindowMinimizeButtonHint))
-            ui->minimumSizeBtn->hide();
-        if (!flags.testFlag(Qt::WindowMaximizeButtonHint))
-            ui->maximumSizeBtn->hide();
-        ui->maximumSizeBtn->setMaximumSized(parent->windowState() & Qt::WindowMaximized);
-    }
     QWidget::showEvent(event);
+    setAttribute(Qt::WA_Mapped);
+    const QWidget *const parent = parentWidget();
+    if (!parent)
+        return;
+    // Setting only a file path changes the caption without an event.
+    disconnect(d->captionConnection);
+    if (const QWindow *handle = parent->windowHandle()) {
+        d->captionConnection =
+            connect(handle, &QWindow::windowTitleChanged, this, qOverload<>(&QWidget::update));
+    }
+    // Buttons are only hidden here: whoever hid one for another reason wants it hidden.
+    const QPointer<KestTitleBar> guard(this);
+    const Qt::WindowFlags flags = parent->windowFlags();
+    const std::pair<Qt::WindowType, QPointer<QWidget>> buttons[] = {
+        { Qt::WindowCloseButtonHint, d->closeBtn },
+        { Qt::WindowMinimizeButtonHint, d->minimumSizeBtn },
+        { Qt::WindowMaximizeButtonHint, d->maximumSizeBtn.data() }
+    };
+    for (const auto &[hint, button] : buttons) {
+        if (button && !flags.testFlag(hint))
+            button->hide();
+    }
+    if (guard)
+        d->followState();
 }
 
 void KestTitleBar::paintEvent(QPaintEvent *)
@@ -216,26 +450,33 @@ void KestTitleBar::paintEvent(QPaintEvent *)
     option.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
 
-    if (!d->iconPixmap.isNull() && (d->iconVisible || d->customIcon))
-        painter.drawPixmap(doIconRect(), d->iconPixmap);
+    if (!d->iconPixmap.isNull() && (d->iconVisible || d->customIcon)) {
+        const QRect rect = doIconRect();
+        painter.drawPixmap(rect, d->drawnIcon(rect.size()));
+    }
 
     if (!parentWidget())
         return;
-    const QString title = parentWidget()->windowTitle();
+    const QString title = caption(parentWidget());
     const int textWidth = fontMetrics().size(Qt::TextSingleLine, title).width();
     painter.setFont(font());
     painter.setPen(palette().brush(QPalette::Current, QPalette::WindowText).color());
     QTextOption textOption(Qt::AlignHCenter | Qt::AlignVCenter);
     textOption.setWrapMode(QTextOption::NoWrap);
-    painter.drawText(QRectF(titlePosition(textWidth), 0, textWidth, height()), title, textOption);
+    const QRect rect(d->titlePosition(textWidth), 0, textWidth, height());
+    painter.drawText(QRectF(d->mirrored(rect)), title, textOption);
 }
 
 void KestTitleBar::actionEvent(QActionEvent *event)
 {
     QAction *const action = event->action();
     if (event->type() == QEvent::ActionAdded) {
+        const QPointer<KestTitleBar> guard(this);
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->actionIconSize, this);
+        // Whoever heard of the new widget may have taken the action away again.
+        if (!guard || !actions().contains(item->action()))
+            return;
         connect(this, &KestTitleBar::actionIconSizeChanged, item.get(),
                 &KestWidgetItem::iconSizeChanged);
         Util::addItem(item, d->items, event->before(), ui->actionLayout);
@@ -257,21 +498,24 @@ bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
     const auto *window = static_cast<QWidget *>(watched);
     switch (event->type()) {
     case QEvent::WindowStateChange:
-        ui->maximumSizeBtn->setMaximumSized(window->windowState() & Qt::WindowMaximized);
+        d->followState();
         break;
     case QEvent::WindowIconChange:
     case QEvent::ApplicationWindowIconChange:
         updateWindowIcon();
         break;
     case QEvent::WindowTitleChange:
+    case QEvent::ModifiedChange:
         update();
         break;
     case QEvent::Resize:
-        if (window->windowFlags().testFlag(Qt::WindowMaximizeButtonHint))
-            ui->maximumSizeBtn->setHidden(window->minimumSize() == window->maximumSize());
+        if (!d->maximumSizeBtn)
+            break;
         // A window manager maximises in its own time, long after the button was shown again.
-        if (ui->maximumSizeBtn->underMouse())
-            QTimer::singleShot(0, this, [this] { releaseMaximumSizeButton(); });
+        if (d->maximumSizeBtn->underMouse())
+            QTimer::singleShot(0, this, [this] { d->releaseMaximumSizeButton(); });
+        if (window->windowFlags().testFlag(Qt::WindowMaximizeButtonHint))
+            d->maximumSizeBtn->setHidden(window->minimumSize() == window->maximumSize());
         break;
     default:
         break;
@@ -281,41 +525,5 @@ bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
 
 QRect KestTitleBar::doIconRect() const
 {
-    const qreal factor = scaleRate();
-    const QSize pixmapSize = d->pixmapSize();
-    QSize size(qRound(pixmapSize.width() * factor), qRound(pixmapSize.height() * factor));
-    const int room = height() - 2 * d->iconPos.height();
-    if (room < size.height())
-        size = size.scaled(QSize(size.width(), room), Qt::KeepAspectRatio);
-    return QRect(QPoint(d->iconPos.width(), (height() - size.height()) / 2), size);
-}
-
-void KestTitleBar::releaseMaximumSizeButton()
-{
-    QWidget *const button = ui->maximumSizeBtn;
-    if (!button->underMouse() || button->rect().contains(button->mapFromGlobal(QCursor::pos())))
-        return;
-    QEvent leave(QEvent::Leave);
-    QCoreApplication::sendEvent(button, &leave);
-}
-
-qreal KestTitleBar::scaleRate() const
-{
-    const QVariant rate = property(GeoRateProperty);
-    return rate.isNull() ? 1.0 : rate.toReal();
-}
-
-void KestTitleBar::setLeftMargin(int margin)
-{
-    ui->horizontalLayout->setContentsMargins(margin, 0, 0, 0);
-}
-
-int KestTitleBar::titlePosition(int textWidth) const
-{
-    if (!d->menuBar)
-        return d->iconPos.width() + doIconRect().width() + IconGap;
-    const int menuRight = d->menuBar->geometry().right();
-    const int centered = (width() - textWidth) / 2;
-    // A title that would run into the menu bar moves to the left of the free space's middle.
-    return centered > menuRight ? centered : (width() - menuRight - textWidth) / 2;
+    return d->mirrored(d->iconRect());
 }

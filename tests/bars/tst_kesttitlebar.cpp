@@ -6,20 +6,29 @@
 #include "KestMaximumSizeButton.h"
 #include "KestSeparator.h"
 #include "KestToolButton.h"
+#include "OnEvent.h"
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtCore/QTranslator>
+#include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
+#include <QtGui/QShowEvent>
+#include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
+#include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidgetAction>
+
+#include <limits>
 
 namespace {
 
@@ -91,6 +100,37 @@ QImage painted(KestTitleBar *bar)
     return image;
 }
 
+// An icon that can be drawn in any size, and notes the largest one that it was asked for.
+class Drawing : public QIconEngine
+{
+public:
+    Drawing(const QSize &size, QSize *largest) : m_size(size), m_largest(largest) { }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode, QIcon::State) override
+    {
+        painter->fillRect(rect, Qt::red);
+    }
+    QPixmap pixmap(const QSize &size, QIcon::Mode, QIcon::State) override
+    {
+        *m_largest = m_largest->expandedTo(size);
+        QPixmap result(size);
+        result.fill(Qt::red);
+        return result;
+    }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) const override { return { m_size }; }
+    QIconEngine *clone() const override { return new Drawing(*this); }
+
+private:
+    QSize m_size;
+    QSize *m_largest;
+};
+
+QRect mirrored(const QWidget *widget, const QRect &rect)
+{
+    return QRect(widget->width() - rect.left() - rect.width(), rect.top(), rect.width(),
+                 rect.height());
+}
+
 QImage expectedPainting(KestTitleBar *bar, const QString &title, int x, const QRect &iconRect,
                         const QPixmap &iconPixmap)
 {
@@ -150,11 +190,33 @@ private Q_SLOTS:
     void iconRect();
     void iconIsSharpAtHigherScales();
 
+    void iconIsRepaintedWhenItComesAndGoes();
+    void rateMakesTheSameIconSharper();
+    void rateLeavesAPixmapOfTheHosts();
+    void rateNeverMakesAHugePicture_data();
+    void rateNeverMakesAHugePicture();
+    void ratesWithoutSenseDoNoHarm_data();
+    void ratesWithoutSenseDoNoHarm();
+    void extremePositionsDoNoHarm_data();
+    void extremePositionsDoNoHarm();
+
     void titleFollowsTheIcon();
     void titleIsCentredBesideANarrowMenuBar();
     void titleMovesAsideForAWideMenuBar();
     void titleChangeRepaints();
+    void titleIsTheCaptionThatQtSets_data();
+    void titleIsTheCaptionThatQtSets();
+    void modifiedMarkComesAndGoes();
+    void filePathTitlesTheBar();
     void sheetPaintsTheGround();
+
+    void rightToLeftIconAndTitleAreMirrored();
+    void rightToLeftTitleIsMirroredBesideAMenuBar();
+    void rightToLeftNothingOverlaps();
+    void directionCanChangeAtAnyTime();
+
+    void barFollowsTheWindowItIsPutInto();
+    void barTakesTheIconThatItsWindowHas();
 
     void menuBarIsCreatedOnRequest();
     void menuBarIsReplaced();
@@ -175,6 +237,23 @@ private Q_SLOTS:
     void actionMayBeOnTwoBars();
     void customWidgetMayDieFirst();
     void actionsMayComeAndGoInASlot();
+    void clickOnACheckableActionIsHandledToTheEnd();
+    void slotMayChangeTheAction_data();
+    void slotMayChangeTheAction();
+    void buttonOutlivesALoopInItsSlot();
+    void menuOfAButtonMayChangeItsAction();
+    void barMayDieInASlotOfItsButton();
+    void newWidgetMayEndItsAction();
+    void ownButtonsMayDie_data();
+    void ownButtonsMayDie();
+    void stateChangeMayDeleteTheBar_data();
+    void stateChangeMayDeleteTheBar();
+    void hidingAButtonMayDeleteTheBar_data();
+    void hidingAButtonMayDeleteTheBar();
+    void focusMayMoveWhileTheBarDies();
+    void replacedMenuBarMayDeleteTheBar();
+    void replacedMenuBarMayBeFollowedByAThird();
+    void newMenuBarMayDieAtOnce();
     void barWithoutParentIsHarmless();
 };
 
@@ -639,6 +718,159 @@ void tst_KestTitleBar::iconIsSharpAtHigherScales()
         QCOMPARE(image.pixelColor(8 + x, 50), stripes.pixelColor(x, 32));
 }
 
+void tst_KestTitleBar::iconIsRepaintedWhenItComesAndGoes()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(16, 16) }));
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    for (const bool visible : { false, true, false }) {
+        QCoreApplication::processEvents();
+        PaintCounter counter(host.bar);
+        host.bar->setIconVisible(visible);
+        QTRY_COMPARE(counter.count, 1);
+    }
+}
+
+void tst_KestTitleBar::rateMakesTheSameIconSharper()
+{
+    Host host;
+    QSize largest;
+    host.setWindowIcon(QIcon(new Drawing(QSize(32, 32), &largest)));
+    const QMargins margins = host.row()->contentsMargins();
+    host.bar->setIconSize(QSize(8, 8));
+    host.bar->setIconPos(QSize(30, 4));
+    largest = QSize();
+    host.bar->setProperty("geoRate", 1.125);
+    painted(host.bar);
+    // Neither the new limit nor the new position made it another icon with other room.
+    QCOMPARE(host.bar->doIconRect(), QRect(30, 6, 36, 36));
+    QCOMPARE(host.row()->contentsMargins(), margins);
+    QCOMPARE(largest, QSize(36, 36)); // as many pixels as it is drawn with
+    // It is rendered once for a size, also when the bar becomes lower.
+    largest = QSize();
+    painted(host.bar);
+    QCOMPARE(largest, QSize());
+    host.bar->resize(600, 42);
+    painted(host.bar);
+    QCOMPARE(largest, QSize(34, 34));
+    // A new icon is never taken for the old one.
+    host.bar->setIconSize(QSize(32, 32));
+    host.setWindowIcon(icon({ QSize(32, 32) }, Qt::blue));
+    QCOMPARE(painted(host.bar).pixelColor(40, 21), QColor(Qt::blue));
+}
+
+void tst_KestTitleBar::rateLeavesAPixmapOfTheHosts()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(16, 16) }, Qt::red));
+    QPixmap pixmap(20, 20);
+    pixmap.fill(Qt::green);
+    host.bar->setIconPixmap(pixmap);
+    host.bar->setIconVisible(true);
+    host.bar->setProperty("geoRate", 1.5);
+    QCOMPARE(host.bar->doIconRect(), QRect(8, 9, 30, 30));
+    QCOMPARE(host.row()->contentsMargins(), QMargins(20 + 8 + 16, 0, 0, 0));
+    QCOMPARE(painted(host.bar).pixelColor(20, 24), QColor(Qt::green));
+}
+
+void tst_KestTitleBar::rateNeverMakesAHugePicture_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<QSize>("rendered");
+    QTest::newRow("a bar's height") << QSize(32, 32) << 48 << QSize(40, 40);
+    QTest::newRow("a high bar") << QSize(32, 32) << 4000 << QSize(512, 512);
+    QTest::newRow("a wide icon") << QSize(3200, 32) << 4000 << QSize(3200, 32);
+}
+
+void tst_KestTitleBar::rateNeverMakesAHugePicture()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, height);
+    QFETCH(QSize, rendered);
+    Host host;
+    host.bar->setMaximumHeight(height);
+    host.bar->resize(600, height);
+    QSize largest;
+    host.setWindowIcon(QIcon(new Drawing(size, &largest)));
+    largest = QSize();
+    host.bar->setProperty("geoRate", 300.0);
+    painted(host.bar);
+    QCOMPARE(largest, rendered);
+}
+
+void tst_KestTitleBar::ratesWithoutSenseDoNoHarm_data()
+{
+    QTest::addColumn<QVariant>("rate");
+    QTest::addColumn<QSize>("size");
+    const QSize unscaled(32, 16);
+    const qreal infinity = std::numeric_limits<qreal>::infinity();
+    QTest::newRow("no number") << QVariant(std::numeric_limits<qreal>::quiet_NaN()) << unscaled;
+    QTest::newRow("infinity") << QVariant(infinity) << unscaled;
+    QTest::newRow("minus infinity") << QVariant(-infinity) << unscaled;
+    QTest::newRow("text") << QVariant(QStringLiteral("large")) << QSize(0, 0);
+    QTest::newRow("huge") << QVariant(1e10) << QSize(80, 40);
+    QTest::newRow("hugest") << QVariant(std::numeric_limits<qreal>::max()) << QSize(80, 40);
+    QTest::newRow("zero") << QVariant(0.0) << QSize(0, 0);
+}
+
+void tst_KestTitleBar::ratesWithoutSenseDoNoHarm()
+{
+    QFETCH(QVariant, rate);
+    QFETCH(QSize, size);
+    Host host;
+    host.setWindowTitle(QStringLiteral("title"));
+    host.setWindowIcon(icon({ QSize(32, 16) }));
+    host.bar->setProperty("geoRate", rate);
+    QCOMPARE(host.bar->doIconRect().height(), size.height());
+    QVERIFY(qAbs(host.bar->doIconRect().width() - size.width()) <= 1);
+    painted(host.bar);
+    host.bar->setLayoutDirection(Qt::RightToLeft);
+    painted(host.bar);
+    host.bar->setProperty("geoRate", -1e10);
+    painted(host.bar);
+}
+
+void tst_KestTitleBar::extremePositionsDoNoHarm_data()
+{
+    QTest::addColumn<QSize>("position");
+    const int least = std::numeric_limits<int>::min();
+    const int most = std::numeric_limits<int>::max();
+    QTest::newRow("far right") << QSize(most, 4);
+    QTest::newRow("far left") << QSize(least, 4);
+    QTest::newRow("no room") << QSize(8, most);
+    QTest::newRow("all room") << QSize(8, least);
+    QTest::newRow("both ends") << QSize(least, most);
+}
+
+void tst_KestTitleBar::extremePositionsDoNoHarm()
+{
+    QFETCH(QSize, position);
+    Host host;
+    host.setWindowTitle(QStringLiteral("title"));
+    host.bar->setIconPos(position);
+    QCOMPARE(host.bar->getIconPos(), position);
+    QCOMPARE(host.bar->getLeftMargin(), position.width());
+    host.setWindowIcon(icon({ QSize(100, 1), QSize(64, 64) }));
+    for (const qreal rate : { 1.0, 300.0, 1e10 }) {
+        host.bar->setProperty("geoRate", rate);
+        painted(host.bar);
+    }
+    host.bar->setIconVisible(false);
+    host.bar->setIconVisible(true);
+    host.bar->setIconPixmap(QPixmap(30, 30));
+    for (const Qt::LayoutDirection direction : { Qt::RightToLeft, Qt::LeftToRight }) {
+        host.bar->setLayoutDirection(direction);
+        host.bar->resize(600, 48);
+        painted(host.bar);
+        // The icon is far away, not back on the bar by an overflow.
+        if (position.width() != 8)
+            QVERIFY(!host.bar->doIconRect().intersects(host.bar->rect()));
+    }
+    host.show();
+}
+
 void tst_KestTitleBar::titleFollowsTheIcon()
 {
     Host host;
@@ -695,6 +927,80 @@ void tst_KestTitleBar::titleChangeRepaints()
     QVERIFY(host.bar->findChildren<QLabel *>().isEmpty());
 }
 
+void tst_KestTitleBar::titleIsTheCaptionThatQtSets_data()
+{
+    QTest::addColumn<QString>("title");
+    for (const char *title :
+         { "plain", "notes[*]", "[*]notes", "notes[*] - editor", "a[*][*]b", "a[*][*][*]b",
+           "a[*][*][*][*]b", "one[*] and two[*]", "one[*] and [*][*] three", "[*]", "[*][*]",
+           "a[*]b[*]c", "half[* of *] it" })
+        QTest::newRow(title) << QString::fromLatin1(title);
+}
+
+void tst_KestTitleBar::titleIsTheCaptionThatQtSets()
+{
+    QFETCH(QString, title);
+    Host host;
+    host.setWindowTitle(title);
+    host.show();
+    for (QWidget *child : host.bar->findChildren<QWidget *>())
+        child->hide();
+    for (const bool modified : { false, true, false }) {
+        host.setWindowModified(modified);
+        QCOMPARE(painted(host.bar),
+                 expectedPainting(host.bar, host.windowHandle()->title(), 8 + 0 + 16, QRect(),
+                                  QPixmap()));
+    }
+    // Measured it is too, where it is centred.
+    host.bar->menuBar()->setGeometry(40, 10, 60, 28);
+    const QString shown = host.windowHandle()->title();
+    const int width = host.bar->fontMetrics().size(Qt::TextSingleLine, shown).width();
+    QCOMPARE(painted(host.bar),
+             expectedPainting(host.bar, shown, (600 - width) / 2, QRect(), QPixmap()));
+}
+
+void tst_KestTitleBar::modifiedMarkComesAndGoes()
+{
+    Host host;
+    host.setWindowTitle(QStringLiteral("notes[*]"));
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    for (const bool modified : { true, false }) {
+        QCoreApplication::processEvents();
+        PaintCounter counter(host.bar);
+        host.setWindowModified(modified);
+        QTRY_COMPARE(counter.count, 1);
+    }
+    // Also on a bar whose parent is no window, and has no caption at the window system.
+    auto *frame = new QWidget(&host);
+    auto *bar = new KestTitleBar(frame);
+    frame->setWindowTitle(QStringLiteral("part[*]"));
+    frame->show();
+    QCoreApplication::processEvents();
+    PaintCounter counter(bar);
+    frame->setWindowModified(true);
+    QTRY_COMPARE(counter.count, 1);
+}
+
+void tst_KestTitleBar::filePathTitlesTheBar()
+{
+    Host host;
+    host.setWindowFilePath(QStringLiteral("/home/ann/notes.txt"));
+    host.show();
+    for (QWidget *child : host.bar->findChildren<QWidget *>())
+        child->hide();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    QCOMPARE(painted(host.bar),
+             expectedPainting(host.bar, QStringLiteral("notes.txt"), 24, QRect(), QPixmap()));
+    for (const QString &name : { QStringLiteral("other.txt"), QStringLiteral("third.txt") }) {
+        QCoreApplication::processEvents();
+        PaintCounter counter(host.bar);
+        host.setWindowFilePath(QStringLiteral("/home/ann/") + name);
+        QTRY_COMPARE(counter.count, 1);
+        QCOMPARE(painted(host.bar), expectedPainting(host.bar, name, 24, QRect(), QPixmap()));
+    }
+}
+
 void tst_KestTitleBar::sheetPaintsTheGround()
 {
     Host host;
@@ -705,6 +1011,167 @@ void tst_KestTitleBar::sheetPaintsTheGround()
     QCOMPARE(image.pixelColor(300, 20), QColor(0x10, 0x20, 0x30));
     QCOMPARE(image.pixelColor(300, 47), QColor(0x40, 0x50, 0x60));
     QCOMPARE(host.bar->palette().color(QPalette::WindowText), QColor(0xAA, 0xBB, 0xCC));
+}
+
+void tst_KestTitleBar::rightToLeftIconAndTitleAreMirrored()
+{
+    Host host;
+    for (QWidget *child : host.bar->findChildren<QWidget *>())
+        child->hide();
+    const QString title = QStringLiteral("Some Title");
+    host.setWindowTitle(title);
+    host.setWindowIcon(icon({ QSize(24, 24) }));
+    const int width = host.bar->fontMetrics().size(Qt::TextSingleLine, title).width();
+    const QRect titleRect(8 + 24 + 16, 0, width, 48);
+    host.setLayoutDirection(Qt::RightToLeft);
+    QCOMPARE(host.bar->doIconRect(), QRect(600 - 8 - 24, 12, 24, 24));
+    QPixmap pixmap(24, 24);
+    pixmap.fill(Qt::red);
+    QCOMPARE(painted(host.bar),
+             expectedPainting(host.bar, title, mirrored(host.bar, titleRect).left(),
+                              QRect(600 - 8 - 24, 12, 24, 24), pixmap));
+    QCOMPARE(host.row()->contentsMargins(), QMargins(0, 0, 24 + 8 + 16, 0));
+    host.bar->setIconVisible(false);
+    QCOMPARE(host.row()->contentsMargins(), QMargins());
+    host.bar->setIconVisible(true);
+    QCOMPARE(host.row()->contentsMargins(), QMargins(0, 0, 24 + 8 + 16, 0));
+}
+
+void tst_KestTitleBar::rightToLeftTitleIsMirroredBesideAMenuBar()
+{
+    Host host;
+    host.setLayoutDirection(Qt::RightToLeft);
+    host.bar->menuBar()->addMenu(QStringLiteral("File"));
+    host.show();
+    const QString title = QStringLiteral("Some Title");
+    host.setWindowTitle(title);
+    const int width = host.bar->fontMetrics().size(Qt::TextSingleLine, title).width();
+    const int centred = (600 - width) / 2;
+    for (const int right : { 100, centred - 1, centred, 400 }) {
+        host.bar->menuBar()->setGeometry(
+            mirrored(host.bar, QRect(QPoint(40, 10), QPoint(right, 38))));
+        const int x = right < centred ? centred : (600 - right - width) / 2;
+        const QRect rect = mirrored(host.bar, QRect(x, 0, width, 48));
+        QCOMPARE(painted(host.bar),
+                 expectedPainting(host.bar, title, rect.left(), QRect(), QPixmap()));
+    }
+}
+
+void tst_KestTitleBar::rightToLeftNothingOverlaps()
+{
+    Host leftToRight;
+    Host rightToLeft;
+    rightToLeft.setLayoutDirection(Qt::RightToLeft);
+    QAction action(icon({ QSize(16, 16) }), QString());
+    for (Host *host : { &leftToRight, &rightToLeft }) {
+        host->setWindowIcon(icon({ QSize(24, 24) }));
+        host->setWindowTitle(QStringLiteral("title"));
+        host->bar->menuBar()->addMenu(QStringLiteral("File"));
+        host->bar->addAction(&action);
+        host->show();
+    }
+    QTRY_VERIFY(rightToLeft.bar->menuBar()->isVisible());
+    QCOMPARE(rightToLeft.bar->doIconRect(),
+             mirrored(rightToLeft.bar, leftToRight.bar->doIconRect()));
+    for (const char *name : { "minimumSizeBtn", "maximumSizeBtn", "closeBtn" }) {
+        QCOMPARE(rightToLeft.button(name)->geometry(),
+                 mirrored(rightToLeft.bar, leftToRight.button(name)->geometry()));
+    }
+    QCOMPARE(rightToLeft.actionRow()->itemAt(0)->widget()->geometry(),
+             mirrored(rightToLeft.bar, leftToRight.actionRow()->itemAt(0)->widget()->geometry()));
+    QCOMPARE(rightToLeft.bar->menuBar()->geometry(),
+             mirrored(rightToLeft.bar, leftToRight.bar->menuBar()->geometry()));
+    QVERIFY(!rightToLeft.bar->menuBar()->geometry().intersects(rightToLeft.bar->doIconRect()));
+}
+
+void tst_KestTitleBar::directionCanChangeAtAnyTime()
+{
+    Host host;
+    host.setWindowIcon(icon({ QSize(24, 24) }));
+    const QMargins margins = host.row()->contentsMargins();
+    const QMargins actionMargins = host.actionRow()->contentsMargins();
+    const QRect rect = host.bar->doIconRect();
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    QCoreApplication::processEvents();
+    PaintCounter counter(host.bar);
+    host.setLayoutDirection(Qt::RightToLeft);
+    QTRY_VERIFY(counter.count > 0);
+    QCOMPARE(host.row()->contentsMargins(), QMargins(0, 0, margins.left(), 0));
+    QCOMPARE(host.actionRow()->contentsMargins(),
+             QMargins(actionMargins.right(), actionMargins.top(), actionMargins.left(),
+                      actionMargins.bottom()));
+    host.setLayoutDirection(Qt::LeftToRight);
+    QCOMPARE(host.row()->contentsMargins(), margins);
+    QCOMPARE(host.actionRow()->contentsMargins(), actionMargins);
+    QCOMPARE(host.bar->doIconRect(), rect);
+    // A bar that is made right to left is as one that became so.
+    QWidget window;
+    window.setLayoutDirection(Qt::RightToLeft);
+    KestTitleBar bar(&window);
+    QCOMPARE(bar.findChild<QHBoxLayout *>(QStringLiteral("actionLayout"))->contentsMargins().left(),
+             9);
+}
+
+void tst_KestTitleBar::barFollowsTheWindowItIsPutInto()
+{
+    QWidget first;
+    first.setWindowIcon(icon({ QSize(24, 24) }, Qt::red));
+    first.setWindowTitle(QStringLiteral("first"));
+    first.resize(600, 300);
+    first.setWindowState(Qt::WindowMaximized);
+    auto *bar = new TitleBar;
+    auto *layout = new QVBoxLayout(&first);
+    layout->addWidget(bar);
+    QCOMPARE(bar->layout()->contentsMargins(), QMargins(24 + 8 + 16, 0, 0, 0));
+    bar->resize(600, 48);
+    QCOMPARE(painted(bar).pixelColor(12, 24), QColor(Qt::red));
+    QVERIFY(
+        bar->findChild<KestMaximumSizeButton *>(QStringLiteral("maximumSizeBtn"))->maximumSized());
+    first.setWindowIcon(icon({ QSize(16, 16) }, Qt::green));
+    QCOMPARE(bar->doIconRect().size(), QSize(16, 16));
+
+    QWidget second;
+    second.setWindowTitle(QStringLiteral("second"));
+    second.setWindowIcon(icon({ QSize(20, 20) }, Qt::blue));
+    bar->setParent(&second);
+    QCOMPARE(bar->doIconRect().size(), QSize(20, 20));
+    QVERIFY(
+        !bar->findChild<KestMaximumSizeButton *>(QStringLiteral("maximumSizeBtn"))->maximumSized());
+    // It has nothing to do with the first one any more.
+    first.setWindowState(Qt::WindowNoState);
+    first.setWindowState(Qt::WindowMaximized);
+    first.setWindowIcon(icon({ QSize(30, 30) }));
+    QCOMPARE(bar->doIconRect().size(), QSize(20, 20));
+    second.setWindowState(Qt::WindowMaximized);
+    QVERIFY(
+        bar->findChild<KestMaximumSizeButton *>(QStringLiteral("maximumSizeBtn"))->maximumSized());
+    // On its own it keeps what it shows, and can be put back.
+    bar->setParent(nullptr);
+    second.setWindowIcon(icon({ QSize(28, 28) }));
+    QCOMPARE(bar->doIconRect().size(), QSize(20, 20));
+    bar->setParent(&second);
+    QCOMPARE(bar->doIconRect().size(), QSize(28, 28));
+    second.show();
+    bar->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&second));
+    QCoreApplication::processEvents();
+    PaintCounter counter(bar);
+    first.setWindowTitle(QStringLiteral("not any more"));
+    first.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(counter.count, 0);
+    second.setWindowTitle(QStringLiteral("new"));
+    QTRY_COMPARE(counter.count, 1);
+}
+
+void tst_KestTitleBar::barTakesTheIconThatItsWindowHas()
+{
+    QWidget window;
+    window.setWindowIcon(icon({ QSize(24, 24) }));
+    TitleBar bar(&window);
+    QCOMPARE(bar.doIconRect().size(), QSize(24, 24));
+    QCOMPARE(bar.layout()->contentsMargins(), QMargins(24 + 8 + 16, 0, 0, 0));
 }
 
 void tst_KestTitleBar::menuBarIsCreatedOnRequest()
@@ -971,6 +1438,365 @@ void tst_KestTitleBar::actionsMayComeAndGoInASlot()
     QTest::mouseClick(host.actionRow()->itemAt(1)->widget(), Qt::LeftButton);
     QCOMPARE(host.actionRow()->count(), 1);
     delete action;
+}
+
+void tst_KestTitleBar::clickOnACheckableActionIsHandledToTheEnd()
+{
+    Host host;
+    host.show();
+    QAction action(QStringLiteral("check"));
+    action.setCheckable(true);
+    host.bar->addAction(&action);
+    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
+    QSignalSpy toggled(&action, &QAction::toggled);
+    QSignalSpy clicked(static_cast<QAbstractButton *>(button.data()), &QAbstractButton::clicked);
+    QTest::mouseClick(button, Qt::LeftButton);
+    // The check is a change, so the entry is gone; the click is a whole one nevertheless.
+    QCOMPARE(toggled.count(), 1);
+    QCOMPARE(clicked.count(), 1);
+    QVERIFY(action.isChecked());
+    QCOMPARE(host.actionRow()->count(), 0);
+    QVERIFY(!button || button->isHidden());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(button.isNull());
+    // A change that comes from elsewhere takes the button at once.
+    host.bar->addAction(&action);
+    const QPointer<QWidget> second(host.actionRow()->itemAt(0)->widget());
+    action.trigger();
+    QVERIFY(second.isNull());
+}
+
+void tst_KestTitleBar::slotMayChangeTheAction_data()
+{
+    QTest::addColumn<bool>("keyboard");
+    QTest::newRow("mouse") << false;
+    QTest::newRow("keyboard") << true;
+}
+
+void tst_KestTitleBar::slotMayChangeTheAction()
+{
+    QFETCH(bool, keyboard);
+    Host host;
+    host.show();
+    const auto activate = [&host, keyboard] {
+        QWidget *const button = host.actionRow()->itemAt(0)->widget();
+        if (keyboard)
+            QTest::keyClick(button, Qt::Key_Space);
+        else
+            QTest::mouseClick(button, Qt::LeftButton);
+    };
+    QAction action(QStringLiteral("before"));
+    host.bar->addAction(&action);
+    int calls = 0;
+    connect(&action, &QAction::triggered, host.bar, [&] {
+        ++calls;
+        action.setText(QStringLiteral("after"));
+        action.setVisible(true);
+    });
+    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
+    activate();
+    QCOMPARE(calls, 1);
+    QCOMPARE(host.actionRow()->count(), 0);
+    QVERIFY(!button || button->isHidden());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(button.isNull());
+
+    // Put back in the slot, it has a new button.
+    connect(&action, &QAction::triggered, host.bar, [&] { host.bar->addAction(&action); });
+    host.bar->addAction(&action);
+    const QPointer<QWidget> old(host.actionRow()->itemAt(0)->widget());
+    activate();
+    QCOMPARE(calls, 2);
+    QCOMPARE(host.actionRow()->count(), 1);
+    QVERIFY(host.actionRow()->itemAt(0)->widget() != old);
+    QVERIFY(host.actionRow()->itemAt(0)->widget()->isVisible());
+    QVERIFY(!old || old->isHidden());
+}
+
+void tst_KestTitleBar::buttonOutlivesALoopInItsSlot()
+{
+    Host host;
+    host.show();
+    QAction action(QStringLiteral("wait"));
+    host.bar->addAction(&action);
+    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
+    bool livedOn = false;
+    connect(&action, &QAction::triggered, host.bar, [&] {
+        QTimer::singleShot(0, host.bar, [&] { host.bar->removeAction(&action); });
+        QTest::qWait(50);
+        livedOn = !button.isNull() && button->isHidden();
+    });
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(livedOn);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(button.isNull());
+}
+
+void tst_KestTitleBar::menuOfAButtonMayChangeItsAction()
+{
+    Host host;
+    host.show();
+    QMenu menu;
+    QAction *const entry = menu.addAction(QStringLiteral("entry"));
+    QAction action(QStringLiteral("menu"));
+    action.setMenu(&menu);
+    host.bar->addAction(&action);
+    auto *button = static_cast<KestToolButton *>(host.actionRow()->itemAt(0)->widget());
+    button->setPopupMode(QToolButton::InstantPopup);
+    const QPointer<QWidget> watch(button);
+    connect(entry, &QAction::triggered, host.bar,
+            [&action] { action.setText(QStringLiteral("changed")); });
+    QTimer::singleShot(0, &menu, [&menu, entry] {
+        menu.setActiveAction(entry);
+        QTest::keyClick(&menu, Qt::Key_Return);
+    });
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(action.text(), QStringLiteral("changed"));
+    QCOMPARE(host.actionRow()->count(), 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(watch.isNull());
+}
+
+void tst_KestTitleBar::barMayDieInASlotOfItsButton()
+{
+    for (const bool keyboard : { false, true }) {
+        Host host;
+        host.show();
+        QAction action(QStringLiteral("die"));
+        host.bar->addAction(&action);
+        QWidget *const button = host.actionRow()->itemAt(0)->widget();
+        connect(&action, &QAction::triggered, &host, [&host] {
+            delete host.bar;
+            host.bar = nullptr;
+        });
+        if (keyboard)
+            QTest::keyClick(button, Qt::Key_Space);
+        else
+            QTest::mouseClick(button, Qt::LeftButton);
+        QVERIFY(!host.bar);
+    }
+}
+
+void tst_KestTitleBar::newWidgetMayEndItsAction()
+{
+    {
+        Host host;
+        auto *action = new QAction(QStringLiteral("short-lived"));
+        const OnEvent filter(host.bar, QEvent::ChildAdded, [action] { delete action; });
+        host.bar->addAction(action);
+        QCOMPARE(host.actionRow()->count(), 0);
+    }
+    {
+        Host host;
+        host.show();
+        QAction action(QStringLiteral("removed at once"));
+        const OnEvent filter(host.bar, QEvent::ChildAdded,
+                             [&] { host.bar->removeAction(&action); });
+        host.bar->addAction(&action);
+        QCOMPARE(host.actionRow()->count(), 0);
+        QVERIFY(host.bar->findChildren<KestToolButton *>().isEmpty());
+        host.bar->addAction(&action);
+        QCOMPARE(host.actionRow()->count(), 1);
+    }
+    {
+        Host host;
+        host.show();
+        QWidgetAction action(nullptr);
+        auto *label = new QLabel;
+        action.setDefaultWidget(label);
+        const OnEvent filter(label, QEvent::ShowToParent, [&] {
+            delete host.bar;
+            host.bar = nullptr;
+        });
+        host.bar->addAction(&action);
+        QVERIFY(!host.bar);
+    }
+}
+
+void tst_KestTitleBar::ownButtonsMayDie_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("close") << QStringLiteral("closeBtn");
+    QTest::newRow("minimise") << QStringLiteral("minimumSizeBtn");
+    QTest::newRow("maximise") << QStringLiteral("maximumSizeBtn");
+}
+
+void tst_KestTitleBar::ownButtonsMayDie()
+{
+    QFETCH(QString, name);
+    Host host;
+    delete host.bar->findChild<QWidget *>(name);
+    host.setWindowFlags(Qt::Window | Qt::FramelessWindowHint); // all buttons would be hidden
+    host.show();
+    host.setWindowFlag(Qt::WindowMaximizeButtonHint);
+    host.show();
+    host.bar->onMaximumSizeBtn();
+    QVERIFY(host.isMaximized());
+    host.bar->onMaximumSizeBtn();
+    QVERIFY(!host.isMaximized());
+    host.setFixedSize(500, 200);
+    QCoreApplication::processEvents();
+    QWidget other;
+    host.bar->setParent(&other);
+    host.bar->onMinimumSizeBtn();
+    host.bar->onCloseBtn();
+    host.bar->setParent(&host);
+}
+
+void tst_KestTitleBar::stateChangeMayDeleteTheBar_data()
+{
+    QTest::addColumn<bool>("click");
+    QTest::newRow("slot") << false;
+    QTest::newRow("click") << true;
+}
+
+void tst_KestTitleBar::stateChangeMayDeleteTheBar()
+{
+    QFETCH(bool, click);
+    for (const bool restore : { false, true }) {
+        Host host;
+        if (restore)
+            host.setWindowState(Qt::WindowMaximized);
+        host.show();
+        const OnEvent filter(&host, QEvent::WindowStateChange, [&host] {
+            delete host.bar;
+            host.bar = nullptr;
+        });
+        if (click)
+            QTest::mouseClick(host.button("maximumSizeBtn"), Qt::LeftButton);
+        else
+            host.bar->onMaximumSizeBtn();
+        QVERIFY(!host.bar);
+    }
+}
+
+void tst_KestTitleBar::hidingAButtonMayDeleteTheBar_data()
+{
+    ownButtonsMayDie_data();
+}
+
+void tst_KestTitleBar::hidingAButtonMayDeleteTheBar()
+{
+    QFETCH(QString, name);
+    {
+        Host host;
+        host.show();
+        host.overrideWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+        QWidget *const button = host.bar->findChild<QWidget *>(name);
+        const OnEvent filter(button, QEvent::HideToParent, [&host] {
+            delete host.bar;
+            host.bar = nullptr;
+        });
+        // No more than the event: QWidget itself needs a widget that outlives its show().
+        QShowEvent event;
+        QCoreApplication::sendEvent(host.bar, &event);
+        QVERIFY(!host.bar);
+    }
+    if (name != QStringLiteral("maximumSizeBtn"))
+        return;
+    {
+        Host host;
+        host.show();
+        const OnEvent filter(host.button("maximumSizeBtn"), QEvent::HideToParent, [&host] {
+            delete host.bar;
+            host.bar = nullptr;
+        });
+        host.bar->onMaximumSizeBtn();
+        QVERIFY(!host.bar);
+    }
+    {
+        Host host;
+        host.show();
+        host.button("maximumSizeBtn")->setAttribute(Qt::WA_UnderMouse);
+        const OnEvent filter(host.button("maximumSizeBtn"), QEvent::HideToParent, [&host] {
+            delete host.bar;
+            host.bar = nullptr;
+        });
+        host.setFixedSize(500, 200);
+        QTRY_VERIFY(!host.bar);
+    }
+}
+
+void tst_KestTitleBar::focusMayMoveWhileTheBarDies()
+{
+    Host host;
+    QAction first(QStringLiteral("first"));
+    QAction second(QStringLiteral("second"));
+    QAction late(QStringLiteral("late"));
+    host.bar->addAction(&first);
+    host.bar->addAction(&second);
+    host.show();
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    host.actionRow()->itemAt(1)->widget()->setFocus();
+    QVERIFY(host.actionRow()->itemAt(1)->widget()->hasFocus());
+    int changes = 0;
+    const QPointer<TitleBar> bar(host.bar);
+    const auto connection = connect(qApp, &QApplication::focusChanged, &host, [&] {
+        if (++changes > 1)
+            return;
+        host.setWindowIcon(icon({ QSize(24, 24) }));
+        host.setWindowTitle(QStringLiteral("dying"));
+        host.setWindowState(Qt::WindowMaximized);
+        bar->setActionIconSize(QSize(10, 10));
+        bar->removeAction(&first);
+        bar->addAction(&late);
+    });
+    delete host.bar;
+    QVERIFY(changes > 0);
+    disconnect(connection);
+    QVERIFY(late.associatedWidgets().isEmpty());
+    host.setWindowTitle(QStringLiteral("dead"));
+}
+
+void tst_KestTitleBar::replacedMenuBarMayDeleteTheBar()
+{
+    for (const QEvent::Type type : { QEvent::HideToParent, QEvent::ParentChange }) {
+        Host host;
+        const QPointer<QMenuBar> old(host.bar->menuBar());
+        host.show();
+        QTRY_VERIFY(old->isVisible());
+        const OnEvent filter(old, type, [&host] {
+            delete host.bar;
+            host.bar = nullptr;
+        });
+        QScopedPointer<QMenuBar> next(new QMenuBar);
+        host.bar->setMenuBar(next.data());
+        QVERIFY(!host.bar);
+        QVERIFY(!next->parent());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+void tst_KestTitleBar::replacedMenuBarMayBeFollowedByAThird()
+{
+    Host host;
+    const QPointer<QMenuBar> old(host.bar->menuBar());
+    host.show();
+    QTRY_VERIFY(old->isVisible());
+    const QPointer<QMenuBar> second(new QMenuBar);
+    const QPointer<QMenuBar> third(new QMenuBar);
+    const OnEvent filter(old, QEvent::HideToParent, [&] { host.bar->setMenuBar(third); });
+    host.bar->setMenuBar(second);
+    QCOMPARE(host.bar->menuBar(), third);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(old.isNull());
+    QVERIFY(second.isNull());
+    QCOMPARE(host.row()->itemAt(0)->layout()->count(), 1);
+    QCOMPARE(host.row()->itemAt(0)->layout()->itemAt(0)->widget(), third);
+}
+
+void tst_KestTitleBar::newMenuBarMayDieAtOnce()
+{
+    Host host;
+    const QPointer<QMenuBar> old(host.bar->menuBar());
+    host.show();
+    QTRY_VERIFY(old->isVisible());
+    auto *next = new QMenuBar;
+    const OnEvent filter(old, QEvent::HideToParent, [next] { delete next; });
+    host.bar->setMenuBar(next);
+    QCOMPARE(host.row()->itemAt(0)->layout()->count(), 0);
+    QVERIFY(host.bar->menuBar());
 }
 
 void tst_KestTitleBar::barWithoutParentIsHarmless()
