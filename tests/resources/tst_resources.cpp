@@ -11,7 +11,7 @@
 #include <QtCore/QResource>
 #include <QtCore/QSet>
 #include <QtGui/QIcon>
-#include <QtGui/QMovie>
+#include <QtGui/QImageReader>
 #include <QtGui/QPainter>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -323,19 +323,20 @@ void tst_Resources::glyphsStandOutFromTheirGrounds()
 
 void tst_Resources::busyAnimationTurnsSmoothlyOnTransparentGround()
 {
-    QMovie movie(QStringLiteral(":/KestWidgets/Resources/loading.gif"));
-    QVERIFY(movie.isValid());
-    QVERIFY(movie.frameCount() >= 12);
-    QCOMPARE(movie.loopCount(), -1); // without end
-    QVERIFY(movie.jumpToFrame(0));
-    const int delay = movie.nextFrameDelay();
-    QVERIFY(delay >= 30 && delay <= 100);
+    // What the file says: a QMovie takes the time that it needs itself off a frame's delay.
+    QImageReader reader(QStringLiteral(":/KestWidgets/Resources/loading.gif"));
+    const int count = reader.imageCount();
+    QVERIFY(count >= 12);
+    QCOMPARE(reader.loopCount(), -1); // without end
+    int delay = 0;
     QSet<QByteArray> frames;
-    for (int i = 0; i < movie.frameCount(); ++i) {
-        QVERIFY(movie.jumpToFrame(i));
-        QCOMPARE(movie.nextFrameDelay(), delay);
-        const QImage image = movie.currentImage();
+    for (int i = 0; i < count; ++i) {
+        const QImage image = reader.read();
         QCOMPARE(image.size(), QSize(48, 48));
+        if (i == 0)
+            delay = reader.nextImageDelay();
+        QVERIFY(delay >= 30 && delay <= 100);
+        QCOMPARE(reader.nextImageDelay(), delay);
         for (const QPoint &corner :
              { QPoint(0, 0), QPoint(47, 0), QPoint(0, 47), QPoint(47, 47), QPoint(24, 24) }) {
             QCOMPARE(image.pixelColor(corner).alpha(), 0);
@@ -343,7 +344,7 @@ void tst_Resources::busyAnimationTurnsSmoothlyOnTransparentGround()
         frames.insert(QByteArray(reinterpret_cast<const char *>(image.constBits()),
                                  int(image.sizeInBytes())));
     }
-    QCOMPARE(frames.size(), movie.frameCount());
+    QCOMPARE(frames.size(), count);
 }
 
 void tst_Resources::sheetsHaveTheirMeasure_data()
