@@ -9,7 +9,7 @@
 #include <QtGui/QBrush>
 #include <QtWidgets/QWidget>
 
-struct KestCircleProgressBarPrivate;
+class KestCircleProgressBarPrivate;
 
 /*!
     \class KestCircleProgressBar

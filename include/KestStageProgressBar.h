@@ -14,7 +14,7 @@ QT_BEGIN_NAMESPACE
 class QStyleOptionProgressBar;
 QT_END_NAMESPACE
 
-struct KestStageProgressBarPrivate;
+class KestStageProgressBarPrivate;
 
 /*!
     \class KestStageProgressBar
@@ -148,7 +148,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    friend struct KestStageProgressBarPrivate;
+    friend class KestStageProgressBarPrivate;
     KestStageProgressBarPrivate *d;
 };
 

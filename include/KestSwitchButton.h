@@ -10,7 +10,7 @@
 #include <QtGui/QColor>
 #include <QtWidgets/QAbstractButton>
 
-struct KestSwitchButtonPrivate;
+class KestSwitchButtonPrivate;
 
 /*!
     \class KestSwitchButton

@@ -23,8 +23,9 @@ const double FarthestAngle = 1 << 29;
 
 } // namespace
 
-struct KestCircleProgressBarPrivate
+class KestCircleProgressBarPrivate
 {
+public:
     int minimum = 0;
     int maximum = 100;
     int value = 24;

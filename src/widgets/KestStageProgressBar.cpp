@@ -6,6 +6,7 @@
 #include "KestAccessibleProgress.h"
 
 #include <QtCore/QDebug>
+#include <QtCore/QPointer>
 #include <QtCore/QVector>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QPainter>
@@ -14,17 +15,29 @@
 #include <QtWidgets/QStyleOptionProgressBar>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
 const int MinimumStageCount = 2;
 const int CaptionGap = 10; // pixels between a vertical bar's circles and captions
 const int CaptionSpacing = 10; // pixels between the captions of a horizontal bar
+// The longest side of a hint: what a style adds to it still is a number.
+const qint64 LongestSide = std::numeric_limits<int>::max() - (1 << 20);
+
+int sideOf(qint64 length)
+{
+    return int(qBound(-LongestSide, length, LongestSide));
+}
 
 } // namespace
 
-struct KestStageProgressBarPrivate
+// Radii and numbers of steps are the host's, so that everything that is made of them is wider than
+// an int.
+class KestStageProgressBarPrivate
 {
+public:
     explicit KestStageProgressBarPrivate(KestStageProgressBar *bar) : q(bar) { }
 
     KestStageProgressBar *const q;
@@ -41,16 +54,15 @@ struct KestStageProgressBarPrivate
 
     bool isHorizontal() const { return orientation == Qt::Horizontal; }
     int captionWidth(const QString &text) const;
-    int captionPadding() const;
+    qint64 captionPadding() const;
     int captionHeight(const QString &text) const;
     QSize contentsSize() const;
-    int contentsWidth() const;
-    int contentsHeight() const;
-    QRect contentsRect() const;
-    QRectF doStageRect(int index) const;
-    QRectF doTextRect(int index) const;
-    QRectF barRect() const;
-    QPainterPath shape() const;
+    qint64 contentsWidth() const;
+    qint64 contentsHeight() const;
+    QVector<QRectF> stageRects(const QRect &contents, int hintHeight) const;
+    QVector<QRectF> textRects(const QVector<QRectF> &stages) const;
+    QRectF barRect(const QPointF &first, const QPointF &last) const;
+    QPainterPath shape(const QVector<QRectF> &stages) const;
     QRectF completedPart(const QRectF &whole) const;
 };
 
@@ -60,11 +72,12 @@ int KestStageProgressBarPrivate::captionWidth(const QString &text) const
 }
 
 // How far the first or last caption sticks out beside its circle.
-int KestStageProgressBarPrivate::captionPadding() const
+qint64 KestStageProgressBarPrivate::captionPadding() const
 {
-    const int first = captionWidth(texts.constFirst()) / 2 - stageCircleRadius;
-    const int last = captionWidth(texts.constLast()) / 2 - stageCircleRadius;
-    return std::max({ 0, first, last });
+    const qint64 r = stageCircleRadius;
+    const qint64 first = captionWidth(texts.constFirst()) / 2 - r;
+    const qint64 last = captionWidth(texts.constLast()) / 2 - r;
+    return std::max({ qint64(0), first, last });
 }
 
 // Captions that are not shown take no room.
@@ -75,15 +88,15 @@ int KestStageProgressBarPrivate::captionHeight(const QString &text) const
 
 QSize KestStageProgressBarPrivate::contentsSize() const
 {
-    return { contentsWidth(), contentsHeight() };
+    return { sideOf(contentsWidth()), sideOf(contentsHeight()) };
 }
 
 // Circles with three radii of bar between them make a row of 5rn - 3r; the hint is one radius
 // shorter, shared out to whole pixels per step.
-int KestStageProgressBarPrivate::contentsWidth() const
+qint64 KestStageProgressBarPrivate::contentsWidth() const
 {
-    const int r = stageCircleRadius;
-    const int n = stageCount;
+    const qint64 r = stageCircleRadius;
+    const qint64 n = stageCount;
     if (!isHorizontal()) {
         int widest = 0;
         for (const QString &text : texts)
@@ -91,102 +104,107 @@ int KestStageProgressBarPrivate::contentsWidth() const
         return textVisible ? widest + 2 * r + CaptionGap : 2 * r;
     }
 
-    const int perStage = (5 * r * n - 4 * r) / n;
+    const qint64 perStage = (5 * r * n - 4 * r) / n;
     if (!textVisible)
         return perStage * n;
-    int widest = 0;
+    qint64 widest = 0;
     for (const QString &text : texts)
-        widest = qMax(widest, captionWidth(text));
+        widest = qMax(widest, qint64(captionWidth(text)));
     return (n - 2) * qMax(widest + CaptionSpacing, perStage) + 2 * captionPadding()
         + CaptionSpacing;
 }
 
-int KestStageProgressBarPrivate::contentsHeight() const
+qint64 KestStageProgressBarPrivate::contentsHeight() const
 {
-    const int r = stageCircleRadius;
-    const int n = stageCount;
+    const qint64 r = stageCircleRadius;
+    const qint64 n = stageCount;
     const QFontMetrics metrics = q->fontMetrics();
     if (isHorizontal())
         return textVisible ? 2 * r + metrics.height() + metrics.leading() : 2 * r;
 
-    int highest = 0;
+    qint64 highest = 0;
     for (const QString &text : texts)
-        highest = qMax(highest, captionHeight(text));
-    const int perStage = qMax((4 * r * n - 3 * r) / n, highest + 2 * metrics.leading());
-    return n * perStage + qMax(0, captionHeight(texts.constFirst()) - r);
+        highest = qMax(highest, qint64(captionHeight(text)));
+    const qint64 perStage = qMax((4 * r * n - 3 * r) / n, highest + 2 * metrics.leading());
+    return n * perStage + qMax(qint64(0), captionHeight(texts.constFirst()) - r);
 }
 
-QRect KestStageProgressBarPrivate::contentsRect() const
+// The rectangles of the circles in the rectangle that the style leaves them. The height of the
+// bar's hint centres circles and captions together.
+QVector<QRectF> KestStageProgressBarPrivate::stageRects(const QRect &contents, int hintHeight) const
 {
-    QStyleOptionProgressBar option;
-    q->initStyleOption(&option);
-    return q->style()->subElementRect(QStyle::SE_ProgressBarContents, &option, q);
-}
-
-QRectF KestStageProgressBarPrivate::doStageRect(int index) const
-{
-    const QRect contents = contentsRect();
-    const int r = stageCircleRadius;
-    const qreal gaps = stageCount - 1;
+    const qint64 r = stageCircleRadius;
     qreal left = contents.left();
     qreal top = contents.top();
+    qreal length = 0; // from the first circle to the last
     if (isHorizontal()) {
-        const int padding = textVisible ? captionPadding() : 0;
-        const int above = textVisible ? q->minimumSizeHint().height() / 2 : r;
-        left += padding + index * (contents.width() - 2 * r - 2 * padding) / gaps;
-        const int offset = contents.height() / 2 - above; // whole pixels
-        top += offset;
+        const qint64 padding = textVisible ? captionPadding() : 0;
+        left += padding;
+        top += contents.height() / 2 - (textVisible ? hintHeight / 2 : r); // whole pixels
+        length = contents.width() - 2 * r - 2 * padding;
     } else if (textVisible) {
-        // The first step is at the bottom here: captions are read as a ladder to climb.
-        const int firstHeight = captionHeight(texts.constFirst());
-        top += (stageCount - 1 - index) * (contents.height() - qMax(firstHeight, r) - r) / gaps;
+        length = contents.height() - qMax(qint64(captionHeight(texts.constFirst())), r) - r;
     } else {
-        const int offset = contents.width() / 2 - r; // whole pixels
-        left += offset;
-        top += index * (contents.height() - 2 * r) / gaps;
+        left += contents.width() / 2 - r; // whole pixels
+        length = contents.height() - 2 * r;
     }
-    return { left, top, 2.0 * r, 2.0 * r };
+
+    QVector<QRectF> rects;
+    rects.reserve(stageCount);
+    const qreal gaps = stageCount - 1;
+    for (int i = 0; i < stageCount; ++i) {
+        // A column with captions has its first step at the bottom: they are a ladder to climb.
+        const int place = !isHorizontal() && textVisible ? stageCount - 1 - i : i;
+        const qreal way = place * length / gaps;
+        rects.append(QRectF(isHorizontal() ? left + way : left, isHorizontal() ? top : top + way,
+                            2.0 * r, 2.0 * r));
+    }
+    return rects;
 }
 
-QRectF KestStageProgressBarPrivate::doTextRect(int index) const
+QVector<QRectF> KestStageProgressBarPrivate::textRects(const QVector<QRectF> &stages) const
 {
     const QFontMetrics metrics = q->fontMetrics();
-    const QSize text = metrics.size(0, texts.at(index));
-    const QRectF stage = doStageRect(index);
-    if (isHorizontal()) {
-        const int half = text.width() / 2; // whole pixels
-        return { stage.left() + stage.width() * 0.5 - half,
-                 stage.top() + stage.height() + metrics.leading(), qreal(text.width()),
-                 qreal(text.height()) };
+    QVector<QRectF> rects;
+    rects.reserve(stageCount);
+    for (int i = 0; i < stageCount; ++i) {
+        const QRectF &stage = stages.at(i);
+        const QSizeF text = metrics.size(0, texts.at(i));
+        if (isHorizontal()) {
+            const qreal half = std::trunc(text.width() / 2); // whole pixels
+            rects.append(QRectF(QPointF(stage.left() + stage.width() * 0.5 - half,
+                                        stage.top() + stage.height() + metrics.leading()),
+                                text));
+        } else {
+            rects.append(QRectF(stage.left() + stage.width() + CaptionGap, stage.top(),
+                                text.width(), qMax(stage.height(), text.height())));
+        }
     }
-    return { stage.left() + stage.width() + CaptionGap, stage.top(), qreal(text.width()),
-             qreal(qMax(2 * stageCircleRadius, text.height())) };
+    return rects;
 }
 
-// The ends are whole pixels, so that the bar's long edges are crisp. A vertical bar without
-// captions runs from its first step downwards, and its ends come out in reverse: the rectangle has
-// negative extents, which the winding fill paints all the same.
-QRectF KestStageProgressBarPrivate::barRect() const
+// Joins the centres of the first and the last circle. The ends are whole pixels, so that the bar's
+// long edges are crisp. A vertical bar without captions runs from its first step downwards, and
+// its ends come out in reverse: the rectangle has negative extents, which the winding fill paints
+// all the same.
+QRectF KestStageProgressBarPrivate::barRect(const QPointF &first, const QPointF &last) const
 {
-    const int half = stageCircleRadius / 4;
-    const QPointF first = doStageRect(0).center();
-    const QPointF last = doStageRect(stageCount - 1).center();
-    if (isHorizontal()) {
-        return QRect(QPoint(int(first.x()), int(first.y() - half)),
-                     QPoint(int(last.x()), int(first.y() + half)));
-    }
-    const int sideways = textVisible ? half : -half;
-    return QRect(QPoint(int(first.x() - sideways), int(last.y())),
-                 QPoint(int(first.x() + sideways), int(first.y())));
+    const qreal half = stageCircleRadius / 4; // whole pixels
+    const qreal sideways = textVisible ? half : -half;
+    const qreal left = std::trunc(isHorizontal() ? first.x() : first.x() - sideways);
+    const qreal right = std::trunc(isHorizontal() ? last.x() : first.x() + sideways);
+    const qreal top = std::trunc(isHorizontal() ? first.y() - half : last.y());
+    const qreal bottom = std::trunc(isHorizontal() ? first.y() + half : first.y());
+    return { left, top, right - left + 1, bottom - top + 1 };
 }
 
-QPainterPath KestStageProgressBarPrivate::shape() const
+QPainterPath KestStageProgressBarPrivate::shape(const QVector<QRectF> &stages) const
 {
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
-    for (int i = 0; i < stageCount; ++i)
-        path.addEllipse(doStageRect(i));
-    path.addRect(barRect());
+    for (const QRectF &stage : stages)
+        path.addEllipse(stage);
+    path.addRect(barRect(stages.constFirst().center(), stages.constLast().center()));
     return path;
 }
 
@@ -230,6 +248,7 @@ void KestStageProgressBar::setStageCount(int count)
         return;
     d->stageCount = count;
     d->texts.resize(count);
+    update();
     updateGeometry();
 }
 
@@ -243,6 +262,7 @@ void KestStageProgressBar::setStageCircleRadius(int radius)
     if (radius == d->stageCircleRadius)
         return;
     d->stageCircleRadius = radius;
+    update();
     updateGeometry();
 }
 
@@ -260,6 +280,7 @@ void KestStageProgressBar::setText(int index, const QString &text)
     if (index < 0 || index >= d->stageCount)
         return;
     d->texts[index] = text;
+    update();
     updateGeometry();
 }
 
@@ -317,9 +338,13 @@ QSize KestStageProgressBar::sizeHint() const
 
 QSize KestStageProgressBar::minimumSizeHint() const
 {
+    const QPointer<const KestStageProgressBar> guard(this);
     ensurePolished();
     QStyleOptionProgressBar option;
-    initStyleOption(&option);
+    if (guard)
+        initStyleOption(&option);
+    if (!guard)
+        return QSize();
     return style()->sizeFromContents(QStyle::CT_ProgressBar, &option, d->contentsSize(), this);
 }
 
@@ -328,12 +353,16 @@ void KestStageProgressBar::setOrientation(Qt::Orientation orientation)
     if (orientation == d->orientation)
         return;
     d->orientation = orientation;
+    update();
+    const QPointer<KestStageProgressBar> guard(this);
     if (d->isHorizontal())
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     else
         setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    adjustSize();
-    updateGeometry();
+    if (guard)
+        adjustSize();
+    if (guard)
+        updateGeometry();
 }
 
 void KestStageProgressBar::setValue(int value)
@@ -341,9 +370,13 @@ void KestStageProgressBar::setValue(int value)
     if (value == d->value || value < d->minimum || value > d->maximum)
         return;
     d->value = value;
+    const QPointer<KestStageProgressBar> guard(this);
     Q_EMIT valueChanged(value);
-    KestAccessibleProgress::announceValue(this, value);
-    repaint();
+    // A slot may have set another value, which was announced then.
+    if (guard && d->value == value)
+        KestAccessibleProgress::announceValue(this, value);
+    if (guard)
+        repaint();
 }
 
 void KestStageProgressBar::setRange(int minimum, int maximum)
@@ -353,8 +386,10 @@ void KestStageProgressBar::setRange(int minimum, int maximum)
     d->minimum = minimum;
     d->maximum = qMax(minimum, maximum);
     // The nearer end is in the range and differs from the value: setValue() takes it.
+    const QPointer<KestStageProgressBar> guard(this);
     setValue(qBound(d->minimum, d->value, d->maximum));
-    update();
+    if (guard)
+        update();
 }
 
 void KestStageProgressBar::setTextVisible(bool flag)
@@ -362,6 +397,7 @@ void KestStageProgressBar::setTextVisible(bool flag)
     if (flag == d->textVisible)
         return;
     d->textVisible = flag;
+    update();
     updateGeometry();
 }
 
@@ -408,21 +444,38 @@ void KestStageProgressBar::initStyleOption(QStyleOptionProgressBar *option) cons
 
 void KestStageProgressBar::paintEvent(QPaintEvent *)
 {
-    const QPainterPath shape = d->shape();
-    const QRectF completed = d->completedPart(shape.boundingRect());
+    const QPointer<const KestStageProgressBar> guard(this);
+    QStyleOptionProgressBar option;
+    initStyleOption(&option);
+    if (!guard)
+        return;
+    const QRect contents = style()->subElementRect(QStyle::SE_ProgressBarContents, &option, this);
+    if (!guard)
+        return;
+    const int hintHeight = d->textVisible && d->isHorizontal() ? minimumSizeHint().height() : 0;
+    if (!guard)
+        return;
+
+    // What is drawn is the bar as it is now, whatever the overrides do to it meanwhile.
+    const QVector<QRectF> stages = d->stageRects(contents, hintHeight);
+    const bool textVisible = d->textVisible;
+    const QVector<QString> texts = d->texts;
+    const QVector<QRectF> captions = textVisible ? d->textRects(stages) : QVector<QRectF>();
+    const int value = d->value;
+    const QPainterPath shape = d->shape(stages);
 
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(shape, palette().window());
 
     painter.save();
-    painter.setClipRect(completed);
+    painter.setClipRect(d->completedPart(shape.boundingRect()));
     painter.fillPath(shape, d->rateBackground);
     painter.restore();
 
-    for (int i = 0; i < d->stageCount; ++i) {
-        drawStage(&painter, i, d->doStageRect(i), d->value);
-        if (d->textVisible)
-            drawText(&painter, i, d->doTextRect(i), d->texts.at(i));
+    for (int i = 0; i < stages.size() && guard; ++i) {
+        drawStage(&painter, i, stages.at(i), value);
+        if (textVisible && guard)
+            drawText(&painter, i, captions.at(i), texts.at(i));
     }
 }

@@ -29,8 +29,9 @@ QRect onHandle(const QSize &size)
 
 } // namespace
 
-struct KestSwitchButtonPrivate
+class KestSwitchButtonPrivate
 {
+public:
     QBrush uncheckedBackground = QColor(0xEE, 0xEE, 0xEE);
     QColor uncheckedBackgroundBorderColor = QColor(0xE3, 0xE3, 0xE3);
     QBrush uncheckedHandleBrush = QColor(0xFF, 0xFF, 0xFF);

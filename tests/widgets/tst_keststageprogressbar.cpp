@@ -3,15 +3,22 @@
 
 #include "KestStageProgressBar.h"
 
+#include "Announcements.h"
 #include "Rendering.h"
 
 #include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAccessibleWidget>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyleOptionProgressBar>
+#include <QtWidgets/QVBoxLayout>
+
+#include <functional>
+#include <limits>
+#include <utility>
 
 namespace {
 
@@ -195,6 +202,8 @@ private Q_SLOTS:
     void orientationSetsTheSizePolicy();
     void geometrySettersUpdateTheLayout_data();
     void geometrySettersUpdateTheLayout();
+    void geometrySettersRepaintInTheSameSize_data();
+    void geometrySettersRepaintInTheSameSize();
     void valueRepaintsAtOnce();
     void penAndBrushRepaintLater();
     void styleOptionDescribesTheBar();
@@ -223,10 +232,21 @@ private Q_SLOTS:
     void negativeRangesDoNoHarm();
     void oddRadiiDoNoHarm_data();
     void oddRadiiDoNoHarm();
+    void hugeRadiiAreCountedInFull();
+    void extremeRadiiHaveHints_data();
+    void extremeRadiiHaveHints();
     void penAndBrushArePainted();
     void disabledBarTakesTheDisabledPalette();
     void rightToLeftKeepsTheOrder();
     void accessibilityReadsValueAndRange();
+    void onlyTrueValuesAreAnnounced();
+    void slotMayDeleteTheBar_data();
+    void slotMayDeleteTheBar();
+    void layoutMayDeleteTheBar_data();
+    void layoutMayDeleteTheBar();
+    void barMayDieWhileItIsMeasured_data();
+    void barMayDieWhileItIsMeasured();
+    void overridesMayChangeTheBarWhileItIsPainted();
 };
 
 void tst_KestStageProgressBar::newBarHasTheDefaults()
@@ -531,6 +551,33 @@ void tst_KestStageProgressBar::geometrySettersUpdateTheLayout()
     set(); // unchanged, which only a caption does not look at
     QCoreApplication::sendPostedEvents();
     QCOMPARE(requests.count > 0, what == 2);
+}
+
+void tst_KestStageProgressBar::geometrySettersRepaintInTheSameSize_data()
+{
+    geometrySettersUpdateTheLayout_data();
+}
+
+void tst_KestStageProgressBar::geometrySettersRepaintInTheSameSize()
+{
+    QFETCH(int, what);
+    KestStageProgressBar bar;
+    bar.setFixedSize(200, 200);
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QCoreApplication::processEvents();
+    PaintCounter paints(&bar);
+    if (what == 0)
+        bar.setStageCount(6);
+    else if (what == 1)
+        bar.setStageCircleRadius(11);
+    else if (what == 2)
+        bar.setText(1, QStringLiteral("x"));
+    else if (what == 3)
+        bar.setTextVisible(true);
+    else
+        bar.setOrientation(Qt::Vertical);
+    QTRY_COMPARE(paints.count, 1);
 }
 
 void tst_KestStageProgressBar::valueRepaintsAtOnce()
@@ -1069,6 +1116,65 @@ void tst_KestStageProgressBar::oddRadiiDoNoHarm()
     }
 }
 
+void tst_KestStageProgressBar::hugeRadiiAreCountedInFull()
+{
+    FramedStyle style;
+    KestStageProgressBar bar;
+    bar.setStyle(&style);
+    bar.setStageCircleRadius(100000000);
+    // (5 * 5 - 4) radii, and two; more than half of what an int holds
+    QCOMPARE(bar.sizeHint(), QSize(2100000000 + 8, 200000000 + 6));
+    bar.setOrientation(Qt::Vertical);
+    // (4 * 5 - 3) radii
+    QCOMPARE(bar.sizeHint(), QSize(200000000 + 8, 1700000000 + 6));
+    bar.setStageCircleRadius(1000000);
+    bar.setStageCount(100);
+    QCOMPARE(bar.sizeHint(), QSize(2000000 + 8, 397000000 + 6));
+}
+
+void tst_KestStageProgressBar::extremeRadiiHaveHints_data()
+{
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<int>("count");
+    for (const int count : { 2, 5, 70000 }) {
+        QTest::addRow("largest, %d steps", count) << std::numeric_limits<int>::max() << count;
+        QTest::addRow("smallest, %d steps", count) << std::numeric_limits<int>::min() << count;
+        QTest::addRow("large, %d steps", count) << 100000000 << count;
+    }
+}
+
+void tst_KestStageProgressBar::extremeRadiiHaveHints()
+{
+    QFETCH(int, radius);
+    QFETCH(int, count);
+    FramedStyle style;
+    for (const Qt::Orientation orientation : { Qt::Horizontal, Qt::Vertical }) {
+        for (const bool captions : { false, true }) {
+            KestStageProgressBar bar;
+            bar.setStyle(&style);
+            bar.setStageCount(count);
+            bar.setText(0, QStringLiteral("A caption"));
+            bar.setStageCircleRadius(radius);
+            bar.setOrientation(orientation);
+            bar.setTextVisible(captions);
+            if (radius > 0) {
+                // Of a row with captions the first and the last step count by their captions only.
+                const bool endsOnly = captions && count == 2 && orientation == Qt::Horizontal;
+                QCOMPARE(bar.sizeHint().width() > 100000000, !endsOnly);
+                QVERIFY(bar.sizeHint().height() > 100000000);
+            }
+            if (count > 5)
+                continue; // so many circles take their time
+            bar.resize(300, 100);
+            bar.setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+            bar.setValue(std::numeric_limits<int>::max());
+            QVERIFY(!rendered(&bar).isNull());
+            bar.setValue(std::numeric_limits<int>::min());
+            QVERIFY(!rendered(&bar).isNull());
+        }
+    }
+}
+
 void tst_KestStageProgressBar::penAndBrushArePainted()
 {
     KestStageProgressBar bar;
@@ -1133,6 +1239,187 @@ void tst_KestStageProgressBar::accessibilityReadsValueAndRange()
     QCOMPARE(value->maximumValue().toInt(), 7);
     value->setCurrentValue(6);
     QCOMPARE(bar.value(), 4);
+}
+
+void tst_KestStageProgressBar::onlyTrueValuesAreAnnounced()
+{
+    KestStageProgressBar bar;
+    QVector<int> values;
+    connect(&bar, &KestStageProgressBar::valueChanged, &bar, [&](int value) {
+        values.append(value);
+        if (value == 30)
+            bar.setValue(60);
+    });
+    Announcements reader;
+    bar.setValue(30);
+    QCOMPARE(bar.value(), 60);
+    QCOMPARE(values, QVector<int>({ 30, 60 }));
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 60") }));
+    bar.setRange(0, 40);
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 40") }));
+    bar.setRange(0, 30); // which the slot finds too low to go to 60
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 30") }));
+}
+
+void tst_KestStageProgressBar::slotMayDeleteTheBar_data()
+{
+    QTest::addColumn<bool>("announced");
+    QTest::addColumn<bool>("range");
+    QTest::newRow("value, in the signal") << false << false;
+    QTest::newRow("range, in the signal") << false << true;
+    QTest::newRow("value, in the announcement") << true << false;
+    QTest::newRow("range, in the announcement") << true << true;
+}
+
+void tst_KestStageProgressBar::slotMayDeleteTheBar()
+{
+    QFETCH(bool, announced);
+    QFETCH(bool, range);
+    QWidget window;
+    const QPointer<KestStageProgressBar> bar(new KestStageProgressBar(&window));
+    window.show();
+    Announcements reader;
+    if (announced)
+        reader.onEach([bar] { delete bar; });
+    else
+        connect(bar, &KestStageProgressBar::valueChanged, qApp, [bar] { delete bar; });
+    if (range)
+        bar->setRange(10, 20);
+    else
+        bar->setValue(10);
+    QVERIFY(bar.isNull());
+    QCOMPARE(reader.take().size(), announced ? 1 : 0);
+}
+
+void tst_KestStageProgressBar::layoutMayDeleteTheBar_data()
+{
+    // Not the orientation: QWidget::setSizePolicy() can not bear it.
+    QTest::addColumn<int>("what");
+    QTest::newRow("count") << 0;
+    QTest::newRow("radius") << 1;
+    QTest::newRow("caption") << 2;
+    QTest::newRow("caption visibility") << 3;
+}
+
+void tst_KestStageProgressBar::layoutMayDeleteTheBar()
+{
+    class Layout : public QVBoxLayout
+    {
+    public:
+        using QVBoxLayout::QVBoxLayout;
+        std::function<void()> onInvalidate;
+        void invalidate() override
+        {
+            QVBoxLayout::invalidate();
+            if (onInvalidate)
+                std::exchange(onInvalidate, nullptr)();
+        }
+    };
+    QFETCH(int, what);
+    QWidget window;
+    auto *layout = new Layout(&window);
+    const QPointer<KestStageProgressBar> bar(new KestStageProgressBar);
+    layout->addWidget(bar);
+    window.show();
+    layout->onInvalidate = [bar] { delete bar; };
+    if (what == 0)
+        bar->setStageCount(6);
+    else if (what == 1)
+        bar->setStageCircleRadius(11);
+    else if (what == 2)
+        bar->setText(1, QStringLiteral("x"));
+    else
+        bar->setTextVisible(true);
+    QVERIFY(bar.isNull());
+}
+
+namespace {
+
+// Has a class of its own, so that it is polished again after its base class was constructed.
+class Fragile : public KestStageProgressBar
+{
+    Q_OBJECT
+
+public:
+    using KestStageProgressBar::KestStageProgressBar;
+
+    std::function<void()> onOption;
+
+protected:
+    void initStyleOption(QStyleOptionProgressBar *option) const override
+    {
+        KestStageProgressBar::initStyleOption(option);
+        if (const auto action = onOption)
+            action();
+    }
+};
+
+class ChildPolishedFilter : public QObject
+{
+public:
+    std::function<void()> action;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::ChildPolished)
+            action();
+        return false;
+    }
+};
+
+} // namespace
+
+void tst_KestStageProgressBar::barMayDieWhileItIsMeasured_data()
+{
+    QTest::addColumn<bool>("polished");
+    QTest::newRow("polished") << true;
+    QTest::newRow("option") << false;
+}
+
+void tst_KestStageProgressBar::barMayDieWhileItIsMeasured()
+{
+    QFETCH(bool, polished);
+    QWidget window;
+    const QPointer<Fragile> bar(new Fragile(&window));
+    ChildPolishedFilter filter;
+    if (polished) {
+        filter.action = [bar] { delete bar; };
+        window.installEventFilter(&filter);
+    } else {
+        bar->onOption = [bar] { delete bar; };
+    }
+    QCOMPARE(bar->minimumSizeHint(), QSize());
+    QVERIFY(bar.isNull());
+}
+
+void tst_KestStageProgressBar::overridesMayChangeTheBarWhileItIsPainted()
+{
+    class Changing : public KestStageProgressBar
+    {
+    public:
+        mutable QStringList drawnTexts;
+
+    protected:
+        void drawStage(QPainter *, int index, const QRectF &, int) const override
+        {
+            if (index == 1)
+                const_cast<Changing *>(this)->setStageCount(2);
+        }
+        void drawText(QPainter *, int index, const QRectF &, const QString &text) const override
+        {
+            if (index < stageCount())
+                const_cast<Changing *>(this)->setText(index, QStringLiteral("changed"));
+            drawnTexts.append(text);
+        }
+    };
+    Changing bar;
+    setCaptions(&bar, captionsOf(5));
+    rendered(&bar);
+    // The picture is of the bar that it was begun for.
+    QCOMPARE(bar.drawnTexts, captionsOf(5));
+    QCOMPARE(bar.stageCount(), 2);
+    bar.drawnTexts.clear();
+    rendered(&bar);
+    QCOMPARE(bar.drawnTexts, QStringList({ QStringLiteral("changed"), QStringLiteral("changed") }));
 }
 
 QTEST_MAIN(tst_KestStageProgressBar)
