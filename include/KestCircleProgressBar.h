@@ -31,6 +31,10 @@ class KestCircleProgressBarPrivate;
     the background ring is drawn for it. A new ring stands at 24 of 0 to 100, so that a form shows
     at once what it is. The ring fills clockwise in right-to-left layouts too.
 
+    The ring only has a timer while it moves where it can be seen: neither hidden, nor in a hidden
+   or minimised window. What is painted elsewhere, by grab() say, shows it where it would be by
+   then.
+
     \image kestcircleprogressbar.png
 */
 class KEST_EXPORT KestCircleProgressBar : public QWidget
@@ -130,6 +134,8 @@ Q_SIGNALS:
     void valueChanged(int value);
 
 protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -6,6 +6,8 @@
 #include "KestCircleProgressBar.h"
 #include "KestStageProgressBar.h"
 
+#include <QtCore/QPointer>
+
 namespace {
 
 // Asked for every class in an object's ancestry in turn: a host's subclass is found by its base.
@@ -46,8 +48,12 @@ QString KestAccessibleProgress::text(QAccessible::Text kind) const
 {
     if (kind != QAccessible::Value)
         return QAccessibleWidget::text(kind);
-    // What the widget writes into itself is what is read aloud.
+    // What the widget writes into itself is what is read aloud. A subclass may find it out by
+    // itself.
+    const QPointer<QObject> guard(object());
     const QString shown = object()->property("text").toString();
+    if (!guard)
+        return QString();
     return shown.isEmpty() ? currentValue().toString() : shown;
 }
 

@@ -5,9 +5,13 @@
 
 #include "KestAccessibleProgress.h"
 
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QPointer>
 #include <QtCore/QVariantAnimation>
 #include <QtGui/QPainter>
+#include <QtGui/QShowEvent>
 #include <QtGui/QTextOption>
+#include <QtGui/QWindow>
 
 namespace {
 
@@ -37,12 +41,21 @@ public:
     QBrush barBrush = QColor(0x32, 0x6C, 0xF3);
     QBrush backgroundBrush = QColor(0xEE, 0xEE, 0xEE);
     Qt::PenCapStyle penCapStyle = Qt::FlatCap;
+    bool onScreen = false;
+    QMetaObject::Connection restored; // of a minimised window, while the ring is shown in it
+    QElapsedTimer lastStep; // when the animations were last told the time
+    qint64 caughtUp = 0; // ms from then on that they were told off the screen
 
     KestCircleProgressBarPrivate();
     bool hasValueInRange() const;
     double fraction() const;
     int span() const;
     void retarget();
+    void startTowardsTarget();
+    void noteStep();
+    void hold();
+    void catchUp();
+    void resume();
     QRectF arcRect(const QSize &size) const;
 };
 
@@ -80,6 +93,15 @@ int KestCircleProgressBarPrivate::span() const
 // animation alone, so that quick changes follow one another within one glide.
 void KestCircleProgressBarPrivate::retarget()
 {
+    catchUp();
+    startTowardsTarget();
+    noteStep();
+    if (!onScreen)
+        hold();
+}
+
+void KestCircleProgressBarPrivate::startTowardsTarget()
+{
     if (minimum == 0 && maximum == 0) {
         spanAnimation.setStartValue(FullTurn);
         spanAnimation.setEndValue(-FullTurn);
@@ -98,6 +120,45 @@ void KestCircleProgressBarPrivate::retarget()
     spanAnimation.start();
 }
 
+// The animations have a timer only as long as their steps can be seen. Where they can not, they are
+// paused, and told what time has passed whenever somebody looks or sets a value.
+void KestCircleProgressBarPrivate::noteStep()
+{
+    lastStep.start();
+    caughtUp = 0;
+}
+
+void KestCircleProgressBarPrivate::hold()
+{
+    for (QVariantAnimation *animation : { &spanAnimation, &busyAnimation }) {
+        if (animation->state() == QAbstractAnimation::Running)
+            animation->pause();
+    }
+}
+
+void KestCircleProgressBarPrivate::catchUp()
+{
+    const qint64 elapsed = lastStep.isValid() ? lastStep.elapsed() : 0;
+    for (QVariantAnimation *animation : { &spanAnimation, &busyAnimation }) {
+        if (animation->state() != QAbstractAnimation::Paused)
+            continue;
+        qint64 time = animation->currentTime() + elapsed - caughtUp;
+        // Any number of whole turns shows the same, and is longer than a glide.
+        time = qMin(time, BusyTurnMs + time % BusyTurnMs);
+        const QSignalBlocker blocker(animation); // what looks at it paints it
+        animation->setCurrentTime(int(time));
+    }
+    caughtUp = elapsed;
+}
+
+void KestCircleProgressBarPrivate::resume()
+{
+    for (QVariantAnimation *animation : { &spanAnimation, &busyAnimation }) {
+        if (animation->state() == QAbstractAnimation::Paused)
+            animation->resume();
+    }
+}
+
 // The middle of the ring's stroke: the stroke touches the edges of the centred square.
 QRectF KestCircleProgressBarPrivate::arcRect(const QSize &size) const
 {
@@ -112,8 +173,10 @@ KestCircleProgressBar::KestCircleProgressBar(QWidget *parent)
     : QWidget(parent), d(new KestCircleProgressBarPrivate)
 {
     KestAccessibleProgress::install();
-    connect(&d->spanAnimation, &QVariantAnimation::valueChanged, this,
-            qOverload<>(&QWidget::update));
+    connect(&d->spanAnimation, &QVariantAnimation::valueChanged, this, [this] {
+        d->noteStep();
+        update();
+    });
 }
 
 KestCircleProgressBar::~KestCircleProgressBar()
@@ -207,9 +270,13 @@ void KestCircleProgressBar::setValue(int value)
     if (value == d->value)
         return;
     d->value = value;
+    const QPointer<KestCircleProgressBar> guard(this);
     Q_EMIT valueChanged(value);
-    KestAccessibleProgress::announceValue(this, value);
-    d->retarget();
+    // A slot may have set another value, which was announced then.
+    if (guard && d->value == value)
+        KestAccessibleProgress::announceValue(this, value);
+    if (guard)
+        d->retarget();
 }
 
 void KestCircleProgressBar::setMaximum(int maximum)
@@ -255,8 +322,36 @@ void KestCircleProgressBar::setBackgroundBrush(const QBrush &brush)
     update();
 }
 
+void KestCircleProgressBar::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    d->onScreen = !window()->isMinimized();
+    // A window may be exposed before it says that it is restored, and its children are not told
+    // again then.
+    disconnect(d->restored);
+    if (const QWindow *handle = d->onScreen ? nullptr : window()->windowHandle()) {
+        d->restored = connect(handle, &QWindow::windowStateChanged, this, [this](auto state) {
+            d->onScreen = isVisible() && state != Qt::WindowMinimized;
+            update();
+        });
+    }
+    update(); // which resumes
+}
+
+void KestCircleProgressBar::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    disconnect(d->restored);
+    d->onScreen = false;
+    d->hold();
+}
+
 void KestCircleProgressBar::paintEvent(QPaintEvent *)
 {
+    d->catchUp();
+    if (d->onScreen)
+        d->resume();
+
     const QRectF rect = d->arcRect(size());
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

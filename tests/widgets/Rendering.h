@@ -79,11 +79,12 @@ inline void addRenderingRows()
     }
 }
 
-/*! Dresses a widget in a row's style and sheet, and keeps the style. */
+/*! Dresses a widget in a row's style and sheet, as long as it lives. */
 class Dress
 {
 public:
-    Dress(QWidget *widget, const QString &style, bool sheet) : m_style(QStyleFactory::create(style))
+    Dress(QWidget *widget, const QString &style, bool sheet)
+        : m_widget(widget), m_style(QStyleFactory::create(style))
     {
         widget->setStyle(m_style.get());
         if (sheet)
@@ -91,7 +92,17 @@ public:
         widget->ensurePolished();
     }
 
+    ~Dress()
+    {
+        m_widget->setStyleSheet(QString());
+        m_widget->setStyle(nullptr);
+    }
+
+    Dress(const Dress &) = delete;
+    Dress &operator=(const Dress &) = delete;
+
 private:
+    QWidget *m_widget;
     std::unique_ptr<QStyle> m_style;
 };
 

@@ -3,15 +3,20 @@
 
 #include "KestCircleProgressBar.h"
 
+#include "Announcements.h"
 #include "Rendering.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
 #include <QtGui/QTextOption>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAccessibleWidget>
 
+#include <cmath>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -64,6 +69,7 @@ QImage drawnSpan(int span)
     return drawn(figure);
 }
 
+// Is on the screen, since its motion rests elsewhere.
 class PlainCircle : public KestCircleProgressBar
 {
 public:
@@ -71,7 +77,22 @@ public:
     {
         setTextVisible(false);
         resize(Size);
+        show();
     }
+};
+
+// Puts a ring of the size Size where it can be hidden and minimised.
+class Window : public QWidget
+{
+public:
+    Window() : ring(new KestCircleProgressBar(this))
+    {
+        ring->setTextVisible(false);
+        ring->resize(Size);
+        resize(200, 200);
+    }
+
+    KestCircleProgressBar *const ring;
 };
 
 } // namespace
@@ -123,6 +144,24 @@ private Q_SLOTS:
     void accessibilityReadsValueAndRange();
     void subclassIsAccessibleToo();
     void deletedOnTheWayLeavesNothing();
+    void onlyTrueValuesAreAnnounced();
+    void slotMayDeleteTheRing_data();
+    void slotMayDeleteTheRing();
+    void ringMayDieWhileItIsRead();
+    void unseenRingHasNoTimer_data();
+    void unseenRingHasNoTimer();
+    void windowOfItsOwnRestsToo();
+    void ringShownInAMinimisedWindowRests();
+    void unseenBusyRingTurnsOn_data();
+    void unseenBusyRingTurnsOn();
+    void everyLookAtAnUnseenRingIsInTime();
+    void ringShownAgainGoesOnInTime();
+    void ringShownAgainIsPaintedAnew();
+    void unseenGlideEndsInTime();
+    void unseenGlideTakesOverItsRun();
+    void busyModeEndsUnseen_data();
+    void busyModeEndsUnseen();
+    void longUnseenTimesKeepTheAngle();
 };
 
 void tst_KestCircleProgressBar::newRingStandsAt24Percent()
@@ -267,6 +306,7 @@ void tst_KestCircleProgressBar::valueOutsideTheRangeIsKept()
     QCOMPARE(changed.count(), 1);
     QCOMPARE(changed.at(0).at(0).toInt(), value);
     QVERIFY(bar.text().isNull());
+    bar.show();
     clock.advanceBy(100);
     Figure ringOnly;
     ringOnly.hasArc = false;
@@ -442,6 +482,7 @@ void tst_KestCircleProgressBar::looksLikeItsDrawing()
     KestCircleProgressBar bar;
     const Dress dress(&bar, style, sheet);
     bar.resize(Size);
+    bar.show();
     Figure figure;
     figure.font = bar.font();
     figure.text = QStringLiteral("24%");
@@ -584,6 +625,7 @@ void tst_KestCircleProgressBar::busyArcTurnsAndBreathes()
     AnimationClock clock;
     KestCircleProgressBar bar;
     bar.resize(Size);
+    bar.show();
     QVERIFY(bar.isTextVisible()); // and yet none is drawn
     bar.setRange(0, 0);
     QCOMPARE(rendered(&bar), drawnBusy(5760, -4320));
@@ -771,6 +813,382 @@ void tst_KestCircleProgressBar::deletedOnTheWayLeavesNothing()
     delete bar;
     clock.advanceBy(10);
     QVERIFY(!clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::onlyTrueValuesAreAnnounced()
+{
+    KestCircleProgressBar bar;
+    QVector<int> values;
+    connect(&bar, &KestCircleProgressBar::valueChanged, &bar, [&](int value) {
+        values.append(value);
+        if (value == 30)
+            bar.setValue(60);
+    });
+    Announcements reader;
+    bar.setValue(30);
+    QCOMPARE(bar.value(), 60);
+    QCOMPARE(values, QVector<int>({ 30, 60 }));
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 60") }));
+    bar.setValue(7);
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 7") }));
+}
+
+void tst_KestCircleProgressBar::slotMayDeleteTheRing_data()
+{
+    QTest::addColumn<bool>("announced");
+    QTest::newRow("signal") << false;
+    QTest::newRow("announcement") << true;
+}
+
+void tst_KestCircleProgressBar::slotMayDeleteTheRing()
+{
+    QFETCH(bool, announced);
+    Window window;
+    const QPointer<KestCircleProgressBar> bar(window.ring);
+    window.show();
+    Announcements reader;
+    if (announced)
+        reader.onEach([bar] { delete bar; });
+    else
+        connect(bar, &KestCircleProgressBar::valueChanged, qApp, [bar] { delete bar; });
+    bar->setValue(10);
+    QVERIFY(bar.isNull());
+    QCOMPARE(reader.take().size(), announced ? 1 : 0);
+}
+
+void tst_KestCircleProgressBar::ringMayDieWhileItIsRead()
+{
+    class Fragile : public KestCircleProgressBar
+    {
+    public:
+        QString text() const override
+        {
+            delete this;
+            return QString();
+        }
+    };
+    const QPointer<Fragile> bar(new Fragile);
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(bar);
+    QCOMPARE(face->text(QAccessible::Value), QString());
+    QVERIFY(bar.isNull());
+}
+
+// The ways of a ring off the screen, and back on it.
+struct Way
+{
+    const char *name;
+    std::function<void(Window &)> leave;
+    std::function<void(Window &)> comeBack;
+};
+
+static const Way ways[] = {
+    { "hidden", [](Window &window) { window.ring->hide(); },
+      [](Window &window) { window.ring->show(); } },
+    { "window hidden", [](Window &window) { window.hide(); },
+      [](Window &window) { window.show(); } },
+    { "minimised", [](Window &window) { window.showMinimized(); },
+      [](Window &window) { window.showNormal(); } },
+};
+
+static void addWays()
+{
+    QTest::addColumn<int>("way");
+    for (int i = 0; i < 3; ++i)
+        QTest::newRow(ways[i].name) << i;
+}
+
+void tst_KestCircleProgressBar::unseenRingHasNoTimer_data()
+{
+    addWays();
+}
+
+void tst_KestCircleProgressBar::unseenRingHasNoTimer()
+{
+    QFETCH(int, way);
+    AnimationClock clock;
+    Window window;
+    window.ring->setRange(0, 0);
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning()); // never shown
+    window.show();
+    QTRY_VERIFY(clock.isRunning());
+    ways[way].leave(window);
+    QTRY_VERIFY(!clock.isRunning());
+    rendered(window.ring);
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning());
+    window.ring->setValue(30);
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning());
+    window.ring->setRange(0, 60);
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning());
+    window.ring->setRange(0, 0);
+    ways[way].comeBack(window);
+    QTRY_VERIFY(clock.isRunning());
+    PaintCounter paints(window.ring);
+    for (int i = 1; i < 4; ++i) {
+        clock.advanceBy(20);
+        QTRY_VERIFY(paints.count >= i);
+    }
+}
+
+void tst_KestCircleProgressBar::windowOfItsOwnRestsToo()
+{
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(0, 0);
+    QTRY_VERIFY(clock.isRunning());
+    bar.showMinimized();
+    QTRY_VERIFY(!clock.isRunning());
+    bar.showNormal();
+    QTRY_VERIFY(clock.isRunning());
+    bar.hide();
+    QTRY_VERIFY(!clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::ringShownInAMinimisedWindowRests()
+{
+    AnimationClock clock;
+    Window window;
+    window.ring->hide();
+    window.ring->setRange(0, 0);
+    window.showMinimized();
+    window.ring->show();
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning());
+    window.showNormal();
+    QTRY_VERIFY(clock.isRunning());
+}
+
+namespace {
+
+// Where a busy arc is after a time: its middle, and its span.
+void busyArcAt(int ms, int *middle, int *span)
+{
+    const double turn = ms % 2000 / 2000.0;
+    *middle = int(5760 - 2 * 5760 * turn);
+    *span = int(-4320 * std::abs(1 - 2 * turn));
+}
+
+// Real time, as a range: from when an arc may have been set in motion to when it was looked at.
+class Stopwatch
+{
+public:
+    Stopwatch() { m_before.start(); }
+
+    void hasStarted() { m_after.start(); }
+
+    // Looks at a ring: whether its busy arc is where it is after the time that has passed.
+    bool isInTime(KestCircleProgressBar *bar)
+    {
+        const int earliest = int(m_after.elapsed());
+        const QImage picture = rendered(bar);
+        const int latest = int(m_before.elapsed()) + 1;
+        for (int ms = earliest; ms <= latest; ++ms) {
+            int middle = 0;
+            int span = 0;
+            busyArcAt(ms, &middle, &span);
+            if (picture == drawnBusy(middle, span))
+                return true;
+        }
+        qDebug("not where it is after %d to %d ms", earliest, latest);
+        return false;
+    }
+
+private:
+    QElapsedTimer m_before;
+    QElapsedTimer m_after;
+};
+
+} // namespace
+
+void tst_KestCircleProgressBar::unseenBusyRingTurnsOn_data()
+{
+    addWays();
+}
+
+void tst_KestCircleProgressBar::unseenBusyRingTurnsOn()
+{
+    QFETCH(int, way);
+    Window window;
+    window.show();
+    ways[way].leave(window);
+    QCoreApplication::processEvents();
+    Stopwatch time;
+    window.ring->setRange(0, 0);
+    time.hasStarted();
+    QVERIFY(time.isInTime(window.ring));
+    QTest::qSleep(130);
+    QVERIFY(time.isInTime(window.ring));
+    QTest::qWait(170);
+    QVERIFY(time.isInTime(window.ring));
+    QCOMPARE(window.ring->grab().toImage().size(), Size);
+    QTest::qSleep(1900); // into the next turn
+    QVERIFY(time.isInTime(window.ring));
+}
+
+void tst_KestCircleProgressBar::everyLookAtAnUnseenRingIsInTime()
+{
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    Stopwatch time;
+    bar.setRange(0, 0);
+    time.hasStarted();
+    for (int i = 0; i < 200; ++i) {
+        QTest::qSleep(1);
+        QVERIFY(time.isInTime(&bar));
+    }
+}
+
+void tst_KestCircleProgressBar::ringShownAgainGoesOnInTime()
+{
+    AnimationClock clock; // stands still, so that only the time off the screen counts
+    Window window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.ring->setRange(0, 0);
+    clock.advanceBy(500);
+    QCOMPARE(rendered(window.ring), drawnBusy(2880, -2160));
+    for (int i = 0; i < 5; ++i) {
+        window.ring->hide();
+        QTest::qSleep(20);
+        window.ring->show();
+        QCoreApplication::processEvents();
+    }
+    const QImage shown = rendered(window.ring);
+    int found = -1;
+    for (int ms = 600; ms < 2000 && found < 0; ++ms) {
+        int middle = 0;
+        int span = 0;
+        busyArcAt(ms, &middle, &span);
+        if (shown == drawnBusy(middle, span))
+            found = ms;
+    }
+    QVERIFY(found >= 600);
+    QCOMPARE(rendered(window.ring), shown); // the clock's own time goes on from there
+    clock.advanceBy(100);
+    int middle = 0;
+    int span = 0;
+    busyArcAt(found + 100, &middle, &span);
+    QCOMPARE(rendered(window.ring), drawnBusy(middle, span));
+}
+
+void tst_KestCircleProgressBar::ringShownAgainIsPaintedAnew()
+{
+    Window window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    window.showMinimized();
+    QCoreApplication::processEvents();
+    window.ring->setValue(80);
+    PaintCounter paints(window.ring);
+    window.showNormal();
+    QTRY_VERIFY(paints.count > 0);
+    QTRY_COMPARE(rendered(window.ring), drawnSpan(-4608));
+}
+
+void tst_KestCircleProgressBar::unseenGlideEndsInTime()
+{
+    KestCircleProgressBar bar;
+    bar.setTextVisible(false);
+    bar.resize(Size);
+    QElapsedTimer before;
+    before.start();
+    bar.setValue(74);
+    QElapsedTimer after;
+    after.start();
+    QTest::qSleep(40);
+    const int earliest = int(after.elapsed());
+    const QImage picture = rendered(&bar);
+    const int latest = qMin(100, int(before.elapsed()) + 1);
+    bool found = false;
+    for (int ms = earliest; ms <= latest && !found; ++ms)
+        found = picture == drawnSpan(int(-1382 + (-4262 + 1382) * (ms / 100.0)));
+    QVERIFY(found || before.elapsed() > 100);
+    QTest::qSleep(100);
+    QCOMPARE(rendered(&bar), drawnSpan(-4262));
+    QTest::qSleep(10);
+    QCOMPARE(rendered(&bar), drawnSpan(-4262));
+}
+
+void tst_KestCircleProgressBar::unseenGlideTakesOverItsRun()
+{
+    KestCircleProgressBar bar;
+    bar.setTextVisible(false);
+    bar.resize(Size);
+    QElapsedTimer time;
+    time.start();
+    bar.setValue(50);
+    bar.setValue(100); // goes on with the run, from the target of the one before
+    const QImage picture = rendered(&bar);
+    const int latest = int(time.elapsed()) + 1;
+    bool found = false;
+    for (int ms = 0; ms <= latest && !found; ++ms)
+        found = picture == drawnSpan(int(-2880 - 2880 * (ms / 100.0)));
+    QVERIFY(found || latest > 100);
+    QTest::qSleep(110);
+    QCOMPARE(rendered(&bar), drawnSpan(-5760));
+    bar.setValue(0); // a run that has ended is no run to go on with
+    QElapsedTimer second;
+    second.start();
+    const QImage begun = rendered(&bar);
+    const bool atStart = begun == drawnSpan(-5760);
+    QVERIFY(atStart || second.elapsed() > 0);
+}
+
+void tst_KestCircleProgressBar::busyModeEndsUnseen_data()
+{
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("unseen") << false;
+    QTest::newRow("shown then") << true;
+}
+
+void tst_KestCircleProgressBar::busyModeEndsUnseen()
+{
+    QFETCH(bool, shown);
+    Window window;
+    window.ring->setRange(0, 0);
+    QTest::qSleep(150); // longer than a glide: it is at its end at once
+    window.ring->setRange(0, 100);
+    if (shown) {
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+    }
+    QCOMPARE(rendered(window.ring), drawnSpan(-1382));
+    AnimationClock clock;
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::longUnseenTimesKeepTheAngle()
+{
+    // Whole turns, however many, show the same; a run that is as long as a turn stays as long.
+    AnimationClock clock;
+    Window window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.ring->setRange(0, 0);
+    for (int i = 0; i < 3; ++i)
+        clock.advanceBy(2000);
+    clock.advanceBy(50);
+    window.ring->hide();
+    QElapsedTimer time;
+    time.start();
+    const QImage picture = rendered(window.ring);
+    bool found = false;
+    for (int ms = 50; ms <= 51 + time.elapsed() && !found; ++ms) {
+        int middle = 0;
+        int span = 0;
+        busyArcAt(ms, &middle, &span);
+        found = picture == drawnBusy(middle, span);
+    }
+    QVERIFY(found);
+    window.ring->setRange(0, 100);
+    window.ring->setTextVisible(false);
+    QTest::qSleep(2);
+    QCOMPARE(rendered(window.ring), drawnSpan(-1382)); // not 50 ms of a glide
 }
 
 QTEST_MAIN(tst_KestCircleProgressBar)
