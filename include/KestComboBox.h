@@ -42,7 +42,8 @@ public:
 
 Q_SIGNALS:
     /*! Emitted each time the list is about to open, by a click, by a key or by showPopup(). What a
-        directly connected slot changes in the model is in the list that opens. */
+        directly connected slot changes in the model is in the list that opens. A slot that wants to
+        be rid of the box takes deleteLater(): QComboBox goes on to handle a press of the mouse. */
     void aboutToShowPopup();
 };
 

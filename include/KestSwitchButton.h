@@ -21,6 +21,17 @@ class KestSwitchButtonPrivate;
     \code
     auto *night = new KestSwitchButton(this);
     night->setAccessibleName(tr("Night mode"));
+
+    auto *motion = new QVariantAnimation(night); // repaints the switch while its handle moves
+    motion->setDuration(100);
+    motion->setStartValue(0.0);
+    motion->setEndValue(1.0);
+    connect(motion, &QVariantAnimation::valueChanged, night, qOverload<>(&QWidget::update));
+    connect(night, &KestSwitchButton::toggled, motion, [motion] {
+        motion->stop();
+        motion->start();
+    });
+
     night->setChecked(theme->isDark());
     connect(night, &KestSwitchButton::toggled, theme, &Theme::setDark);
     \endcode
@@ -31,7 +42,11 @@ class KestSwitchButtonPrivate;
     layouts too.
 
     The colours change at once with the state. The handle takes 100 ms to its new end, but its
-    motion asks for no repaint of its own: a paint shows it where it is by then.
+    motion asks for no repaint of its own: a paint shows it where it is by then. After setChecked(),
+    a click or a key the last paint may be one from the handle's way, and the handle then stays
+    painted there until something else repaints the switch. That is seen most in a switch that is
+    set just before it is first shown. The animation in the example has the switch repainted as long
+    as the handle moves; an update() after that time is enough where only the end counts.
 
     \image kestswitchbutton.png
 */

@@ -3,6 +3,7 @@
 
 #include "KestComboBox.h"
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QListView>
 
 KestComboBox::KestComboBox(QWidget *parent) : QComboBox(parent)
@@ -14,6 +15,8 @@ KestComboBox::~KestComboBox() = default;
 
 void KestComboBox::showPopup()
 {
+    const QPointer<KestComboBox> guard(this);
     Q_EMIT aboutToShowPopup();
-    QComboBox::showPopup();
+    if (guard)
+        QComboBox::showPopup();
 }

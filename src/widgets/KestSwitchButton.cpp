@@ -3,6 +3,7 @@
 
 #include "KestSwitchButton.h"
 
+#include <QtCore/QPointer>
 #include <QtCore/QVariantAnimation>
 #include <QtCore/QtMath>
 #include <QtGui/QPaintEngine>
@@ -192,8 +193,12 @@ QSize KestSwitchButton::minimumSizeHint() const
     QStyleOptionButton option;
     option.initFrom(this);
     option.rect.setSize(text);
-    d->cachedSizeHint = style()->sizeFromContents(QStyle::CT_PushButton, &option, text, this);
-    return d->cachedSizeHint;
+    const QPointer<const KestSwitchButton> guard(this);
+    const QSize size = style()->sizeFromContents(QStyle::CT_PushButton, &option, text, this);
+    if (!guard)
+        return QSize();
+    d->cachedSizeHint = size;
+    return size;
 }
 
 void KestSwitchButton::paintEvent(QPaintEvent *)

@@ -50,6 +50,8 @@ private Q_SLOTS:
     void popupIsAnnouncedOncePerOpening_data();
     void popupIsAnnouncedOncePerOpening();
     void popupIsAnnouncedBeforeItIsVisible();
+    void slotMayDeleteTheBox_data();
+    void slotMayDeleteTheBox();
     void slotFillsTheListThatOpens();
     void slotMayReplaceTheModel();
     void emptyBoxAnnouncesButShowsNothing();
@@ -238,6 +240,33 @@ void tst_KestComboBox::slotMayReplaceTheModel()
     box.showPopup();
     QVERIFY(box.view()->isVisible());
     QCOMPARE(box.view()->model(), &model);
+}
+
+void tst_KestComboBox::slotMayDeleteTheBox_data()
+{
+    // Not by the mouse, whose press QComboBox goes on to handle.
+    QTest::addColumn<int>("key");
+    QTest::newRow("by the program") << 0;
+    QTest::newRow("F4") << int(Qt::Key_F4);
+    QTest::newRow("Alt+Down") << int(Qt::Key_Down | Qt::ALT);
+}
+
+void tst_KestComboBox::slotMayDeleteTheBox()
+{
+    QFETCH(int, key);
+    QWidget window;
+    const QPointer<KestComboBox> box(new KestComboBox(&window));
+    box->addItem(QStringLiteral("One"));
+    window.show();
+    connect(box, &KestComboBox::aboutToShowPopup, qApp, [box] { delete box; });
+    if (key == 0) {
+        box->showPopup();
+    } else {
+        QKeyEvent event(QEvent::KeyPress, key & ~Qt::KeyboardModifierMask,
+                        Qt::KeyboardModifiers(key & Qt::KeyboardModifierMask));
+        QCoreApplication::sendEvent(box, &event);
+    }
+    QVERIFY(box.isNull());
 }
 
 void tst_KestComboBox::emptyBoxAnnouncesButShowsNothing()

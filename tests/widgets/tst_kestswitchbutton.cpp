@@ -6,6 +6,8 @@
 #include "Rendering.h"
 
 #include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
+#include <QtCore/QVariantAnimation>
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
 #include <QtTest/QSignalSpy>
@@ -136,6 +138,9 @@ private Q_SLOTS:
     void accessibilitySeesACheckBox();
     void accessibilityToggles();
     void deletedOnTheWayLeavesNothing();
+    void switchMayDieWhileItIsMeasured();
+    void motionOfTheHostShowsTheHandleMove();
+    void switchSetBeforeItIsShownArrives();
 };
 
 void tst_KestSwitchButton::newSwitchIsCheckableAndOff()
@@ -644,6 +649,90 @@ void tst_KestSwitchButton::deletedOnTheWayLeavesNothing()
     clock.advanceBy(10);
     delete button;
     clock.advanceBy(10);
+}
+
+void tst_KestSwitchButton::switchMayDieWhileItIsMeasured()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        QPointer<QWidget> victim;
+        QSize sizeFromContents(ContentsType, const QStyleOption *, const QSize &size,
+                               const QWidget *) const override
+        {
+            delete victim;
+            return size;
+        }
+    } style;
+    auto *button = new KestSwitchButton;
+    button->setStyle(&style);
+    style.victim = button;
+    QCOMPARE(button->minimumSizeHint(), QSize());
+    QVERIFY(style.victim.isNull());
+}
+
+// What the class's documentation tells hosts to do.
+static void paintMotion(KestSwitchButton *button)
+{
+    auto *motion = new QVariantAnimation(button);
+    motion->setDuration(100);
+    motion->setStartValue(0.0);
+    motion->setEndValue(1.0);
+    QObject::connect(motion, &QVariantAnimation::valueChanged, button,
+                     qOverload<>(&QWidget::update));
+    QObject::connect(button, &KestSwitchButton::toggled, motion, [motion] {
+        motion->stop();
+        motion->start();
+    });
+}
+
+void tst_KestSwitchButton::motionOfTheHostShowsTheHandleMove()
+{
+    AnimationClock clock;
+    KestSwitchButton button;
+    paintMotion(&button);
+    button.resize(Size);
+    button.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&button));
+    QCoreApplication::processEvents();
+    const auto shown = [&button] {
+        return button.window()
+            ->windowHandle()
+            ->screen()
+            ->grabWindow(button.winId())
+            .toImage()
+            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    };
+    for (const bool checked : { true, false }) {
+        button.setChecked(checked);
+        const Look look = checked ? onLook() : offLook();
+        for (int i = 1; i <= 5; ++i) {
+            clock.advanceBy(20);
+            const int x = checked ? 1 + 4 * i : 21 - 4 * i;
+            QCOMPARE(shown().pixelColor(x + 9, 10), look.handle.color());
+        }
+    }
+}
+
+void tst_KestSwitchButton::switchSetBeforeItIsShownArrives()
+{
+    AnimationClock clock;
+    for (const bool followed : { false, true }) {
+        KestSwitchButton button;
+        if (followed)
+            paintMotion(&button);
+        button.resize(Size);
+        button.setChecked(true);
+        button.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&button));
+        QCoreApplication::processEvents();
+        PaintCounter paints(&button);
+        for (int i = 0; i < 6; ++i)
+            clock.advanceBy(20);
+        // The switch itself asks for nothing.
+        QCOMPARE(paints.count > 0, followed);
+        QCOMPARE(rendered(&button), expectedImage(onLook(), OnHandle));
+    }
 }
 
 QTEST_MAIN(tst_KestSwitchButton)

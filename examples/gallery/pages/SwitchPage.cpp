@@ -7,6 +7,7 @@
 
 #include "KestSwitchButton.h"
 
+#include <QtCore/QVariantAnimation>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QGroupBox>
@@ -19,10 +20,27 @@ namespace {
 using Page = SwitchPage;
 
 const QSize SwitchSize(48, 24);
+const int MotionMs = 100; // what the handle takes from end to end
+
+// The handle asks for no repaint on its way: without this it may stay painted where it was.
+void paintMotion(KestSwitchButton *button)
+{
+    auto *motion = new QVariantAnimation(button);
+    motion->setDuration(MotionMs);
+    motion->setStartValue(0.0);
+    motion->setEndValue(1.0);
+    QObject::connect(motion, &QVariantAnimation::valueChanged, button,
+                     qOverload<>(&QWidget::update));
+    QObject::connect(button, &KestSwitchButton::toggled, motion, [motion] {
+        motion->stop();
+        motion->start();
+    });
+}
 
 KestSwitchButton *createSwitch(bool checked)
 {
     auto *button = new KestSwitchButton;
+    paintMotion(button);
     button->setFixedSize(SwitchSize);
     button->setChecked(checked);
     return button;
