@@ -23,10 +23,17 @@ class KestMessageBoxPrivate;
     How does an application ask the user something?
 
     \code
-    const KestMessageBox::StandardButton answer = KestMessageBox::question(
-        &window, tr("Close"), tr("Save the changes?"),
-        KestMessageBox::Save | KestMessageBox::Discard | KestMessageBox::Cancel,
-        KestMessageBox::Save);
+    switch (KestMessageBox::question(&window, tr("Close"), tr("Save the changes?"),
+                                     KestMessageBox::Yes | KestMessageBox::No
+                                         | KestMessageBox::Cancel,
+                                     KestMessageBox::Yes)) {
+    case KestMessageBox::Yes:
+        return save();
+    case KestMessageBox::No:
+        return true;
+    default: // Cancel, Escape or the close button
+        return false;
+    }
     \endcode
 
     The interface is QMessageBox's. What it does otherwise, on purpose:
@@ -39,8 +46,31 @@ class KestMessageBoxPrivate;
     \li A box that is closed without a click reports its escape button: Cancel, else an only button,
         else the first with the reject role, else the first with the no role.
     \li The default button is the one with the focus; its own default flag is not set.
-    \li The box fixes its size by its texts whenever it is shown.
+    \li The box fixes its size by its texts whenever it is shown. While it is open,
+        setStandardButtons() fixes it anew; a new title, text, text format, icon or pixmap and
+        buttons that are added or removed do not, until updateSize() is called.
+    \li The central widget is the box's own: it holds the icon, the text and the buttons. A host may
+        put others below them into its layout. With another central widget, or none, the box has no
+        text and no buttons any more: what is set is ignored, and what is asked for is empty,
+        NoButton or null.
     \endlist
+
+    A box that is to close on a button which would leave it open says so:
+
+    \code
+    KestMessageBox box(KestMessageBox::Question, tr("Close"), tr("Save the changes?"),
+                       KestMessageBox::Save | KestMessageBox::Cancel, &window);
+    QPushButton *const discard = box.addButton(KestMessageBox::Discard);
+    connect(discard, &QPushButton::clicked, &box, &QDialog::accept);
+    box.exec();
+    const auto answer = box.standardButton(box.clickedButton());
+    \endcode
+
+    When the box opens, the focus is on the default button, or without one on the button that Enter
+    presses; a focus that the host has set within the contents stays. A letter presses the button
+    with that mnemonic, with or without Alt. Ctrl+C copies the title, the text and the buttons as
+    plain text, in the form that message boxes on Windows have. Screen readers are alerted when the
+    box opens.
 */
 class KEST_EXPORT KestMessageBox : public KestDialog
 {
@@ -116,7 +146,7 @@ public:
 
     /*! Returns the text. */
     QString text() const;
-    /*! Sets the text to \a text. */
+    /*! Sets the text to \a text. An open box keeps its size. */
     void setText(const QString &text);
 
     /*! Returns the format of the text. */
@@ -145,9 +175,11 @@ public:
     /*! Adds \a button with \a role; the box owns it from now on. Null, or a button that the box
         holds already, is ignored. */
     void addButton(QAbstractButton *button, ButtonRole role);
-    /*! Adds a new button with \a text and \a role, and returns it. */
+    /*! Adds a new button with \a text and \a role, and returns it; null where the
+        central widget was replaced. */
     QPushButton *addButton(const QString &text, ButtonRole role);
-    /*! Adds the standard \a button and returns it. */
+    /*! Adds the standard \a button and returns it; null for what is no single standard button, and
+        where the central widget was replaced. */
     QPushButton *addButton(StandardButton button);
     /*! Takes \a button out of the box without deleting it. Null is ignored. */
     void removeButton(QAbstractButton *button);
@@ -191,14 +223,14 @@ public:
                                    StandardButtons buttons = StandardButtons(Yes | No),
                                    StandardButton defaultButton = NoButton);
 
+    void setVisible(bool visible) override;
+
 protected:
     void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     Q_DISABLE_COPY(KestMessageBox)
-    static StandardButton run(QWidget *parent, Icon icon, const QString &title, const QString &text,
-                              StandardButtons buttons, StandardButton defaultButton);
-
     KestMessageBoxPrivate *d;
 };
 
