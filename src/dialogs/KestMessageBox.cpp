@@ -4,11 +4,15 @@
 #include "KestMessageBox.h"
 
 #include "KestTitleBar.h"
+#include "MessageCopy.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QPointer>
+#include <QtGui/QAccessible>
+#include <QtGui/QClipboard>
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
@@ -16,6 +20,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QVBoxLayout>
+
+#include <optional>
 
 namespace {
 
@@ -26,6 +32,14 @@ const int ScreenMargin = 480; // what is left free beside a box on larger screen
 const int WidestBox = 1000;
 const int WidestUnwrapped = 500; // a text that needs more is wrapped
 const int TitleRoom = 50; // for the title bar's button
+
+// Lets its buttons go while it is whole, since whoever hears of their end may ask for others.
+class ButtonBox : public QDialogButtonBox
+{
+public:
+    using QDialogButtonBox::QDialogButtonBox;
+    ~ButtonBox() override { clear(); }
+};
 
 struct Limits
 {
@@ -40,7 +54,7 @@ Limits limitsFor(int screenWidth)
              qMin(screenWidth / 2, WidestUnwrapped) };
 }
 
-QStyle::StandardPixmap standardPixmap(KestMessageBox::Icon icon)
+std::optional<QStyle::StandardPixmap> standardPixmap(KestMessageBox::Icon icon)
 {
     switch (icon) {
     case KestMessageBox::Information:
@@ -52,7 +66,7 @@ QStyle::StandardPixmap standardPixmap(KestMessageBox::Icon icon)
     case KestMessageBox::Question:
         return QStyle::SP_MessageBoxQuestion;
     default:
-        return QStyle::SP_CustomBase;
+        return std::nullopt;
     }
 }
 
@@ -66,6 +80,41 @@ QDialogButtonBox::StandardButtons toBox(KestMessageBox::StandardButtons buttons)
     return QDialogButtonBox::StandardButtons(int(buttons));
 }
 
+const QScreen *screenBelowPointer()
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    const int number = qMax(0, screens.indexOf(QGuiApplication::screenAt(QCursor::pos())));
+    qDebug() << "KestMessageBox::updateSize screenNum=" << number;
+    return screens.value(number);
+}
+
+int widthForTitle(const QString &title)
+{
+    const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
+    return metrics.horizontalAdvance(title) + TitleRoom;
+}
+
+int layoutHeight(const QLayout *layout, int width)
+{
+    return layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                       : layout->totalMinimumSize().height();
+}
+
+KestMessageBox::StandardButton ask(KestMessageBox::Icon icon, QWidget *parent, const QString &title,
+                                   const QString &text, KestMessageBox::StandardButtons buttons,
+                                   KestMessageBox::StandardButton defaultButton)
+{
+    // Not on the stack: the parent may be deleted, and the box with it, while the box is open.
+    const QPointer<KestMessageBox> box(new KestMessageBox(icon, title, text, buttons, parent));
+    box->setDefaultButton(defaultButton);
+    box->exec();
+    if (!box)
+        return KestMessageBox::NoButton;
+    const KestMessageBox::StandardButton result = box->standardButton(box->clickedButton());
+    delete box;
+    return result;
+}
+
 } // namespace
 
 class KestMessageBoxPrivate
@@ -73,12 +122,20 @@ class KestMessageBoxPrivate
 public:
     explicit KestMessageBoxPrivate(KestMessageBox *box);
 
+    QList<QAbstractButton *> buttons() const;
+    QPushButton *standardButton(QDialogButtonBox::StandardButton button) const;
     QAbstractButton *firstWithRole(QDialogButtonBox::ButtonRole role) const;
+    QAbstractButton *buttonForLetter(const QKeyEvent *event) const;
+    bool focusIsInTheMessage() const;
+    QPushButton *buttonForEnter() const;
+    int contentsWidth(int softLimit);
 
-    QLabel *label;
-    QLabel *iconLabel;
+    KestMessageBox *q;
+    // Weak: a host may put something else in place of the message.
+    QPointer<QLabel> label;
+    QPointer<QLabel> iconLabel;
+    QPointer<QDialogButtonBox> buttonBox;
     KestMessageBox::Icon icon = KestMessageBox::NoIcon;
-    QDialogButtonBox *buttonBox;
     // Weak: removed buttons are their owner's to delete.
     QPointer<QAbstractButton> clickedButton;
     QPointer<QAbstractButton> defaultButton;
@@ -86,7 +143,7 @@ public:
 };
 
 KestMessageBoxPrivate::KestMessageBoxPrivate(KestMessageBox *box)
-    : label(new QLabel(box)), iconLabel(new QLabel(box)), buttonBox(new QDialogButtonBox(box))
+    : q(box), label(new QLabel(box)), iconLabel(new QLabel(box)), buttonBox(new ButtonBox(box))
 {
     auto *layout = new QVBoxLayout(box->centralWidget());
     auto *message = new QHBoxLayout;
@@ -104,14 +161,72 @@ KestMessageBoxPrivate::KestMessageBoxPrivate(KestMessageBox *box)
     QObject::connect(buttonBox, &QDialogButtonBox::rejected, box, &QDialog::reject);
 }
 
+QList<QAbstractButton *> KestMessageBoxPrivate::buttons() const
+{
+    return buttonBox ? buttonBox->buttons() : QList<QAbstractButton *>();
+}
+
+// Of a standard button that a host has deleted the button box keeps the address.
+QPushButton *KestMessageBoxPrivate::standardButton(QDialogButtonBox::StandardButton button) const
+{
+    QPushButton *const held = buttonBox ? buttonBox->button(button) : nullptr;
+    return buttons().contains(held) ? held : nullptr;
+}
+
 QAbstractButton *KestMessageBoxPrivate::firstWithRole(QDialogButtonBox::ButtonRole role) const
 {
-    const QList<QAbstractButton *> buttons = buttonBox->buttons();
-    for (QAbstractButton *button : buttons) {
+    const QList<QAbstractButton *> held = buttons();
+    for (QAbstractButton *button : held) {
         if (buttonBox->buttonRole(button) == role)
             return button;
     }
     return nullptr;
+}
+
+// A key that repeats was held down for something else, before the box was there.
+QAbstractButton *KestMessageBoxPrivate::buttonForLetter(const QKeyEvent *event) const
+{
+    if (event->isAutoRepeat()
+        || event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return nullptr;
+    const QKeySequence letter(Qt::ALT + event->key());
+    const QList<QAbstractButton *> held = buttons();
+    for (QAbstractButton *button : held) {
+        if (button->isVisible() && button->isEnabled()
+            && QKeySequence::mnemonic(button->text()) == letter)
+            return button;
+    }
+    return nullptr;
+}
+
+bool KestMessageBoxPrivate::focusIsInTheMessage() const
+{
+    const QWidget *const focus = q->focusWidget();
+    return focus && focus->isVisible() && focus->isEnabled() && q->centralWidget()
+        && q->centralWidget()->isAncestorOf(focus);
+}
+
+QPushButton *KestMessageBoxPrivate::buttonForEnter() const
+{
+    const QList<QPushButton *> pushButtons = q->findChildren<QPushButton *>();
+    for (QPushButton *button : pushButtons) {
+        if (button->isDefault() && button->isVisible())
+            return button;
+    }
+    return nullptr;
+}
+
+// The least width of the contents; wraps the text where it would be wider than softLimit.
+int KestMessageBoxPrivate::contentsWidth(int softLimit)
+{
+    if (label)
+        label->setWordWrap(false);
+    const int width = q->layoutMinimumWidth();
+    if (width <= softLimit)
+        return width;
+    if (label)
+        label->setWordWrap(true);
+    return qMax(softLimit, q->layoutMinimumWidth());
 }
 
 KestMessageBox::KestMessageBox(QWidget *parent)
@@ -131,37 +246,46 @@ KestMessageBox::KestMessageBox(Icon icon, const QString &title, const QString &t
 
 KestMessageBox::~KestMessageBox()
 {
+    // Whoever hears of it still meets a whole box: of what the rest of the destruction hides, takes
+    // the focus from or deletes nothing leads to the record any more.
+    hide();
+    if (QWidget *const focus = focusWidget())
+        focus->clearFocus();
+    delete d->buttonBox;
     delete d;
 }
 
 QString KestMessageBox::text() const
 {
-    return d->label->text();
+    return d->label ? d->label->text() : QString();
 }
 
 void KestMessageBox::setText(const QString &text)
 {
-    d->label->setText(text);
+    if (d->label)
+        d->label->setText(text);
 }
 
 Qt::TextFormat KestMessageBox::textFormat() const
 {
-    return d->label->textFormat();
+    return d->label ? d->label->textFormat() : Qt::AutoText;
 }
 
 void KestMessageBox::setTextFormat(Qt::TextFormat format)
 {
-    d->label->setTextFormat(format);
+    if (d->label)
+        d->label->setTextFormat(format);
 }
 
 Qt::TextInteractionFlags KestMessageBox::textInteractionFlags() const
 {
-    return d->label->textInteractionFlags();
+    return d->label ? d->label->textInteractionFlags() : Qt::NoTextInteraction;
 }
 
 void KestMessageBox::setTextInteractionFlags(Qt::TextInteractionFlags flags)
 {
-    d->label->setTextInteractionFlags(flags);
+    if (d->label)
+        d->label->setTextInteractionFlags(flags);
 }
 
 KestMessageBox::Icon KestMessageBox::icon() const
@@ -172,26 +296,37 @@ KestMessageBox::Icon KestMessageBox::icon() const
 void KestMessageBox::setIcon(Icon icon)
 {
     d->icon = icon;
-    const QStyle::StandardPixmap pixmap = standardPixmap(icon);
-    if (pixmap != QStyle::SP_CustomBase)
-        d->iconLabel->setPixmap(style()->proxy()->standardPixmap(pixmap, nullptr));
+    const std::optional<QStyle::StandardPixmap> number = standardPixmap(icon);
+    if (!number)
+        return;
+    // The style may be the host's.
+    const QPointer<KestMessageBox> guard(this);
+    const QPixmap pixmap = style()->proxy()->standardPixmap(*number, nullptr);
+    if (guard && d->icon == icon && d->iconLabel)
+        d->iconLabel->setPixmap(pixmap);
 }
 
 void KestMessageBox::setIconPixmap(const QPixmap &pixmap)
 {
     d->icon = NoIcon;
-    d->iconLabel->setPixmap(pixmap);
+    if (d->iconLabel)
+        d->iconLabel->setPixmap(pixmap);
 }
 
 KestMessageBox::StandardButtons KestMessageBox::standardButtons() const
 {
-    return StandardButtons(int(d->buttonBox->standardButtons()));
+    return d->buttonBox ? StandardButtons(int(d->buttonBox->standardButtons())) : NoButton;
 }
 
 void KestMessageBox::setStandardButtons(StandardButtons buttons)
 {
+    if (!d->buttonBox)
+        return;
+    const QPointer<KestMessageBox> guard(this);
     d->buttonBox->setStandardButtons(toBox(buttons));
-    const QList<QAbstractButton *> held = d->buttonBox->buttons();
+    if (!guard)
+        return;
+    const QList<QAbstractButton *> held = d->buttons();
     if (!held.contains(d->escapeButton))
         d->escapeButton = nullptr;
     if (!held.contains(d->defaultButton))
@@ -201,12 +336,14 @@ void KestMessageBox::setStandardButtons(StandardButtons buttons)
 
 void KestMessageBox::addButton(QAbstractButton *button, ButtonRole role)
 {
-    if (button && !d->buttonBox->buttons().contains(button))
+    if (button && d->buttonBox && !d->buttons().contains(button))
         d->buttonBox->addButton(button, QDialogButtonBox::ButtonRole(role));
 }
 
 QPushButton *KestMessageBox::addButton(const QString &text, ButtonRole role)
 {
+    if (!d->buttonBox)
+        return nullptr;
     auto *button = new QPushButton(text, this);
     addButton(button, role);
     return button;
@@ -214,27 +351,28 @@ QPushButton *KestMessageBox::addButton(const QString &text, ButtonRole role)
 
 QPushButton *KestMessageBox::addButton(StandardButton button)
 {
-    return d->buttonBox->addButton(toBox(button));
+    return d->buttonBox ? d->buttonBox->addButton(toBox(button)) : nullptr;
 }
 
 void KestMessageBox::removeButton(QAbstractButton *button)
 {
-    if (button)
+    if (button && d->buttonBox)
         d->buttonBox->removeButton(button);
 }
 
 KestMessageBox::StandardButton KestMessageBox::defaultButton()
 {
-    return StandardButton(int(d->buttonBox->standardButton(d->defaultButton)));
+    return d->buttonBox ? StandardButton(int(d->buttonBox->standardButton(d->defaultButton)))
+                        : NoButton;
 }
 
 void KestMessageBox::setDefaultButton(StandardButton button)
 {
-    QPushButton *const held = d->buttonBox->button(toBox(button));
+    QPushButton *const held = d->standardButton(toBox(button));
     if (!held)
         return;
-    held->setFocus(Qt::OtherFocusReason);
     d->defaultButton = held;
+    held->setFocus(Qt::OtherFocusReason);
 }
 
 QAbstractButton *KestMessageBox::clickedButton() const
@@ -248,16 +386,16 @@ KestMessageBox::StandardButton KestMessageBox::standardButton(QAbstractButton *b
         detectEscapeButton();
         button = d->escapeButton;
     }
-    return StandardButton(int(d->buttonBox->standardButton(button)));
+    return d->buttonBox ? StandardButton(int(d->buttonBox->standardButton(button))) : NoButton;
 }
 
 void KestMessageBox::detectEscapeButton() const
 {
     if (d->escapeButton)
         return;
-    d->escapeButton = d->buttonBox->button(QDialogButtonBox::Cancel);
-    if (!d->escapeButton && d->buttonBox->buttons().size() == 1)
-        d->escapeButton = d->buttonBox->buttons().constFirst();
+    d->escapeButton = d->standardButton(QDialogButtonBox::Cancel);
+    if (!d->escapeButton && d->buttons().size() == 1)
+        d->escapeButton = d->buttons().constFirst();
     if (!d->escapeButton)
         d->escapeButton = d->firstWithRole(QDialogButtonBox::RejectRole);
     if (!d->escapeButton)
@@ -266,43 +404,37 @@ void KestMessageBox::detectEscapeButton() const
 
 int KestMessageBox::layoutMinimumWidth()
 {
-    QWidget *const central = centralWidget();
-    if (!central || !central->layout())
-        return 0;
-    central->layout()->activate();
-    return central->layout()->totalMinimumSize().width();
+    const QWidget *const central = centralWidget();
+    const QPointer<QLayout> layout(central ? central->layout() : nullptr);
+    if (layout)
+        layout->activate();
+    return layout ? layout->totalMinimumSize().width() : 0;
 }
 
 void KestMessageBox::updateSize()
 {
     if (!isVisible())
         return;
-    const QList<QScreen *> screens = QGuiApplication::screens();
-    const int number = qMax(0, screens.indexOf(QGuiApplication::screenAt(QCursor::pos())));
-    qDebug() << "KestMessageBox::updateSize screenNum=" << number;
-    const QScreen *const screen = screens.value(number);
-    // A host may have put other contents in place of the message.
-    QLayout *const layout = centralWidget() ? centralWidget()->layout() : nullptr;
+    const QScreen *const screen = screenBelowPointer();
+    const QWidget *const central = centralWidget();
+    const QPointer<QLayout> layout(central ? central->layout() : nullptr);
     if (!screen || !layout)
         return;
 
     const Limits limits = limitsFor(screen->size().width());
-    d->label->setWordWrap(false);
-    int width = layoutMinimumWidth();
-    if (width > limits.soft) {
-        d->label->setWordWrap(true);
-        width = qMax(limits.soft, layoutMinimumWidth());
-    }
-    const QFontMetrics metrics(QApplication::font("QMdiSubWindowTitleBar"));
-    const int titleWidth = metrics.horizontalAdvance(windowTitle()) + TitleRoom;
-    width = qMax(width, qMin(titleWidth, limits.hard));
-
+    // Activating the layout tells its widgets their new sizes.
+    const QPointer<KestMessageBox> guard(this);
+    int width = d->contentsWidth(limits.soft);
+    if (!guard || !layout)
+        return;
+    width = qMax(width, qMin(widthForTitle(windowTitle()), limits.hard));
     layout->activate();
-    const int height = layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
-                                                   : layout->totalMinimumSize().height();
+    if (!guard || !layout)
+        return;
     const QMargins around = contentsMargins() + layout->contentsMargins();
     setFixedSize(width + around.left() + around.right(),
-                 height + titleBar()->height() + around.top() + around.bottom());
+                 layoutHeight(layout, width) + titleBar()->height() + around.top()
+                     + around.bottom());
 }
 
 KestMessageBox::StandardButton KestMessageBox::information(QWidget *parent, const QString &title,
@@ -310,14 +442,14 @@ KestMessageBox::StandardButton KestMessageBox::information(QWidget *parent, cons
                                                            StandardButtons buttons,
                                                            StandardButton defaultButton)
 {
-    return run(parent, Information, title, text, buttons, defaultButton);
+    return ask(Information, parent, title, text, buttons, defaultButton);
 }
 
 KestMessageBox::StandardButton KestMessageBox::warning(QWidget *parent, const QString &title,
                                                        const QString &text, StandardButtons buttons,
                                                        StandardButton defaultButton)
 {
-    return run(parent, Warning, title, text, buttons, defaultButton);
+    return ask(Warning, parent, title, text, buttons, defaultButton);
 }
 
 KestMessageBox::StandardButton KestMessageBox::critical(QWidget *parent, const QString &title,
@@ -325,7 +457,7 @@ KestMessageBox::StandardButton KestMessageBox::critical(QWidget *parent, const Q
                                                         StandardButtons buttons,
                                                         StandardButton defaultButton)
 {
-    return run(parent, Critical, title, text, buttons, defaultButton);
+    return ask(Critical, parent, title, text, buttons, defaultButton);
 }
 
 KestMessageBox::StandardButton KestMessageBox::question(QWidget *parent, const QString &title,
@@ -333,34 +465,42 @@ KestMessageBox::StandardButton KestMessageBox::question(QWidget *parent, const Q
                                                         StandardButtons buttons,
                                                         StandardButton defaultButton)
 {
-    return run(parent, Question, title, text, buttons, defaultButton);
+    return ask(Question, parent, title, text, buttons, defaultButton);
+}
+
+void KestMessageBox::setVisible(bool visible)
+{
+    const QPointer<KestMessageBox> guard(this);
+    const bool opens = visible && !isVisible();
+    KestDialog::setVisible(visible);
+    // Only now is it known which button Enter presses.
+    if (!guard || !opens || d->focusIsInTheMessage())
+        return;
+    if (QPushButton *const button = d->buttonForEnter())
+        button->setFocus(Qt::OtherFocusReason);
 }
 
 void KestMessageBox::showEvent(QShowEvent *event)
 {
+    const QPointer<KestMessageBox> guard(this);
     updateSize();
+    if (!guard)
+        return;
     // The box is centred on its parent anew.
     setAttribute(Qt::WA_Moved, false);
-    QDialog::showEvent(event);
+    KestDialog::showEvent(event);
+    if (!guard || event->spontaneous())
+        return;
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
-KestMessageBox::StandardButton KestMessageBox::run(QWidget *parent, Icon icon, const QString &title,
-                                                   const QString &text, StandardButtons buttons,
-                                                   StandardButton defaultButton)
+void KestMessageBox::keyPressEvent(QKeyEvent *event)
 {
-    // Not on the stack: the parent may be deleted, and the box with it, while the box is open.
-    const QPointer<KestMessageBox> box(new KestMessageBox(parent));
-    box->d->buttonBox->setStandardButtons(toBox(buttons));
-    box->d->label->setText(text);
-    box->setWindowTitle(title);
-    box->setWindowFlags(Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint | Qt::FramelessWindowHint
-                        | Qt::WindowCloseButtonHint);
-    box->setIcon(icon);
-    box->setDefaultButton(defaultButton);
-    box->exec();
-    if (!box)
-        return NoButton;
-    const StandardButton result = box->standardButton(box->clickedButton());
-    delete box;
-    return result;
+    if (event->matches(QKeySequence::Copy))
+        QGuiApplication::clipboard()->setText(copyOfMessage(windowTitle(), d->label, d->buttonBox));
+    else if (QAbstractButton *const button = d->buttonForLetter(event))
+        button->click();
+    else
+        KestDialog::keyPressEvent(event);
 }

@@ -11,6 +11,7 @@
 #include "RealInput.h"
 
 #include <QtCore/QTimer>
+#include <QtGui/QClipboard>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -62,7 +63,11 @@ private Q_SLOTS:
     void keysAnswer_data();
     void keysAnswer();
     void tabGoesThroughTheButtons();
+    void mnemonicPressesItsButton_data();
     void mnemonicPressesItsButton();
+    void firstFocusIsOnAButton();
+    void boxThatIsShownAgainHasTheFocusOnAButton();
+    void boxIsCopied();
     void clickAnswers();
     void closeButtonAnswersWithTheEscapeButton();
     void boxIsCentredOnItsParent();
@@ -137,22 +142,85 @@ void tst_Dialogs_Window::tabGoesThroughTheButtons()
     QCOMPARE(visited.at(2), Box::Ok);
 }
 
+void tst_Dialogs_Window::mnemonicPressesItsButton_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("with Alt") << QStringLiteral("Alt+s");
+    QTest::newRow("alone") << QStringLiteral("s");
+    QTest::newRow("capital") << QStringLiteral("Shift+s");
+}
+
 void tst_Dialogs_Window::mnemonicPressesItsButton()
 {
+    QFETCH(QString, key);
     Box box(m_window.get());
     box.setText(QStringLiteral("Which?"));
     QPushButton *const first = box.addButton(QStringLiteral("&First"), Box::AcceptRole);
     QPushButton *const second = box.addButton(QStringLiteral("&Second"), Box::AcceptRole);
     QVERIFY(first);
-    QTimer::singleShot(0, &box, [&box] {
+    QTimer::singleShot(0, &box, [&box, key] {
         const bool active = QTest::qWaitForWindowActive(&box);
         RealInput::settle(80);
-        RealInput::key(QStringLiteral("Alt+s"));
+        RealInput::key(key);
         QTimer::singleShot(5000, &box, &QDialog::reject);
         QVERIFY(active);
     });
     QCOMPARE(box.exec(), int(QDialog::Accepted));
     QCOMPARE(box.clickedButton(), second);
+}
+
+void tst_Dialogs_Window::firstFocusIsOnAButton()
+{
+    Box::StandardButton focused = Box::NoButton;
+    onOpenBox([&](Box *box) {
+        focused = box->standardButton(qobject_cast<QAbstractButton *>(QApplication::focusWidget()));
+        RealInput::key(QStringLiteral("space"));
+    });
+    QCOMPARE(Box::question(m_window.get(), QStringLiteral("Title"), QStringLiteral("Really?")),
+             Box::Yes);
+    QCOMPARE(focused, Box::Yes);
+}
+
+void tst_Dialogs_Window::boxThatIsShownAgainHasTheFocusOnAButton()
+{
+    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Again?"), Box::Ok | Box::Cancel,
+            m_window.get());
+    QList<QWidget *> focused;
+    for (int i = 0; i < 2; ++i) {
+        QTimer::singleShot(0, &box, [&] {
+            const bool active = QTest::qWaitForWindowActive(&box);
+            RealInput::settle(80);
+            focused.append(QApplication::focusWidget());
+            // The title bar takes the focus by a click.
+            RealInput::click(RealInput::windowPosition(box.winId())
+                             + box.titleBar()->mapTo(&box, QPoint(60, 20)));
+            RealInput::settle(80);
+            RealInput::key(QStringLiteral("Escape"));
+            QTimer::singleShot(5000, &box, &QDialog::reject);
+            QVERIFY(active);
+        });
+        QCOMPARE(box.exec(), int(QDialog::Rejected));
+    }
+    QPushButton *const ok = box.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+    QCOMPARE(focused, (QList<QWidget *> { ok, ok }));
+}
+
+void tst_Dialogs_Window::boxIsCopied()
+{
+    QString copied;
+    onOpenBox([&](Box *) {
+        RealInput::key(QStringLiteral("Control+c"));
+        copied = QGuiApplication::clipboard()->text();
+        RealInput::key(QStringLiteral("Escape"));
+    });
+    Box::information(m_window.get(), QStringLiteral("Title"), QStringLiteral("What is said."));
+    const QStringList lines = copied.split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 8);
+    QCOMPARE(lines.at(1), QStringLiteral("Title"));
+    QCOMPARE(lines.at(3), QStringLiteral("What is said."));
+    QCOMPARE(lines.at(5), QStringLiteral("OK   "));
+    for (const int dashes : { 0, 2, 4, 6 })
+        QCOMPARE(lines.at(dashes), QString(27, QLatin1Char('-')));
 }
 
 void tst_Dialogs_Window::clickAnswers()

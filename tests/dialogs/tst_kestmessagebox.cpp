@@ -10,11 +10,16 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QAccessible>
+#include <QtGui/QClipboard>
 #include <QtGui/QScreen>
+#include <QtGui/private/qguiapplication_p.h>
+#include <QtGui/qpa/qplatformaccessibility.h>
+#include <QtGui/qpa/qplatformintegration.h>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
@@ -123,6 +128,7 @@ private Q_SLOTS:
     void staticFunctionsReturnTheEscapeButton_data();
     void staticFunctionsReturnTheEscapeButton();
     void discardLeavesTheBoxOpen();
+    void discardClosesWhereTheHostSaysSo();
     void defaultArgumentsAreQMessageBoxs();
     void parentMayDieWhileTheBoxIsOpen();
     void boxesMayBeNested();
@@ -135,7 +141,19 @@ private Q_SLOTS:
     void boxIsCentredAnewOnEveryShow();
 
     void enterPressesTheDefaultButton();
+    void firstFocusIsOnTheButtonThatEnterPresses_data();
+    void firstFocusIsOnTheButtonThatEnterPresses();
+    void secondShowPutsTheFocusOnAButtonAgain();
+    void focusThatTheHostSetStays();
+    void letterPressesTheButtonWithThatMnemonic();
+    void letterPressesOnlyButtonsThatCanBePressed();
+    void letterTypedIntoAnInputPressesNothing();
+    void copyTakesTitleTextAndButtons();
+    void copiedTextIsPlain_data();
+    void copiedTextIsPlain();
+    void copyOfASelectionTakesOnlyThat();
     void screenReaderFindsTextAndButtons();
+    void screenReaderIsAlertedOnShow();
 };
 
 void tst_KestMessageBox::iconValues()
@@ -689,6 +707,24 @@ void tst_KestMessageBox::discardLeavesTheBoxOpen()
     QVERIFY(open);
 }
 
+void tst_KestMessageBox::discardClosesWhereTheHostSaysSo()
+{
+    for (const bool escape : { false, true }) {
+        Box box(Box::Question, QStringLiteral("Close"), QStringLiteral("Save the changes?"),
+                Box::Save | Box::Cancel);
+        QPushButton *const discard = box.addButton(Box::Discard);
+        connect(discard, &QPushButton::clicked, &box, &QDialog::accept);
+        QTimer::singleShot(0, &box, [&] {
+            if (escape)
+                QTest::keyClick(&box, Qt::Key_Escape);
+            else
+                QTest::mouseClick(discard, Qt::LeftButton);
+        });
+        box.exec();
+        QCOMPARE(box.standardButton(box.clickedButton()), escape ? Box::Cancel : Box::Discard);
+    }
+}
+
 void tst_KestMessageBox::defaultArgumentsAreQMessageBoxs()
 {
     // The buttons that each static function shows when it is told nothing.
@@ -885,6 +921,218 @@ void tst_KestMessageBox::enterPressesTheDefaultButton()
     QCOMPARE(Box::question(nullptr, QString(), QString(), Box::Yes | Box::No, Box::No), Box::No);
 }
 
+void tst_KestMessageBox::firstFocusIsOnTheButtonThatEnterPresses_data()
+{
+    QTest::addColumn<int>("buttons");
+    QTest::addColumn<QString>("ownDefault"); // text of a button that is made the default one
+    QTest::addColumn<bool>("link");
+    QTest::newRow("accept role") << int(Box::Ok | Box::Cancel) << QString() << false;
+    QTest::newRow("accept role after others")
+        << int(Box::Help | Box::Cancel | Box::Save) << QString() << false;
+    QTest::newRow("yes and no") << int(Box::Yes | Box::No) << QString() << false;
+    QTest::newRow("one that rejects") << int(Box::Close) << QString() << false;
+    QTest::newRow("none that closes") << int(Box::Apply | Box::Reset) << QString() << false;
+    QTest::newRow("a default of the host's")
+        << int(Box::Ok | Box::Cancel) << QStringLiteral("own") << false;
+    QTest::newRow("with a link in the text") << int(Box::Ok | Box::Cancel) << QString() << true;
+}
+
+void tst_KestMessageBox::firstFocusIsOnTheButtonThatEnterPresses()
+{
+    QFETCH(int, buttons);
+    QFETCH(QString, ownDefault);
+    QFETCH(bool, link);
+    Box box;
+    box.setText(QStringLiteral("<a href='there'>there</a>"));
+    if (link)
+        box.setTextInteractionFlags(Qt::TextBrowserInteraction);
+    box.setStandardButtons(Box::StandardButtons(buttons));
+    QPushButton *own = nullptr;
+    if (!ownDefault.isEmpty()) {
+        own = box.addButton(ownDefault, Box::ActionRole);
+        own->setDefault(true);
+    }
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    auto *focused = qobject_cast<QPushButton *>(QApplication::focusWidget());
+    QVERIFY(focused);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    if (own)
+        QCOMPARE(focused, own);
+
+    // Enter on the box itself, whatever has the focus, presses the same one.
+    QTest::keyClick(&box, Qt::Key_Return);
+    QCOMPARE(box.clickedButton(), focused);
+}
+
+void tst_KestMessageBox::secondShowPutsTheFocusOnAButtonAgain()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    box.titleBar()->setFocus();
+    QVERIFY(box.titleBar()->hasFocus());
+    box.hide();
+    box.show();
+    QCOMPARE(box.focusWidget(), buttonOf(box, Box::Ok));
+
+    // Shown already: nothing opens.
+    box.titleBar()->setFocus();
+    box.show();
+    QCOMPARE(box.focusWidget(), box.titleBar());
+}
+
+void tst_KestMessageBox::focusThatTheHostSetStays()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    buttonOf(box, Box::Cancel)->setFocus();
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QCOMPARE(QApplication::focusWidget(), buttonOf(box, Box::Cancel));
+}
+
+void tst_KestMessageBox::letterPressesTheButtonWithThatMnemonic()
+{
+    Box box;
+    box.setText(QStringLiteral("Which?"));
+    QPushButton *const first = box.addButton(QStringLiteral("&First"), Box::ActionRole);
+    QPushButton *const second = box.addButton(QStringLiteral("S&econd"), Box::ActionRole);
+    QPushButton *const cyrillic = box.addButton(QStringLiteral("&\u0414\u0430"), Box::ActionRole);
+    QPushButton *const none = box.addButton(QStringLiteral("Third && last"), Box::ActionRole);
+    none->setShortcut(QStringLiteral("Ctrl+T"));
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QSignalSpy thirdClicked(none, &QPushButton::clicked);
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_E);
+    QTRY_COMPARE(box.clickedButton(), second);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ShiftModifier);
+    QTRY_COMPARE(box.clickedButton(), first);
+    QKeyEvent de(QEvent::KeyPress, 0x0414, Qt::NoModifier, QStringLiteral("\u0434"));
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &de);
+    QTRY_COMPARE(box.clickedButton(), cyrillic);
+
+    // No mnemonics, or no plain letters.
+    for (const Qt::Key key : { Qt::Key_T, Qt::Key_S, Qt::Key_L, Qt::Key_Ampersand, Qt::Key_F5 })
+        QTest::keyClick(QApplication::focusWidget(), key);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::ControlModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::MetaModifier);
+    // A key that is still held down from before the box was there.
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_E, Qt::NoModifier, QStringLiteral("e"), true);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &held);
+    QTest::qWait(150);
+    QCOMPARE(box.clickedButton(), cyrillic);
+    QCOMPARE(thirdClicked.count(), 0);
+    QVERIFY(box.isVisible());
+}
+
+void tst_KestMessageBox::letterPressesOnlyButtonsThatCanBePressed()
+{
+    Box box;
+    QPushButton *const hidden = box.addButton(QStringLiteral("&Go"), Box::ActionRole);
+    QPushButton *const disabled = box.addButton(QStringLiteral("&Go"), Box::ActionRole);
+    QPushButton *const third = box.addButton(QStringLiteral("&Go"), Box::ActionRole);
+    disabled->setEnabled(false);
+    box.show();
+    hidden->hide();
+    QTest::keyClick(&box, Qt::Key_G);
+    QTRY_COMPARE(box.clickedButton(), third);
+}
+
+void tst_KestMessageBox::letterTypedIntoAnInputPressesNothing()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok);
+    QPushButton *const go = box.addButton(QStringLiteral("&Go"), Box::ActionRole);
+    QVERIFY(go);
+    auto *input = new QLineEdit;
+    box.centralWidget()->layout()->addWidget(input);
+    input->setFocus();
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QTest::keyClick(QApplication::focusWidget(), 'g');
+    QCOMPARE(input->text(), QStringLiteral("g"));
+    QVERIFY(!box.clickedButton());
+}
+
+void tst_KestMessageBox::copyTakesTitleTextAndButtons()
+{
+    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("First line\nSecond && <last>"),
+            Box::Ok | Box::Cancel);
+    buttonOf(box, Box::Ok)->setText(QStringLiteral("&Do && go"));
+    buttonOf(box, Box::Cancel)->setText(QStringLiteral("Ca&ncel"));
+    QPushButton *const hidden = box.addButton(QStringLiteral("Hidden"), Box::ActionRole);
+    box.show();
+    hidden->hide();
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
+
+    // The buttons in the order in which they are read.
+    const bool okFirst = buttonOf(box, Box::Ok)->x() < buttonOf(box, Box::Cancel)->x();
+    const QString line(27, QLatin1Char('-'));
+    const QStringList expected {
+        line,
+        QStringLiteral("Title"),
+        line,
+        QStringLiteral("First line"),
+        QStringLiteral("Second && <last>"),
+        line,
+        okFirst ? QStringLiteral("Do & go   Cancel   ") : QStringLiteral("Cancel   Do & go   "),
+        line,
+        QString(),
+    };
+    QCOMPARE(QGuiApplication::clipboard()->text().split(QLatin1Char('\n')), expected);
+    QVERIFY(box.isVisible());
+    QVERIFY(!box.clickedButton());
+}
+
+void tst_KestMessageBox::copiedTextIsPlain_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("format");
+    QTest::addColumn<QString>("copied");
+    const QString rich = QStringLiteral("<b>Bold</b> &amp; <i>slanted</i><br>next");
+    const QString read = QStringLiteral("Bold & slanted\nnext");
+    QTest::newRow("guessed") << rich << int(Qt::AutoText) << read;
+    QTest::newRow("rich") << rich << int(Qt::RichText) << read;
+    QTest::newRow("plain") << rich << int(Qt::PlainText) << rich;
+    QTest::newRow("Markdown") << QStringLiteral("**Bold** and *slanted*") << int(Qt::MarkdownText)
+                              << QStringLiteral("Bold and slanted");
+}
+
+void tst_KestMessageBox::copiedTextIsPlain()
+{
+    QFETCH(QString, text);
+    QFETCH(int, format);
+    QFETCH(QString, copied);
+    Box box(Box::Question, QStringLiteral("Title"), text, Box::Ok);
+    box.setTextFormat(Qt::TextFormat(format));
+    box.show();
+    QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
+    const QString line = QString(27, QLatin1Char('-')) + QLatin1Char('\n');
+    QCOMPARE(QGuiApplication::clipboard()->text().section(line, 2, 2).trimmed(), copied);
+}
+
+void tst_KestMessageBox::copyOfASelectionTakesOnlyThat()
+{
+    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Some words"), Box::Ok);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    textLabel(box)->setFocus();
+    textLabel(box)->setSelection(5, 5);
+    QTest::keyClick(textLabel(box), Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("words"));
+}
+
 void tst_KestMessageBox::screenReaderFindsTextAndButtons()
 {
     Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("What now?"),
@@ -904,6 +1152,38 @@ void tst_KestMessageBox::screenReaderFindsTextAndButtons()
         QVERIFY(!found->text(QAccessible::Name).isEmpty());
         QVERIFY(found->state().focusable);
     }
+}
+
+void tst_KestMessageBox::screenReaderIsAlertedOnShow()
+{
+    static QList<QObject *> alerted;
+    alerted.clear();
+    // As when a screen reader is there.
+    QPlatformAccessibility *const platform =
+        QGuiApplicationPrivate::platformIntegration()->accessibility();
+    platform->setActive(true);
+    const QAccessible::UpdateHandler old =
+        QAccessible::installUpdateHandler([](QAccessibleEvent *event) {
+            if (event->type() == QAccessible::Alert)
+                alerted.append(event->object());
+        });
+    Box box(Box::Warning, QStringLiteral("Title"), QStringLiteral("Careful."), Box::Ok);
+    const int beforeShow = alerted.size();
+    box.show();
+    const int afterShow = alerted.size();
+    // Back from the task bar it is nothing new.
+    QShowEvent restored;
+    QSpontaneKeyEvent::setSpontaneous(&restored);
+    qApp->notify(&box, &restored);
+    const int afterRestoring = alerted.size();
+    box.hide();
+    box.show();
+    QAccessible::installUpdateHandler(old);
+    platform->setActive(false);
+    QCOMPARE(beforeShow, 0);
+    QCOMPARE(afterShow, 1);
+    QCOMPARE(afterRestoring, 1);
+    QCOMPARE(alerted, (QList<QObject *> { &box, &box }));
 }
 
 QTEST_MAIN(tst_KestMessageBox)

@@ -1,0 +1,334 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+// Message boxes and the busy overlay with a host that deletes things, or calls back, in the middle
+// of what they do.
+
+#include "KestMessageBox.h"
+#include "KestTitleBar.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtGui/QClipboard>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyleFactory>
+#include <QtWidgets/QVBoxLayout>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+using Box = KestMessageBox;
+
+void deleteWhatWaits()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+QPushButton *buttonOf(const Box &box, Box::StandardButton button)
+{
+    return box.findChild<QDialogButtonBox *>()->button(
+        QDialogButtonBox::StandardButton(int(button)));
+}
+
+bool activate(QWidget *window)
+{
+    window->show();
+    window->activateWindow();
+    return QTest::qWaitForWindowActive(window);
+}
+
+// Does something whenever it is asked for a pixmap.
+class CallingStyle : public QProxyStyle
+{
+public:
+    CallingStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("fusion"))) { }
+
+    QPixmap standardPixmap(StandardPixmap pixmap, const QStyleOption *option,
+                           const QWidget *widget) const override
+    {
+        QPixmap result = QProxyStyle::standardPixmap(pixmap, option, widget);
+        if (action)
+            action();
+        return result;
+    }
+
+    std::function<void()> action;
+};
+
+} // namespace
+
+class tst_Dialogs_Lifetime : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void boxWithoutItsContentsIsNeutral_data();
+    void boxWithoutItsContentsIsNeutral();
+    void boxWithOtherContentsFitsThem();
+    void styleMayDeleteTheBox();
+    void styleMaySetAnotherIcon();
+    void focusSlotMaySetAnotherDefaultButton();
+    void clickMayReplaceTheButtons();
+    void clickMayDeleteTheBox();
+    void letterMayDeleteTheBox();
+    void dyingBoxIsWholeForTheSlotsItCalls();
+    void dyingButtonsMayAskForOthers();
+    void deletedStandardButtonIsForgotten();
+    void boxMayDieInItsLoop();
+};
+
+void tst_Dialogs_Lifetime::boxWithoutItsContentsIsNeutral_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : { "replaced", "cleared", "deleted", "labels deleted" })
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void tst_Dialogs_Lifetime::boxWithoutItsContentsIsNeutral()
+{
+    QFETCH(QString, way);
+    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"), Box::Ok | Box::Cancel);
+    box.setDefaultButton(Box::Ok);
+    QCOMPARE(box.standardButton(nullptr), Box::Cancel);
+    buttonOf(box, Box::Ok)->click();
+    if (way == QLatin1String("replaced")) {
+        box.setCentralWidget(new QWidget);
+    } else if (way == QLatin1String("cleared")) {
+        box.setCentralWidget(nullptr);
+    } else if (way == QLatin1String("deleted")) {
+        delete box.centralWidget();
+    } else {
+        qDeleteAll(box.centralWidget()->findChildren<QLabel *>());
+        delete box.findChild<QDialogButtonBox *>();
+    }
+    deleteWhatWaits();
+
+    box.setText(QStringLiteral("other"));
+    QCOMPARE(box.text(), QString());
+    box.setTextFormat(Qt::RichText);
+    QCOMPARE(box.textFormat(), Qt::AutoText);
+    box.setTextInteractionFlags(Qt::TextBrowserInteraction);
+    QCOMPARE(box.textInteractionFlags(), Qt::TextInteractionFlags(Qt::NoTextInteraction));
+    box.setIcon(Box::Critical);
+    QCOMPARE(box.icon(), Box::Critical);
+    box.setIconPixmap(QPixmap(3, 3));
+    QCOMPARE(box.icon(), Box::NoIcon);
+
+    box.setStandardButtons(Box::Yes | Box::No);
+    QCOMPARE(box.standardButtons(), Box::StandardButtons(Box::NoButton));
+    QVERIFY(!box.addButton(QStringLiteral("text"), Box::AcceptRole));
+    QVERIFY(!box.addButton(Box::Yes));
+    QPushButton own;
+    box.addButton(&own, Box::AcceptRole);
+    QVERIFY(!own.parent());
+    box.removeButton(&own);
+    box.setDefaultButton(Box::Ok);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    QVERIFY(!box.clickedButton());
+    box.detectEscapeButton();
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+    QCOMPARE(box.standardButton(&own), Box::NoButton);
+    for (const QPushButton *button : box.findChildren<QPushButton *>())
+        QVERIFY(button->text() != QLatin1String("text"));
+
+    box.updateSize();
+    QVERIFY(box.layoutMinimumWidth() >= 0);
+    QVERIFY(activate(&box));
+    box.updateSize();
+    QTest::keyClick(&box, Qt::Key_Return);
+    QTest::keyClick(&box, Qt::Key_Y);
+    QVERIFY(box.isVisible());
+    const QString line = QString(27, QLatin1Char('-')) + QLatin1Char('\n');
+    QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             line + QStringLiteral("Title\n") + line + QLatin1Char('\n') + line + QLatin1Char('\n')
+                 + line);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    QVERIFY(!box.isVisible());
+    QCOMPARE(box.result(), int(QDialog::Rejected));
+}
+
+void tst_Dialogs_Lifetime::boxWithOtherContentsFitsThem()
+{
+    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"), Box::Ok);
+    auto *contents = new QWidget;
+    auto *layout = new QVBoxLayout(contents);
+    auto *inner = new QWidget;
+    inner->setFixedSize(432, 123);
+    layout->addWidget(inner);
+    box.setCentralWidget(contents);
+    deleteWhatWaits();
+    box.show();
+    const QMargins margins = layout->contentsMargins() + box.contentsMargins();
+    QCOMPARE(box.width(), layout->minimumSize().width() + margins.left() + margins.right());
+    QVERIFY(contents->rect().contains(inner->geometry()));
+}
+
+void tst_Dialogs_Lifetime::styleMayDeleteTheBox()
+{
+    CallingStyle style;
+    QPointer<Box> box(new Box);
+    box->setStyle(&style);
+    style.action = [&] { delete box; };
+    box->setIcon(Box::Warning);
+    QVERIFY(box.isNull());
+}
+
+void tst_Dialogs_Lifetime::styleMaySetAnotherIcon()
+{
+    CallingStyle style;
+    Box box;
+    box.setStyle(&style);
+    const QImage critical =
+        style.standardPixmap(QStyle::SP_MessageBoxCritical, nullptr, nullptr).toImage();
+    style.action = [&] {
+        style.action = nullptr;
+        box.setIcon(Box::Critical);
+    };
+    box.setIcon(Box::Warning);
+    QCOMPARE(box.icon(), Box::Critical);
+    QCOMPARE(
+        box.centralWidget()->findChildren<QLabel *>().first()->pixmap(Qt::ReturnByValue).toImage(),
+        critical);
+}
+
+void tst_Dialogs_Lifetime::focusSlotMaySetAnotherDefaultButton()
+{
+    Box box;
+    box.setStandardButtons(Box::Yes | Box::No | Box::Cancel);
+    box.setDefaultButton(Box::Cancel);
+    QVERIFY(activate(&box));
+    QPushButton *const yes = buttonOf(box, Box::Yes);
+    const QMetaObject::Connection connection =
+        connect(qApp, &QApplication::focusChanged, &box, [&](QWidget *, QWidget *now) {
+            if (now == yes)
+                box.setDefaultButton(Box::No);
+        });
+    box.setDefaultButton(Box::Yes);
+    disconnect(connection);
+    QCOMPARE(box.defaultButton(), Box::No);
+    QVERIFY(buttonOf(box, Box::No)->hasFocus());
+}
+
+void tst_Dialogs_Lifetime::clickMayReplaceTheButtons()
+{
+    Box box;
+    box.setStandardButtons(Box::Apply | Box::Cancel);
+    QVERIFY(activate(&box));
+    const QPointer<QPushButton> apply(buttonOf(box, Box::Apply));
+    connect(apply, &QPushButton::clicked, &box,
+            [&] { box.setStandardButtons(Box::Retry | Box::Abort); });
+    QTest::mouseClick(apply, Qt::LeftButton);
+    QVERIFY(apply.isNull());
+    QCOMPARE(box.standardButtons(), Box::Retry | Box::Abort);
+    QVERIFY(box.isVisible());
+    QTest::mouseClick(buttonOf(box, Box::Retry), Qt::LeftButton);
+    QVERIFY(!box.isVisible());
+    QCOMPARE(box.standardButton(box.clickedButton()), Box::Retry);
+}
+
+void tst_Dialogs_Lifetime::clickMayDeleteTheBox()
+{
+    const QPointer<Box> box(new Box);
+    box->setStandardButtons(Box::Apply | Box::Ok);
+    QVERIFY(activate(box));
+    QPushButton *const ok = buttonOf(*box, Box::Ok);
+    connect(box, &QDialog::finished, qApp, [&] { delete box; });
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QVERIFY(box.isNull());
+}
+
+void tst_Dialogs_Lifetime::letterMayDeleteTheBox()
+{
+    const QPointer<Box> box(new Box);
+    QPushButton *const go = box->addButton(QStringLiteral("&Go"), Box::ActionRole);
+    QVERIFY(activate(box));
+    connect(go, &QPushButton::clicked, qApp, [&] { delete box; });
+    QTest::keyClick(box.data(), Qt::Key_G);
+    QTRY_VERIFY(box.isNull());
+}
+
+void tst_Dialogs_Lifetime::dyingBoxIsWholeForTheSlotsItCalls()
+{
+    // A host's pointer to a widget is still there while the widget's children die.
+    const QPointer<Box> box(new Box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"),
+                                    Box::Ok | Box::Apply));
+    QPushButton *const own = box->addButton(QStringLiteral("Own"), Box::ActionRole);
+    QVERIFY(activate(box));
+    int calls = 0;
+    const auto use = [&] {
+        if (!box)
+            return;
+        ++calls;
+        box->text();
+        box->standardButton(nullptr);
+        box->setDefaultButton(Box::Apply);
+        for (QAbstractButton *button : box->findChildren<QAbstractButton *>())
+            button->click();
+        box->clickedButton();
+    };
+    const QMetaObject::Connection connection =
+        connect(qApp, &QApplication::focusChanged, this, use);
+    connect(own, &QObject::destroyed, this, use);
+    delete box;
+    disconnect(connection);
+    QVERIFY(box.isNull());
+    QVERIFY(calls >= 2);
+}
+
+void tst_Dialogs_Lifetime::dyingButtonsMayAskForOthers()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Apply | Box::Cancel);
+    QPushButton *const own = box.addButton(QStringLiteral("Own"), Box::HelpRole);
+    int calls = 0;
+    const auto use = [&] {
+        ++calls;
+        box.setDefaultButton(Box::Apply);
+        box.standardButton(nullptr);
+        box.setDefaultButton(Box::Cancel);
+        box.standardButtons();
+    };
+    connect(own, &QObject::destroyed, this, use);
+    connect(buttonOf(box, Box::Ok), &QObject::destroyed, this, use);
+    box.setCentralWidget(nullptr);
+    deleteWhatWaits();
+    QCOMPARE(calls, 2);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+}
+
+void tst_Dialogs_Lifetime::deletedStandardButtonIsForgotten()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel | Box::Apply);
+    delete buttonOf(box, Box::Cancel);
+    box.setDefaultButton(Box::Cancel);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
+    box.show();
+    QTest::keyClick(&box, Qt::Key_Escape);
+    QVERIFY(!box.isVisible());
+}
+
+void tst_Dialogs_Lifetime::boxMayDieInItsLoop()
+{
+    const QPointer<Box> box(new Box);
+    box->setStandardButtons(Box::Ok);
+    QTimer::singleShot(0, qApp, [&] { delete box; });
+    QCOMPARE(box->exec(), int(QDialog::Rejected));
+    QVERIFY(box.isNull());
+
+    auto *parent = new QWidget;
+    parent->show();
+    QTimer::singleShot(0, qApp, [&] { delete parent; });
+    QCOMPARE(Box::question(parent, QStringLiteral("Title"), QStringLiteral("Text")), Box::NoButton);
+}
+
+QTEST_MAIN(tst_Dialogs_Lifetime)
+#include "tst_dialogs_lifetime.moc"
