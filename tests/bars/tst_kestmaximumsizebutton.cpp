@@ -5,6 +5,7 @@
 
 #include "RecordingStyle.h"
 
+#include <QtCore/QPointer>
 #include <QtTest/QTest>
 
 class tst_KestMaximumSizeButton : public QObject
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void propertyIsNamedInLowerCase();
     void everySetIsPolishedAnew();
     void sheetSelectsOnTheProperty();
+    void styleMayDeleteTheButton();
 };
 
 void tst_KestMaximumSizeButton::startsNotMaximised()
@@ -57,6 +59,37 @@ void tst_KestMaximumSizeButton::sheetSelectsOnTheProperty()
     QCOMPARE(button.grab().toImage().pixelColor(10, 10), QColor(4, 5, 6));
     button.setMaximumSized(true);
     QCOMPARE(button.grab().toImage().pixelColor(10, 10), QColor(1, 2, 3));
+}
+
+void tst_KestMaximumSizeButton::styleMayDeleteTheButton()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        using QProxyStyle::polish;
+        using QProxyStyle::unpolish;
+        void polish(QWidget *widget) override
+        {
+            if (deadly == Polish)
+                delete widget;
+        }
+        void unpolish(QWidget *widget) override
+        {
+            if (deadly == Unpolish)
+                delete widget;
+        }
+
+        enum Call { None, Unpolish, Polish };
+        Call deadly = None;
+    };
+    for (const Style::Call call : { Style::Unpolish, Style::Polish }) {
+        Style style;
+        const QPointer<KestMaximumSizeButton> button(new KestMaximumSizeButton);
+        button->setStyle(&style);
+        style.deadly = call;
+        button->setMaximumSized(true);
+        QVERIFY(button.isNull());
+    }
 }
 
 QTEST_MAIN(tst_KestMaximumSizeButton)

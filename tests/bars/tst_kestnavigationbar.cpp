@@ -6,15 +6,18 @@
 #include "KestNavigationImageButton.h"
 #include "KestSeparator.h"
 #include "KestUserButton.h"
+#include "OnEvent.h"
 
 #include <QtCore/QMetaEnum>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtCore/QUrl>
 #include <QtGui/QDesktopServices>
 #include <QtGui/QIcon>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QStyle>
@@ -55,6 +58,17 @@ QList<QAction *> actionsOf(const KestNavigationBar &bar, KestNavigationBar::Acti
     return actions;
 }
 
+// How many slots hear of a signal; protected for no reason that holds for a test.
+int receiversOf(const QObject *object, const char *signal)
+{
+    class Access : public QObject
+    {
+    public:
+        using QObject::receivers;
+    };
+    return (object->*&Access::receivers)(signal);
+}
+
 } // namespace
 
 class UrlReceiver : public QObject
@@ -64,8 +78,15 @@ class UrlReceiver : public QObject
 public:
     QList<QUrl> urls;
 
+Q_SIGNALS:
+    void opened();
+
 public Q_SLOTS:
-    void open(const QUrl &url) { urls.append(url); }
+    void open(const QUrl &url)
+    {
+        urls.append(url);
+        Q_EMIT opened();
+    }
 };
 
 class tst_KestNavigationBar : public QObject
@@ -87,6 +108,9 @@ private Q_SLOTS:
     void indexesOutOfRangeAppend_data();
     void indexesOutOfRangeAppend();
     void invalidPositionsHaveNoWidgets();
+    void invalidPositionsBindTheWidgetNevertheless();
+    void actionsMoveToTheGroupTheyAreAddedTo();
+    void actionsMoveWithinTheirGroup();
     void separatorsAreSquare();
     void helpOpensItsUrl();
     void helpTakesTheNameHelp();
@@ -99,6 +123,10 @@ private Q_SLOTS:
     void removedActionLosesItsButton();
     void removedLogoAndUserKeepTheirButtons();
     void changesLeaveTheButton();
+    void nameIsFollowedOnce();
+    void widgetTakenAwayStaysWhereItIs();
+    void widgetsThatAreGoneShiftNothing_data();
+    void widgetsThatAreGoneShiftNothing();
 
     void actionMayDieFirst();
     void barMayDieFirst();
@@ -107,6 +135,17 @@ private Q_SLOTS:
     void buttonsMayDieFirst();
     void positionChangedOnTheBarIsHarmless();
     void actionsMayComeAndGoInASlot();
+    void slotMayRemoveDeleteOrMoveItsAction_data();
+    void slotMayRemoveDeleteOrMoveItsAction();
+    void barMayDieInASlotOfItsButton_data();
+    void barMayDieInASlotOfItsButton();
+    void helpMayDieOfItsUrl();
+    void iconSizeMayDeleteTheBar();
+    void newWidgetMayEndItsAction();
+    void removedWidgetMayDeleteTheBar();
+    void removedWidgetMayBePutBackAtOnce();
+    void movedActionMayDie();
+    void focusMayMoveWhileTheBarDies();
     void nullActionsAreIgnored();
 };
 
@@ -299,6 +338,75 @@ void tst_KestNavigationBar::invalidPositionsHaveNoWidgets()
         bar.insertAction(0, &second, position);
         QCOMPARE(bar.count(Left) + bar.count(Center) + bar.count(Right), 0);
     }
+}
+
+void tst_KestNavigationBar::invalidPositionsBindTheWidgetNevertheless()
+{
+    KestNavigationBar bar;
+    QWidgetAction action(nullptr);
+    action.setObjectName(QStringLiteral("name"));
+    const QPointer<KestToolButton> button(new KestToolButton);
+    action.setDefaultWidget(button);
+    bar.addAction(&action, Invalid);
+    QCOMPARE(button->defaultAction(), &action);
+    QCOMPARE(button->objectName(), QStringLiteral("name"));
+    QCOMPARE(button->sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
+    QCOMPARE(button->iconSize(), bar.iconSize());
+    // No more than that: it has no place on the bar, and does not hear of it.
+    QVERIFY(!button->parent());
+    QVERIFY(button->isHidden());
+    bar.setIconSize(QSize(30, 30));
+    QCOMPARE(button->iconSize(), QSize(16, 16));
+    bar.removeAction(&action);
+    QVERIFY(!button.isNull());
+}
+
+void tst_KestNavigationBar::actionsMoveToTheGroupTheyAreAddedTo()
+{
+    KestNavigationBar bar;
+    bar.show();
+    QAction plain(QStringLiteral("plain"));
+    QAction *const logo = bar.addLogo(icon(), Left);
+    bar.addAction(&plain, Left);
+    const QPointer<QWidget> logoButton(widgetAt(bar, 0, Left));
+    const QPointer<QWidget> plainButton(widgetAt(bar, 1, Left));
+    for (QAction *action : { static_cast<QAction *>(&plain), logo }) {
+        bar.addAction(action, Right);
+        QCOMPARE(action->property("Kest_ActionPosition"), QVariant(2));
+    }
+    QCOMPARE(bar.count(Left), 0);
+    QCOMPARE(groupLayout(bar, Left)->count(), 0);
+    QCOMPARE(actionsOf(bar, Right), (QList<QAction *> { &plain, logo }));
+    QVERIFY(plainButton.isNull());
+    QCOMPARE(widgetAt(bar, 1, Right), logoButton);
+    QVERIFY(!logoButton->isHidden());
+    QCOMPARE(bar.findChildren<KestToolButton *>().size(), 2);
+    // Away from all groups, and back.
+    bar.addAction(&plain, Invalid);
+    QCOMPARE(bar.findChildren<KestToolButton *>().size(), 1);
+    bar.insertAction(0, &plain, Center);
+    QCOMPARE(actionsOf(bar, Center), QList<QAction *> { &plain });
+    bar.removeAction(&plain);
+    QCOMPARE(bar.findChildren<KestToolButton *>().size(), 1);
+}
+
+void tst_KestNavigationBar::actionsMoveWithinTheirGroup()
+{
+    KestNavigationBar bar;
+    QAction a;
+    QAction b;
+    QAction c;
+    for (QAction *action : { &a, &b, &c })
+        bar.addAction(action, Center);
+    bar.insertAction(0, &c, Center);
+    QCOMPARE(actionsOf(bar, Center), (QList<QAction *> { &c, &a, &b }));
+    bar.insertAction(1, &a, Center); // in front of itself
+    QCOMPARE(actionsOf(bar, Center), (QList<QAction *> { &c, &a, &b }));
+    bar.insertAction(2, &b, Center);
+    QCOMPARE(actionsOf(bar, Center), (QList<QAction *> { &c, &a, &b }));
+    bar.insertAction(-1, &c, Center);
+    QCOMPARE(actionsOf(bar, Center), (QList<QAction *> { &a, &b, &c }));
+    QCOMPARE(groupLayout(bar, Center)->count(), 3);
 }
 
 void tst_KestNavigationBar::separatorsAreSquare()
@@ -499,6 +607,81 @@ void tst_KestNavigationBar::changesLeaveTheButton()
     QVERIFY(!button->isHidden());
 }
 
+void tst_KestNavigationBar::nameIsFollowedOnce()
+{
+    KestNavigationBar bar;
+    for (const bool isLogo : { true, false }) {
+        QAction *const action =
+            isLogo ? bar.addLogo(icon(), Left) : bar.addUser(icon(), QString(), Left);
+        QWidget *const button = widgetAt(bar, 0, Left);
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(receiversOf(action, SIGNAL(objectNameChanged(QString))), 1);
+            QCOMPARE(receiversOf(action, SIGNAL(changed())), 1);
+            bar.removeAction(action);
+            QCOMPARE(receiversOf(action, SIGNAL(changed())), 0);
+            // Its own button follows also while it is on no bar.
+            action->setObjectName(QString::number(i));
+            QCOMPARE(button->objectName(), QString::number(i));
+            bar.addAction(action, Left);
+        }
+        bar.removeAction(action);
+    }
+}
+
+void tst_KestNavigationBar::widgetTakenAwayStaysWhereItIs()
+{
+    KestNavigationBar bar;
+    bar.show();
+    QWidget elsewhere;
+    QWidgetAction action(nullptr);
+    auto *label = new QLabel;
+    action.setDefaultWidget(label);
+    bar.addAction(&action, Center);
+    label->setParent(&elsewhere);
+    label->show();
+    bar.removeAction(&action);
+    QCOMPARE(label->parentWidget(), &elsewhere);
+    QVERIFY(!label->isHidden());
+    QCOMPARE(bar.count(Center), 0);
+}
+
+void tst_KestNavigationBar::widgetsThatAreGoneShiftNothing_data()
+{
+    QTest::addColumn<bool>("deleted");
+    QTest::newRow("deleted") << true;
+    QTest::newRow("taken away") << false;
+}
+
+void tst_KestNavigationBar::widgetsThatAreGoneShiftNothing()
+{
+    QFETCH(bool, deleted);
+    KestNavigationBar bar;
+    QWidgetAction gone(nullptr);
+    QScopedPointer<QLabel> label(new QLabel);
+    gone.setDefaultWidget(label.data());
+    QAction a;
+    QAction b;
+    QAction c;
+    QAction d;
+    bar.addAction(&gone, Left);
+    bar.addAction(&a, Left);
+    bar.addAction(&b, Left);
+    if (deleted)
+        label.reset();
+    else
+        label->setParent(nullptr);
+    bar.insertAction(2, &c, Left); // in front of b
+    bar.insertAction(0, &d, Left); // in front of the one that is gone
+    QCOMPARE(actionsOf(bar, Left), (QList<QAction *> { &d, &gone, &a, &c, &b }));
+    const QAction *const shown[] = { &d, &a, &c, &b };
+    QCOMPARE(groupLayout(bar, Left)->count(), 4);
+    for (int i = 0; i < 4; ++i)
+        QCOMPARE(static_cast<KestToolButton *>(widgetAt(bar, i, Left))->defaultAction(), shown[i]);
+    bar.removeAction(&gone);
+    QCOMPARE(groupLayout(bar, Left)->count(), 4);
+    label.reset();
+}
+
 void tst_KestNavigationBar::actionMayDieFirst()
 {
     KestNavigationBar bar;
@@ -624,6 +807,265 @@ void tst_KestNavigationBar::actionsMayComeAndGoInASlot()
     delete action;
 }
 
+namespace {
+
+enum Entry { Plain, Logo, User };
+
+QAction *addEntry(KestNavigationBar &bar, Entry entry)
+{
+    return entry == Logo ? bar.addLogo(icon(), Left)
+        : entry == User  ? bar.addUser(icon(), QStringLiteral("u"), Left)
+                         : bar.addAction(QStringLiteral("x"), Left);
+}
+
+void addWaysToActivate()
+{
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<bool>("keyboard");
+    const char *const entries[] = { "action", "logo", "user" };
+    for (const int entry : { Plain, Logo, User }) {
+        for (const bool keyboard : { false, true })
+            QTest::addRow("%s by %s", entries[entry], keyboard ? "keyboard" : "mouse")
+                << entry << keyboard;
+    }
+}
+
+void activate(QWidget *button, bool keyboard)
+{
+    if (keyboard)
+        QTest::keyClick(button, Qt::Key_Space);
+    else
+        QTest::mouseClick(button, Qt::LeftButton);
+}
+
+} // namespace
+
+void tst_KestNavigationBar::slotMayRemoveDeleteOrMoveItsAction_data()
+{
+    addWaysToActivate();
+}
+
+void tst_KestNavigationBar::slotMayRemoveDeleteOrMoveItsAction()
+{
+    QFETCH(int, entry);
+    QFETCH(bool, keyboard);
+    KestNavigationBar bar;
+    bar.resize(500, 50);
+    bar.show();
+    for (const bool checkable : { false, true }) {
+        const QPointer<QAction> removed(addEntry(bar, Entry(entry)));
+        removed->setCheckable(checkable);
+        connect(removed, &QAction::triggered, &bar, [&] { bar.removeAction(removed); });
+        const QPointer<QWidget> button(widgetAt(bar, 0, Left));
+        activate(button, keyboard);
+        QCOMPARE(bar.count(Left), 0);
+        QVERIFY(!button || button->isHidden());
+        QCOMPARE(removed->isChecked(), checkable);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(button.isNull(), entry == Plain);
+        delete removed;
+
+        const QPointer<QAction> moved(addEntry(bar, Entry(entry)));
+        moved->setCheckable(checkable);
+        connect(moved, &QAction::triggered, &bar, [&] { bar.addAction(moved, Right); });
+        activate(widgetAt(bar, 0, Left), keyboard);
+        QCOMPARE(bar.count(Left), 0);
+        QCOMPARE(actionsOf(bar, Right), QList<QAction *> { moved });
+        QVERIFY(widgetAt(bar, 0, Right)->isVisible());
+        delete moved;
+
+        const QPointer<QAction> dying(addEntry(bar, Entry(entry)));
+        dying->setCheckable(checkable);
+        if (checkable)
+            connect(dying, &QAction::toggled, &bar, [dying] { delete dying; });
+        else
+            connect(dying, &QAction::triggered, &bar, [dying] { delete dying; });
+        activate(widgetAt(bar, 0, Left), keyboard);
+        QVERIFY(dying.isNull());
+        QCOMPARE(bar.count(Left), 0);
+    }
+}
+
+void tst_KestNavigationBar::barMayDieInASlotOfItsButton_data()
+{
+    addWaysToActivate();
+}
+
+void tst_KestNavigationBar::barMayDieInASlotOfItsButton()
+{
+    QFETCH(int, entry);
+    QFETCH(bool, keyboard);
+    QWidget window;
+    auto *bar = new KestNavigationBar(&window);
+    QAction *const action = addEntry(*bar, Entry(entry));
+    window.show();
+    const QPointer<KestNavigationBar> watch(bar);
+    connect(action, &QAction::triggered, &window, [bar] { delete bar; });
+    activate(widgetAt(*bar, 0, Left), keyboard);
+    QVERIFY(watch.isNull());
+}
+
+void tst_KestNavigationBar::helpMayDieOfItsUrl()
+{
+    UrlReceiver receiver;
+    QDesktopServices::setUrlHandler(QStringLiteral("kesthelp"), &receiver, "open");
+    KestNavigationBar bar;
+    const QUrl url(QStringLiteral("kesthelp://topic/1"));
+    const QPointer<QAction> help(bar.addHelp(url, icon(), Right));
+    bar.show();
+    connect(&receiver, &UrlReceiver::opened, &bar, [help] { delete help; });
+    QTest::mouseClick(widgetAt(bar, 0, Right), Qt::LeftButton);
+    QCOMPARE(receiver.urls, QList<QUrl> { url });
+    QVERIFY(help.isNull());
+    QDesktopServices::unsetUrlHandler(QStringLiteral("kesthelp"));
+}
+
+void tst_KestNavigationBar::iconSizeMayDeleteTheBar()
+{
+    const QPointer<KestNavigationBar> bar(new KestNavigationBar);
+    bar->addAction(QStringLiteral("a"), Left);
+    QObject context;
+    connect(bar, &KestNavigationBar::iconSizeChanged, &context, [bar] { delete bar; });
+    bar->setIconSize(QSize(20, 20));
+    QVERIFY(bar.isNull());
+    // Or what is on it, before or after the others have heard of the size.
+    for (const bool early : { true, false }) {
+        KestNavigationBar other;
+        QAction *const first = other.addAction(QStringLiteral("a"), Left);
+        const auto removal = [&] { other.removeAction(first); };
+        if (early)
+            connect(&other, &KestNavigationBar::iconSizeChanged, &context, removal);
+        QAction *const last = other.addAction(QStringLiteral("b"), Left);
+        if (!early)
+            connect(&other, &KestNavigationBar::iconSizeChanged, &context, removal);
+        other.setIconSize(QSize(20, 20));
+        QCOMPARE(actionsOf(other, Left), QList<QAction *> { last });
+        QCOMPARE(static_cast<KestToolButton *>(widgetAt(other, 0, Left))->iconSize(),
+                 QSize(20, 20));
+    }
+}
+
+void tst_KestNavigationBar::newWidgetMayEndItsAction()
+{
+    for (const bool separator : { false, true }) {
+        KestNavigationBar bar;
+        auto *action = new QAction(QStringLiteral("short-lived"));
+        action->setSeparator(separator);
+        const OnEvent filter(&bar, QEvent::ChildAdded, [action] { delete action; });
+        bar.addAction(action, Left);
+        QCOMPARE(bar.count(Left), 0);
+        QCOMPARE(groupLayout(bar, Left)->count(), 0);
+    }
+    {
+        KestNavigationBar bar;
+        bar.show();
+        QAction action(QStringLiteral("removed at once"));
+        const OnEvent filter(&bar, QEvent::ChildAdded, [&] { bar.removeAction(&action); });
+        bar.addAction(&action, Left);
+        QCOMPARE(bar.count(Left), 0);
+        QVERIFY(bar.findChildren<KestToolButton *>().isEmpty());
+    }
+    {
+        QWidget window;
+        const QPointer<KestNavigationBar> bar(new KestNavigationBar(&window));
+        window.show();
+        QWidgetAction action(nullptr);
+        auto *label = new QLabel;
+        action.setDefaultWidget(label);
+        const OnEvent filter(label, QEvent::ShowToParent, [bar] { delete bar; });
+        bar->addAction(&action, Left);
+        QVERIFY(bar.isNull());
+    }
+    {
+        KestNavigationBar bar;
+        auto *action = new QAction(QStringLiteral("named"));
+        const OnEvent filter(action, QEvent::DynamicPropertyChange, [action] { delete action; });
+        bar.addAction(action, Left);
+        QCOMPARE(bar.count(Left), 0);
+    }
+}
+
+void tst_KestNavigationBar::removedWidgetMayDeleteTheBar()
+{
+    QWidget window;
+    const QPointer<KestNavigationBar> bar(new KestNavigationBar(&window));
+    QWidgetAction action(nullptr);
+    auto *label = new QLabel;
+    action.setDefaultWidget(label);
+    bar->addAction(&action, Left);
+    window.show();
+    const OnEvent filter(label, QEvent::HideToParent, [bar] { delete bar; });
+    bar->removeAction(&action);
+    QVERIFY(bar.isNull());
+}
+
+void tst_KestNavigationBar::removedWidgetMayBePutBackAtOnce()
+{
+    KestNavigationBar bar;
+    bar.show();
+    QAction *const logo = bar.addLogo(icon(), Left);
+    QWidget *const button = widgetAt(bar, 0, Left);
+    const OnEvent filter(button, QEvent::HideToParent, [&] { bar.addAction(logo, Right); });
+    bar.removeAction(logo);
+    QCOMPARE(bar.count(Left), 0);
+    QCOMPARE(actionsOf(bar, Right), QList<QAction *> { logo });
+    QCOMPARE(widgetAt(bar, 0, Right), button);
+    QVERIFY(button->isVisible());
+}
+
+void tst_KestNavigationBar::movedActionMayDie()
+{
+    for (const bool bar : { false, true }) {
+        QWidget window;
+        const QPointer<KestNavigationBar> watch(new KestNavigationBar(&window));
+        const QPointer<QAction> action(watch->addLogo(icon(), Left));
+        QAction next;
+        watch->addAction(&next, Right);
+        window.show();
+        const OnEvent filter(widgetAt(*watch, 0, Left), QEvent::HideToParent, [&] {
+            if (bar)
+                delete watch;
+            else
+                delete action;
+        });
+        watch->insertAction(0, action, Right);
+        QVERIFY(action.isNull());
+        QCOMPARE(watch.isNull(), bar);
+        if (watch)
+            QCOMPARE(actionsOf(*watch, Right), QList<QAction *> { &next });
+    }
+}
+
+void tst_KestNavigationBar::focusMayMoveWhileTheBarDies()
+{
+    QWidget window;
+    auto *bar = new KestNavigationBar(&window);
+    QAction left(QStringLiteral("left"));
+    QAction right(QStringLiteral("right"));
+    QAction late(QStringLiteral("late"));
+    bar->addAction(&left, Left);
+    bar->addAction(&right, Right);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    int changes = 0;
+    widgetAt(*bar, 0, Left)->setFocus();
+    const auto connection = connect(qApp, &QApplication::focusChanged, &window, [&] {
+        if (++changes > 2)
+            return;
+        // Whatever is asked, the lists hold no entry that is on its way out.
+        QCOMPARE(bar->indexOf(&left), -1);
+        QVERIFY(bar->actionRect(&left).isNull());
+        bar->setIconSize(QSize(20, 20));
+        bar->removeAction(&left);
+        bar->addAction(&late, Left);
+    });
+    delete bar;
+    disconnect(connection);
+    QVERIFY(changes > 0);
+    QVERIFY(late.associatedWidgets().isEmpty());
+}
+
 void tst_KestNavigationBar::nullActionsAreIgnored()
 {
     KestNavigationBar bar;
@@ -631,6 +1073,14 @@ void tst_KestNavigationBar::nullActionsAreIgnored()
     bar.insertAction(0, static_cast<QAction *>(nullptr), Right);
     QVERIFY(bar.actions().isEmpty());
     QCOMPARE(bar.indexOf(nullptr), -1);
+    // Also where an entry has lost its action.
+    auto *action = new QAction;
+    bar.addAction(action, Left);
+    action->setProperty("Kest_ActionPosition", int(Right));
+    delete action;
+    QCOMPARE(bar.count(Left), 1);
+    QCOMPARE(bar.indexOf(nullptr), -1);
+    QVERIFY(bar.actionRect(nullptr).isNull());
 }
 
 QTEST_MAIN(tst_KestNavigationBar)

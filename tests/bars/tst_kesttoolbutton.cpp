@@ -6,6 +6,8 @@
 #include "RecordingStyle.h"
 
 #include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtGui/QHelpEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QAction>
@@ -48,6 +50,12 @@ private Q_SLOTS:
     void toggleIsPolishedAnew();
     void selectedIconIsPaintedFromTheNextRepaintOn();
     void panelIsLeftToTheStyle();
+    void dismissedButtonGoesAtOnce();
+    void dismissedButtonOutlivesItsEvents_data();
+    void dismissedButtonOutlivesItsEvents();
+    void dismissedButtonOutlivesALoopInItsEvent();
+    void clickMayDeleteTheButton();
+    void styleMayDeleteTheButton();
 };
 
 void tst_KestToolButton::properties()
@@ -158,6 +166,107 @@ void tst_KestToolButton::panelIsLeftToTheStyle()
     button.setEnabled(false);
     button.grab();
     QVERIFY(!(style.toolButton.state & QStyle::State_Enabled));
+}
+
+void tst_KestToolButton::dismissedButtonGoesAtOnce()
+{
+    QWidget bar;
+    const QPointer<KestToolButton> button(new KestToolButton(&bar));
+    bar.show();
+    // Its events are over.
+    QTest::mouseClick(button, Qt::LeftButton);
+    button->grab();
+    button->dismiss();
+    QVERIFY(button.isNull());
+}
+
+void tst_KestToolButton::dismissedButtonOutlivesItsEvents_data()
+{
+    QTest::addColumn<bool>("keyboard");
+    QTest::newRow("mouse") << false;
+    QTest::newRow("keyboard") << true;
+}
+
+void tst_KestToolButton::dismissedButtonOutlivesItsEvents()
+{
+    QFETCH(bool, keyboard);
+    QWidget bar;
+    const QPointer<KestToolButton> button(new KestToolButton(&bar));
+    bar.show();
+    bool hidden = false;
+    connect(button, &QAbstractButton::pressed, &bar, [&] {
+        // Events within the event change nothing.
+        button->dismiss();
+        hidden = button->isHidden();
+        QEvent event(QEvent::User);
+        QCoreApplication::sendEvent(button, &event);
+        button->dismiss();
+    });
+    if (keyboard)
+        QTest::keyPress(button, Qt::Key_Space);
+    else
+        QTest::mousePress(button, Qt::LeftButton);
+    QVERIFY(hidden);
+    QVERIFY(button.isNull() || button->isHidden());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(button.isNull());
+}
+
+void tst_KestToolButton::dismissedButtonOutlivesALoopInItsEvent()
+{
+    QWidget bar;
+    const QPointer<KestToolButton> button(new KestToolButton(&bar));
+    bar.show();
+    bool livedOn = false;
+    connect(button, &QAbstractButton::clicked, &bar, [&] {
+        QTimer::singleShot(0, button, [&] { button->dismiss(); });
+        QTest::qWait(50);
+        livedOn = !button.isNull();
+    });
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(livedOn);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(button.isNull());
+}
+
+void tst_KestToolButton::clickMayDeleteTheButton()
+{
+    for (const bool keyboard : { false, true }) {
+        QWidget bar;
+        const QPointer<KestToolButton> button(new KestToolButton(&bar));
+        bar.show();
+        connect(button, &QAbstractButton::clicked, &bar, [button] { delete button; });
+        if (keyboard)
+            QTest::keyClick(button, Qt::Key_Space);
+        else
+            QTest::mouseClick(button, Qt::LeftButton);
+        QVERIFY(button.isNull());
+    }
+}
+
+void tst_KestToolButton::styleMayDeleteTheButton()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        using QProxyStyle::polish;
+        using QProxyStyle::unpolish;
+        void unpolish(QWidget *widget) override
+        {
+            if (deadly)
+                delete widget;
+        }
+
+        bool deadly = false;
+    };
+    Style style;
+    const QPointer<KestToolButton> button(new KestToolButton);
+    button->setStyle(&style);
+    button->setCheckable(true);
+    style.deadly = true;
+    // No more than the signal: setChecked() itself needs a button that outlives it.
+    Q_EMIT button->toggled(true);
+    QVERIFY(button.isNull());
 }
 
 QTEST_MAIN(tst_KestToolButton)

@@ -8,6 +8,8 @@
 #include <QtGui/QIcon>
 #include <QtTest/QTest>
 
+#include <limits>
+
 namespace {
 
 // An icon of one colour for each mode and state.
@@ -61,6 +63,8 @@ private Q_SLOTS:
     void sizeHintAddsIconGapAndText();
     void withoutSheetBothStandInTheMiddle();
     void rightToLeftIsMirrored();
+    void rightToLeftKeepsToUnevenContents();
+    void hugeIconSizeDoesNoHarm();
     void panelHasNeitherIconNorText();
     void iconAndTextAreCentredInTheirRectangles();
     void iconModeFollowsTheState();
@@ -140,6 +144,37 @@ void tst_KestUserButton::rightToLeftIsMirrored()
     button.setLayoutDirection(Qt::RightToLeft);
     QCOMPARE(button.doIconRect(button.option()).right(), 119 - icon.left());
     QCOMPARE(button.doTextRect(button.option()).right(), 119 - text.left());
+}
+
+void tst_KestUserButton::rightToLeftKeepsToUnevenContents()
+{
+    Button button;
+    button.setStyleSheet(
+        QStringLiteral("KestUserButton { border: none; padding: 3px 30px 3px 10px; }"));
+    const QRect icon = button.doIconRect(button.option());
+    const QRect text = button.doTextRect(button.option());
+    QCOMPARE(icon.left(), 10);
+    button.setLayoutDirection(Qt::RightToLeft);
+    // A style sheet's padding is mirrored with the button.
+    QCOMPARE(button.doIconRect(button.option()).right(), 119 - 10);
+    QCOMPARE(button.doTextRect(button.option()).right(), 119 - text.left());
+    RecordingStyle style;
+    style.frameContents = QRect(10, 12, 80, 20);
+    Button plain;
+    plain.setStyle(&style);
+    plain.setLayoutDirection(Qt::RightToLeft);
+    QCOMPARE(plain.doIconRect(plain.option()).right(), style.frameContents.right());
+    QCOMPARE(plain.doTextRect(plain.option()).right(), style.frameContents.right() - 16 - 5);
+}
+
+void tst_KestUserButton::hugeIconSizeDoesNoHarm()
+{
+    Button button;
+    for (const int size : { std::numeric_limits<int>::max(), std::numeric_limits<int>::min() }) {
+        button.setIconSize(QSize(size, size));
+        QVERIFY(button.sizeHint().width() >= 0);
+        button.grab();
+    }
 }
 
 void tst_KestUserButton::panelHasNeitherIconNorText()

@@ -50,6 +50,11 @@ private Q_SLOTS:
     void actionMayDieFirst();
     void widgetMayDieFirst();
     void customWidgetMayDieFirst();
+    void connectionsEndWithTheItem_data();
+    void connectionsEndWithTheItem();
+    void buttonIsDismissedInItsOwnEvent();
+    void actionMayComeToLifeWhileTheWidgetGoes();
+    void widgetMayDieWhileItIsBound();
 };
 
 void tst_KestWidgetItem::plainActionGetsAToolButton()
@@ -319,6 +324,101 @@ void tst_KestWidgetItem::customWidgetMayDieFirst()
     delete action; // and its widget with it
     QVERIFY(!item->widget());
     QVERIFY(!item->action());
+}
+
+void tst_KestWidgetItem::connectionsEndWithTheItem_data()
+{
+    QTest::addColumn<QWidget *>("widget");
+    QTest::newRow("line edit") << static_cast<QWidget *>(new QLineEdit);
+    QTest::newRow("tool button") << static_cast<QWidget *>(new KestToolButton);
+    QTest::newRow("none") << static_cast<QWidget *>(nullptr);
+}
+
+void tst_KestWidgetItem::connectionsEndWithTheItem()
+{
+    class Action : public QWidgetAction
+    {
+    public:
+        Action() : QWidgetAction(nullptr) { }
+        using QWidgetAction::receivers;
+    };
+    QFETCH(QWidget *, widget);
+    QWidget bar;
+    Action action;
+    action.setDefaultWidget(widget);
+    const auto count = [&action] {
+        return qMakePair(action.receivers(SIGNAL(changed())),
+                         action.receivers(SIGNAL(objectNameChanged(QString))));
+    };
+    const auto before = count();
+    for (int i = 0; i < 3; ++i) {
+        const auto item = makeItem(&action, &bar);
+        QCOMPARE(count(), qMakePair(before.first + 1, before.second + 1));
+    }
+    QCOMPARE(count(), before);
+    {
+        const auto item = makeItem(&action, &bar);
+        item->release();
+        action.setObjectName(QStringLiteral("released"));
+        QCOMPARE(count().second, before.second);
+    }
+    if (widget)
+        QVERIFY(widget->objectName() != QStringLiteral("released"));
+}
+
+void tst_KestWidgetItem::buttonIsDismissedInItsOwnEvent()
+{
+    QWidget bar;
+    QAction action;
+    auto item = makeItem(&action, &bar);
+    const QPointer<QWidget> button(item->widget());
+    bar.show();
+    connect(&action, &QAction::triggered, &bar, [&item] { item.reset(); });
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(!item);
+    QVERIFY(!button || button->isHidden());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(button.isNull());
+}
+
+void tst_KestWidgetItem::actionMayComeToLifeWhileTheWidgetGoes()
+{
+    QWidget bar;
+    QAction action;
+    auto item = makeItem(&action, &bar);
+    bar.show();
+    const QPointer<QWidget> button(item->widget());
+    connect(&action, &QAction::triggered, &bar, [&] {
+        item.reset();
+        action.setVisible(false);
+        action.setVisible(true);
+        action.setObjectName(QStringLiteral("late"));
+    });
+    QTest::mouseClick(button, Qt::LeftButton);
+    if (button) {
+        QVERIFY(button->isHidden());
+        QVERIFY(button->objectName() != QStringLiteral("late"));
+    }
+}
+
+void tst_KestWidgetItem::widgetMayDieWhileItIsBound()
+{
+    for (const bool deleteAction : { false, true }) {
+        QWidget bar;
+        auto *action = new QWidgetAction(&bar);
+        action->setObjectName(QStringLiteral("name"));
+        const QPointer<KestToolButton> button(new KestToolButton);
+        action->setDefaultWidget(button);
+        connect(button, &QObject::objectNameChanged, &bar, [&] {
+            if (deleteAction)
+                delete action; // and its widget with it
+            else
+                delete button;
+        });
+        const auto item = makeItem(action, &bar);
+        QVERIFY(!item->widget());
+        QCOMPARE(item->action() == nullptr, deleteAction);
+    }
 }
 
 QTEST_MAIN(tst_KestWidgetItem)

@@ -49,6 +49,7 @@ class tst_Util : public QObject
 private Q_SLOTS:
     void findReturnsTheFirstMatch();
     void findReturnsAnEmptyPointerOtherwise();
+    void findFindsNothingForNull();
     void itemsAreAppendedWithoutBefore();
     void itemsAreInsertedInFrontOfBefore();
     void unknownBeforeAppends();
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void iconPixmapIsScaledDownOnly();
     void iconPixmapIsSharpAtHigherRatios();
     void iconPixmapIsNullWithoutIconOrRoom();
+    void iconPixelsAreExact();
 
     void hiddenWidgetIsDeletedLater();
     void nothingToHideIsIgnored();
@@ -92,6 +94,16 @@ void tst_Util::findReturnsAnEmptyPointerOtherwise()
     bar.add(&other);
     QVERIFY(!Util::find(&action, bar.items));
     QVERIFY(!Util::find(&widget, bar.items));
+}
+
+void tst_Util::findFindsNothingForNull()
+{
+    Bar bar;
+    QAction action;
+    bar.add(&action)->release();
+    QCOMPARE(bar.items.size(), 1);
+    QVERIFY(!Util::find(static_cast<QAction *>(nullptr), bar.items));
+    QVERIFY(!Util::find(static_cast<QWidget *>(nullptr), bar.items));
 }
 
 void tst_Util::itemsAreAppendedWithoutBefore()
@@ -230,6 +242,17 @@ void tst_Util::iconPixmapIsNullWithoutIconOrRoom()
     source.fill(Qt::red);
     QVERIFY(Util::iconPixmap(QIcon(source), 0, QIcon::Off, 1.0).isNull());
     QVERIFY(Util::iconPixmap(QIcon(source), -5, QIcon::Off, 1.0).isNull());
+}
+
+void tst_Util::iconPixelsAreExact()
+{
+    QPixmap source(64, 64);
+    source.fill(Qt::red);
+    for (const QSize size : { QSize(40, 40), QSize(64, 64), QSize(100, 90) }) {
+        const QPixmap pixmap = Util::iconPixels(QIcon(source), size);
+        QCOMPARE(pixmap.size(), size);
+        QCOMPARE(pixmap.devicePixelRatio(), 1.0);
+    }
 }
 
 void tst_Util::hiddenWidgetIsDeletedLater()
