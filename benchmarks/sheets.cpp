@@ -39,12 +39,16 @@ QString searchAndReplace(const QString &sheet)
     return copy;
 }
 
-QString copyByCharacter(const QString &sheet)
+// One character at a time, as whoever looks at each of them has to go.
+__attribute__((optimize("no-tree-vectorize", "no-tree-loop-distribute-patterns"))) QString
+copyByCharacter(const QString &sheet)
 {
-    QString copy(sheet.size(), Qt::Uninitialized);
+    // With the room that scaling takes: another size may or may not come from fresh pages.
+    QString copy(sheet.size() + sheet.size() / 64 + 11, Qt::Uninitialized);
     QChar *to = copy.data();
     for (const QChar c : sheet)
         *to++ = c;
+    copy.resize(sheet.size());
     return copy;
 }
 

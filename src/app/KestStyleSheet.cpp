@@ -8,6 +8,8 @@
 #include <QtCore/QVariant>
 #include <QtWidgets/QWidget>
 
+#include <algorithm>
+#include <charconv>
 #include <limits>
 
 namespace {
@@ -15,15 +17,30 @@ namespace {
 const char OriginStyleProperty[] = "originStyle";
 const char GeoRateProperty[] = "geoRate";
 
-// QChar::isDigit() looks the category up for every character; nearly all of a sheet is ASCII.
-bool isDigit(QChar c)
+const int LongestNumber = std::numeric_limits<int>::digits10 + 2; // with its sign
+
+// All of a sheet passes through here: QChar::isDigit() is asked for what is beyond ASCII alone.
+inline bool isDigit(QChar c)
 {
-    return c.unicode() < 0x80 ? c >= QLatin1Char('0') && c <= QLatin1Char('9') : c.isDigit();
+    const uint ascii = c.unicode();
+    return ascii - '0' < 10u || (ascii >= 0x80 && c.isDigit());
 }
 
-bool isLetter(QChar c, char lowerCase)
+inline bool isLetter(QChar c, char lowerCase)
 {
     return (c.unicode() | 0x20) == ushort(lowerCase);
+}
+
+// As QString::toInt(), without its locale: 0 for what is no int, or not written in ASCII.
+int toInt(const QChar *begin, const QChar *end)
+{
+    qint64 value = 0;
+    for (; begin != end; ++begin) {
+        value = value * 10 + (begin->unicode() - '0');
+        if (begin->unicode() > '9' || value > std::numeric_limits<int>::max())
+            return 0;
+    }
+    return int(value);
 }
 
 // qRound() is undefined outside the range of int.
@@ -35,6 +52,16 @@ int roundedToInt(float value)
     if (value <= float(std::numeric_limits<int>::min()))
         return std::numeric_limits<int>::min();
     return qIsNaN(value) ? 0 : qRound(value);
+}
+
+// Writes \a value to \a to, which has room for LongestNumber, and returns the end of it.
+QChar *write(int value, QChar *to)
+{
+    char digits[LongestNumber];
+    const char *const end = std::to_chars(digits, digits + LongestNumber, value).ptr;
+    for (const char *digit = digits; digit != end; ++digit)
+        *to++ = QLatin1Char(*digit);
+    return to;
 }
 
 } // namespace
@@ -55,30 +82,38 @@ QString KestStyleSheet::scaleSheet(const QString &sheet, float rate)
     if (sheet.isEmpty() || rate == 1.0f)
         return sheet;
 
-    QString result;
-    result.reserve(sheet.size() + sheet.size() / 16);
-
-    const int size = sheet.size();
-    int copied = 0; // all before this index stands in the result
-    int position = 0;
-    while (position < size) {
-        if (!isDigit(sheet.at(position))) {
-            ++position;
-            continue;
+    const QChar *const end = sheet.constData() + sheet.size();
+    QString result(sheet.size() + sheet.size() / 64 + LongestNumber, Qt::Uninitialized);
+    QChar *out = result.data();
+    const QChar *copied = sheet.constData(); // all before it stands in the result
+    // Copies up to \a part, and leaves room for a number.
+    const auto copyUpTo = [&](const QChar *part) {
+        const int size = int(out - result.constData());
+        const int needed = size + int(part - copied) + LongestNumber;
+        if (needed > result.size()) {
+            result.resize(needed + needed / 2);
+            out = result.data() + size;
         }
-        const int begin = position;
-        while (position < size && isDigit(sheet.at(position)))
-            ++position;
-        if (position + 1 >= size || !isLetter(sheet.at(position), 'p')
-            || !isLetter(sheet.at(position + 1), 'x')) {
+        out = std::copy(copied, part, out);
+        copied = part;
+    };
+    // A sheet has digits everywhere, but few an x: each length is found by the end of its unit.
+    const auto isX = [](QChar c) { return isLetter(c, 'x'); };
+    for (const QChar *x = copied; (x = std::find_if(x, end, isX)) != end; ++x) {
+        if (x - copied < 2 || !isLetter(x[-1], 'p'))
             continue;
-        }
-        const int pixels = sheet.midRef(begin, position - begin).toInt();
-        result += sheet.midRef(copied, begin - copied);
-        result += QString::number(roundedToInt(float(pixels) * rate));
-        copied = position;
+        const QChar *const unit = x - 1;
+        const QChar *number = unit;
+        while (number != copied && isDigit(number[-1]))
+            --number;
+        if (number == unit)
+            continue;
+        copyUpTo(number);
+        out = write(roundedToInt(float(toInt(number, unit)) * rate), out);
+        copied = unit;
     }
-    result += sheet.midRef(copied);
+    copyUpTo(end);
+    result.resize(int(out - result.constData()));
     return result;
 }
 
@@ -92,13 +127,19 @@ void KestStyleSheet::ChangeObjectSizeAndFontSize(QObject *object, double geoRate
         if (!child)
             continue;
         child->setProperty(GeoRateProperty, geoRate);
-        if (child && child->property(OriginStyleProperty).isNull())
-            child->setProperty(OriginStyleProperty, child->styleSheet());
         if (!child)
             continue;
-        const QString origin = child->property(OriginStyleProperty).toString();
-        if (!origin.isEmpty())
-            child->setStyleSheet(scaleSheet(origin, float(geoRate)));
+        // What a property's name is compared with is most of the cost: each is asked for once.
+        const QVariant saved = child->property(OriginStyleProperty);
+        const QString origin = saved.isNull() ? child->styleSheet() : saved.toString();
+        if (saved.isNull())
+            child->setProperty(OriginStyleProperty, origin);
+        if (child && !origin.isEmpty()) {
+            const QString sheet = scaleSheet(origin, float(geoRate));
+            // A sheet that is set again has the style polish the widget again.
+            if (sheet != child->styleSheet())
+                child->setStyleSheet(sheet);
+        }
         if (child)
             ChangeObjectSizeAndFontSize(child, geoRate, fontRate);
     }

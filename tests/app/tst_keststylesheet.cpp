@@ -137,6 +137,19 @@ public:
     QWidget *m_victim = nullptr;
 };
 
+class StyleChangeCounter : public QObject
+{
+public:
+    int changes = 0;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::StyleChange)
+            ++changes;
+        return false;
+    }
+};
+
 } // namespace
 
 class tst_KestStyleSheet : public QObject
@@ -160,6 +173,8 @@ private Q_SLOTS:
     void ratesDoNotAccumulate();
     void rateOneBringsTheOriginalSheetsBack();
     void rateOneStillRecordsSheetAndRate();
+    void sameRateAgainPolishesNothing();
+    void sameRateAgainPutsAChangedSheetBack();
     void widgetWithoutSheetKeepsAnEmptyOne();
     void sheetSetAfterTheFirstScalingIsReplacedByTheOriginal();
     void fontsAreNotScaled();
@@ -213,6 +228,8 @@ void tst_KestStyleSheet::lengthsAreScaled_data()
     row("infinite", "3px", std::numeric_limits<float>::infinity(), "2147483647px");
     row("other scripts' digits are no integer", "\u0663\u0664px", 2.0f, "0px");
     row("a superscript is no digit", "1\u00B2px", 2.0f, "1\u00B2px");
+    row("ten times as long", QByteArray(1000, '.').replace(".", "1px ").constData(), 2e9f,
+        QByteArray(1000, '.').replace(".", "2000000000px ").constData());
     row("inside names as well", "#size8px { }", 2.0f, "#size16px { }");
 }
 
@@ -338,6 +355,36 @@ void tst_KestStyleSheet::rateOneStillRecordsSheetAndRate()
     QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
     QCOMPARE(child.property("originStyle").toString(), QStringLiteral("margin: 3px"));
     QCOMPARE(child.property("geoRate"), QVariant(1.0));
+}
+
+void tst_KestStyleSheet::sameRateAgainPolishesNothing()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 2px"));
+    child.ensurePolished();
+    StyleChangeCounter counter;
+    child.installEventFilter(&counter);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QVERIFY(counter.changes > 0);
+    counter.changes = 0;
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(counter.changes, 0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
+}
+
+void tst_KestStyleSheet::sameRateAgainPutsAChangedSheetBack()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 2px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    child.setStyleSheet(QStringLiteral("margin: 7px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
+    child.setProperty("originStyle", QStringLiteral("margin: 20px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 30px"));
 }
 
 void tst_KestStyleSheet::widgetWithoutSheetKeepsAnEmptyOne()
