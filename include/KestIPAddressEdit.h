@@ -105,29 +105,16 @@ private Q_SLOTS:
 private:
     Q_DISABLE_COPY(KestIPAddressEdit)
     friend class KestAccessibleIPAddressEdit;
+    friend class KestIPAddressEditPrivate;
 
     void initActions();
-    void copy() const;
-    void paste();
-
     int sectionOfCursorPosition(int position) const;
     QTextLayout &textLayout(int position) const;
     bool setText(QTextLayout &layout, const QString &text);
     int redoTextLayout(QTextLayout &layout);
-    void setCursorPosition(int position);
-
     bool hasSelection() const;
     void clearSelection();
     void deleteSelectedText();
-    void selectTo(int position, int anchor);
-
-    void insertDigit(const QString &digit);
-    void deleteBackward();
-    void deleteForward();
-    void moveBackward();
-    void moveForward();
-    void typeDot();
-
     QRect rectOfIpSection(int section) const;
     QRect boundRect(int section, const QRect &rect) const;
     int xToCursor(int x) const;

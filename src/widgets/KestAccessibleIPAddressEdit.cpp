@@ -6,6 +6,8 @@
 #include "KestIPAddressEdit.h"
 #include "KestIPAddressEdit_p.h"
 
+#include <QtCore/QPointer>
+
 #include <algorithm>
 
 namespace {
@@ -37,8 +39,11 @@ void KestAccessibleIPAddressEdit::install()
 
 void KestAccessibleIPAddressEdit::announceText(KestIPAddressEdit *edit, const QString &before)
 {
+    const QPointer<KestIPAddressEdit> guard(edit);
     QAccessibleTextUpdateEvent text(edit, 0, before, edit->ipAddress());
     QAccessible::updateAccessibility(&text);
+    if (!guard)
+        return;
     QAccessibleValueChangeEvent value(edit, edit->ipAddress());
     QAccessible::updateAccessibility(&value);
 }
@@ -85,6 +90,8 @@ void KestAccessibleIPAddressEdit::selection(int index, int *start, int *end) con
 {
     *start = 0;
     *end = 0;
+    if (index < 0)
+        return;
     for (int section = 0; section < SectionCount; ++section) {
         const auto &selection = edit()->d->selections.at(section);
         if (selection.isEmpty() || index-- > 0)
@@ -124,8 +131,8 @@ void KestAccessibleIPAddressEdit::setSelection(int index, int start, int end)
     const int section = edit()->sectionOfCursorPosition(first);
     const int last =
         std::max(first, std::min(positionAt(end), firstPosition(section) + length(section)));
-    edit()->selectTo(last, first);
     edit()->update();
+    edit()->d->selectTo(last, first);
 }
 
 int KestAccessibleIPAddressEdit::cursorPosition() const
@@ -136,13 +143,16 @@ int KestAccessibleIPAddressEdit::cursorPosition() const
 void KestAccessibleIPAddressEdit::setCursorPosition(int offset)
 {
     edit()->clearSelection();
-    edit()->setCursorPosition(positionAt(offset));
     edit()->update();
+    edit()->d->setCursorPosition(positionAt(offset));
 }
 
 QString KestAccessibleIPAddressEdit::text(int start, int end) const
 {
-    return edit()->ipAddress().mid(start, end - start);
+    const QString text = edit()->ipAddress();
+    const int first = qBound(0, start, text.length());
+    const int last = qBound(first, end, text.length());
+    return text.mid(first, last - first);
 }
 
 int KestAccessibleIPAddressEdit::characterCount() const
@@ -154,7 +164,11 @@ QRect KestAccessibleIPAddressEdit::characterRect(int offset) const
 {
     const int position = positionAt(offset);
     const int section = edit()->sectionOfCursorPosition(position);
-    const QRect bounds = edit()->boundRect(section, edit()->rectOfIpSection(section));
+    const QPointer<QWidget> guard(edit());
+    const QRect rectOfSection = edit()->rectOfIpSection(section);
+    if (!guard)
+        return QRect();
+    const QRect bounds = edit()->boundRect(section, rectOfSection);
     const QTextLine line = edit()->textLayout(position).lineAt(0);
     const int index = positionInSection(position);
     QRect rect = bounds;
@@ -166,7 +180,11 @@ QRect KestAccessibleIPAddressEdit::characterRect(int offset) const
 int KestAccessibleIPAddressEdit::offsetAtPoint(const QPoint &point) const
 {
     const QPoint local = edit()->mapFromGlobal(point);
-    return edit()->rect().contains(local) ? offsetOf(edit()->xToCursor(local.x())) : -1;
+    if (!edit()->rect().contains(local))
+        return -1;
+    const QPointer<QWidget> guard(edit());
+    const int position = edit()->xToCursor(local.x());
+    return guard ? offsetOf(position) : -1;
 }
 
 void KestAccessibleIPAddressEdit::scrollToSubstring(int start, int end)

@@ -19,6 +19,7 @@
 #include <QtWidgets/QStyleOptionFrame>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -40,6 +41,13 @@ bool isSection(const QString &text)
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     return text.length() <= SectionLength && isNumber && uint(number) <= uint(LargestNumber);
+}
+
+// A host's range may be any.
+int toInt(qint64 number)
+{
+    return int(
+        qBound<qint64>(std::numeric_limits<int>::min(), number, std::numeric_limits<int>::max()));
 }
 
 QTextCharFormat highlight(const QPalette &palette)
@@ -65,13 +73,14 @@ class Sections
 {
 public:
     Sections(const QWidget *edit, const QStyleOptionFrame &option)
-        : m_first(edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit)),
-          m_dotWidth(option.fontMetrics.boundingRect(Dot).width())
+        : m_dotWidth(option.fontMetrics.boundingRect(Dot).width())
     {
+        const int height = edit->height();
+        m_first = edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit);
         if (!m_first.isValid()) {
             m_first.setLeft(0);
             m_first.setTop(0);
-            m_first.setBottom(edit->height() - 1);
+            m_first.setBottom(height - 1);
         }
         m_first.setWidth(option.fontMetrics.boundingRect(SectionTemplate).width());
     }
@@ -104,19 +113,19 @@ int moveFormatRange(QTextLayout::FormatRange &range, int from, int to)
 {
     const int moved = positionInSection(from);
     const int target = positionInSection(to);
-    const int end = range.start + range.length;
+    const qint64 end = qint64(range.start) + range.length;
     int anchor = moved;
     if (moved == range.start)
-        anchor = end;
+        anchor = toInt(end);
     else if (moved == end)
         anchor = range.start;
     range.start = std::min(anchor, target);
-    range.length = std::max(anchor, target) - range.start;
+    range.length = toInt(qint64(std::max(anchor, target)) - range.start);
     return target;
 }
 
 KestIPAddressEdit::KestIPAddressEdit(QWidget *parent)
-    : QWidget(parent), d(new KestIPAddressEditPrivate)
+    : QWidget(parent), d(new KestIPAddressEditPrivate(this))
 {
     KestAccessibleIPAddressEdit::install();
     setSizePolicy(QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed, QSizePolicy::LineEdit));
@@ -149,9 +158,9 @@ void KestIPAddressEdit::initActions()
         return action;
     };
     d->copyAction = add(tr("Copy"), QKeySequence::Copy);
-    connect(d->copyAction, &QAction::triggered, this, &KestIPAddressEdit::copy);
+    connect(d->copyAction, &QAction::triggered, this, [this] { d->copy(); });
     d->pasteAction = add(tr("Paste"), QKeySequence::Paste);
-    connect(d->pasteAction, &QAction::triggered, this, &KestIPAddressEdit::paste);
+    connect(d->pasteAction, &QAction::triggered, this, [this] { d->paste(); });
 }
 
 QString KestIPAddressEdit::ipAddress() const
@@ -183,17 +192,26 @@ bool KestIPAddressEdit::isReadOnly() const
 
 void KestIPAddressEdit::setReadOnly(bool readOnly)
 {
+    const bool isChange = readOnly != d->readOnly;
     d->readOnly = readOnly;
-    setAttribute(Qt::WA_MacShowFocusRect, !readOnly);
-    setAttribute(Qt::WA_InputMethodEnabled, !readOnly);
-    setCursor(readOnly ? Qt::ArrowCursor : Qt::IBeamCursor);
+    // Whoever hears of it may set it anew: each step goes by what it is then.
+    const QPointer<KestIPAddressEdit> guard(this);
+    setAttribute(Qt::WA_MacShowFocusRect, !d->readOnly);
+    setAttribute(Qt::WA_InputMethodEnabled, !d->readOnly);
+    if (guard)
+        setCursor(d->readOnly ? Qt::ArrowCursor : Qt::IBeamCursor);
     QEvent change(QEvent::ReadOnlyChange);
-    QCoreApplication::sendEvent(this, &change);
+    if (guard)
+        QCoreApplication::sendEvent(this, &change);
     // Style sheets know the colour of the text by the property, which they look at only now.
-    if (testAttribute(Qt::WA_WState_Polished)) {
+    if (guard && isChange && testAttribute(Qt::WA_WState_Polished)
+        && testAttribute(Qt::WA_StyleSheet)) {
         style()->unpolish(this);
-        style()->polish(this);
+        if (guard)
+            style()->polish(this);
     }
+    if (!guard)
+        return;
     update();
     QAccessible::State changed;
     changed.readOnly = true;
@@ -208,7 +226,10 @@ QSize KestIPAddressEdit::sizeHint() const
 
 QSize KestIPAddressEdit::minimumSizeHint() const
 {
+    const QPointer<const KestIPAddressEdit> guard(this);
     ensurePolished();
+    if (!guard)
+        return QSize();
     const QFontMetrics metrics(font());
     const QMargins margins = contentsMargins();
     const int height = metrics.height() + std::max(metrics.leading(), 2 * d->verticalMargin)
@@ -217,6 +238,8 @@ QSize KestIPAddressEdit::minimumSizeHint() const
         metrics.boundingRect(AddressTemplate).width() + margins.left() + margins.right();
     QStyleOptionFrame option;
     initStyleOption(&option);
+    if (!guard)
+        return QSize();
     return style()->sizeFromContents(QStyle::CT_LineEdit, &option, QSize(width, height), this);
 }
 
@@ -224,12 +247,12 @@ void KestIPAddressEdit::initStyleOption(QStyleOptionFrame *option) const
 {
     option->initFrom(this);
     option->rect = contentsRect();
-    option->lineWidth =
-        d->frame ? style()->pixelMetric(QStyle::PM_DefaultFrameWidth, option, this) : 0;
     option->midLineWidth = 0;
     option->state |= QStyle::State_Sunken;
     if (d->readOnly)
         option->state |= QStyle::State_ReadOnly;
+    option->lineWidth =
+        d->frame ? style()->pixelMetric(QStyle::PM_DefaultFrameWidth, option, this) : 0;
 }
 
 void KestIPAddressEdit::updateTextLayout()
@@ -270,20 +293,21 @@ bool KestIPAddressEdit::setText(QTextLayout &layout, const QString &text)
     const QString before = announced ? ipAddress() : QString();
     layout.setText(text);
     d->cursorAscentOffset = redoTextLayout(layout) - fontMetrics().ascent();
+    const QPointer<KestIPAddressEdit> guard(this);
     if (announced)
         KestAccessibleIPAddressEdit::announceText(this, before);
-    Q_EMIT editChanged();
+    if (guard)
+        Q_EMIT editChanged();
     return true;
-}
-
-void KestIPAddressEdit::setCursorPosition(int position)
-{
-    d->cursorPosition = position;
-    KestAccessibleIPAddressEdit::announceCursor(this);
 }
 
 void KestIPAddressEdit::onCustomContextMenuRequested(const QPoint &pos)
 {
+    // The clipboard may ask the program for what it holds.
+    const QPointer<KestIPAddressEdit> guard(this);
+    const bool canPaste = !d->readOnly && !QGuiApplication::clipboard()->text().isEmpty();
+    if (!guard)
+        return;
     const bool canCopy =
         std::any_of(d->selections.cbegin(), d->selections.cend(), [](const auto &selection) {
             return !selection.isEmpty() && selection.first().length != 0;
@@ -292,7 +316,7 @@ void KestIPAddressEdit::onCustomContextMenuRequested(const QPoint &pos)
     const QPointer<QMenu> menu(new QMenu(this));
     if (canCopy)
         menu->addAction(d->copyAction);
-    if (!d->readOnly && !QGuiApplication::clipboard()->text().isEmpty())
+    if (canPaste)
         menu->addAction(d->pasteAction);
     if (!menu->isEmpty())
         menu->exec(mapToGlobal(pos));
@@ -350,8 +374,11 @@ QVariant KestIPAddressEdit::inputMethodQuery(Qt::InputMethodQuery query) const
 
 QRect KestIPAddressEdit::rectOfIpSection(int section) const
 {
+    const QPointer<const KestIPAddressEdit> guard(this);
     QStyleOptionFrame option;
     initStyleOption(&option);
+    if (!guard)
+        return QRect();
     return Sections(this, option).rect(section);
 }
 
@@ -366,10 +393,13 @@ QRect KestIPAddressEdit::boundRect(int section, const QRect &rect) const
 
 int KestIPAddressEdit::xToCursor(int x) const
 {
+    const QPointer<const KestIPAddressEdit> guard(this);
     QStyleOptionFrame option;
     initStyleOption(&option);
+    if (!guard)
+        return 0;
     const Sections sections(this, option);
-    if (x < sections.rect(0).left())
+    if (!guard || x < sections.rect(0).left())
         return 0;
     // A dot belongs to what is before it, and so does what is behind the last section.
     int section = 0;

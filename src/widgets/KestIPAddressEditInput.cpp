@@ -6,6 +6,7 @@
 
 #include "KestIPAddressEdit.h"
 
+#include "KestAccessibleIPAddressEdit.h"
 #include "KestIPAddressEdit_p.h"
 
 #include <QtCore/QPointer>
@@ -20,7 +21,179 @@ namespace {
 
 const int EndPosition = SectionCount * SectionPositions; // behind all of them
 
+// An event that a program made up may be anywhere.
+int columnOf(const QMouseEvent *event)
+{
+    return qRound(qBound<qreal>(-QWIDGETSIZE_MAX, event->localPos().x(), QWIDGETSIZE_MAX));
+}
+
 } // namespace
+
+void KestIPAddressEditPrivate::copy() const
+{
+    // What is selected in further sections is not copied: a part of an address is no text to paste.
+    for (int section = 0; section < SectionCount; ++section) {
+        if (selections.at(section).isEmpty())
+            continue;
+        const QTextLayout::FormatRange &range = selections.at(section).first();
+        QGuiApplication::clipboard()->setText(text(section).mid(range.start, range.length));
+        return;
+    }
+}
+
+void KestIPAddressEditPrivate::paste()
+{
+    if (readOnly)
+        return;
+    // The clipboard may ask the program for what it holds.
+    const QPointer<KestIPAddressEdit> guard(q);
+    const QString pasted = QGuiApplication::clipboard()->text();
+    if (!guard || readOnly || pasted.isEmpty())
+        return;
+    if (pasted.count(Dot) == SectionCount - 1) {
+        q->setIPAddress(pasted);
+        return;
+    }
+
+    const int section = q->sectionOfCursorPosition(cursorPosition);
+    const int offset = positionInSection(cursorPosition);
+    QString digits = text(section);
+    int after = offset + 1; // however much was pasted
+    if (selections.at(section).isEmpty()) {
+        digits.insert(std::min(offset, digits.length()), pasted);
+    } else {
+        const QTextLayout::FormatRange &range = selections.at(section).first();
+        digits.replace(range.start, range.length, pasted);
+        after = range.start + range.length;
+    }
+    if (digits.length() > SectionLength)
+        return;
+    q->setText(layouts[size_t(section)], digits);
+    if (!guard)
+        return;
+    q->clearSelection();
+    q->update();
+    setCursorPosition(firstPosition(section) + after);
+}
+
+void KestIPAddressEditPrivate::setCursorPosition(int position)
+{
+    cursorPosition = position;
+    KestAccessibleIPAddressEdit::announceCursor(q);
+}
+
+// Moves the cursor to a position of the same section and what is selected there along with it;
+// where nothing is, what is between the anchor and the position becomes selected.
+void KestIPAddressEditPrivate::selectTo(int position, int anchor)
+{
+    auto &selection = selections[q->sectionOfCursorPosition(position)];
+    if (selection.isEmpty())
+        selection.append(createFormatRange(anchor, position, q->palette()));
+    else
+        moveFormatRange(selection.first(), cursorPosition, position);
+    setCursorPosition(position);
+}
+
+void KestIPAddressEditPrivate::insertDigit(const QString &digit)
+{
+    const QPointer<KestIPAddressEdit> guard(q);
+    if (q->hasSelection())
+        q->deleteSelectedText();
+    if (!guard)
+        return;
+    QTextLayout &layout = q->textLayout(cursorPosition);
+    QString digits = layout.text();
+    if (digits.length() >= SectionLength)
+        return;
+    const int offset = positionInSection(cursorPosition);
+    const bool appended = offset >= digits.length();
+    digits.insert(appended ? digits.length() : offset, digit);
+    if (!q->setText(layout, digits) || !guard)
+        return;
+    int position = cursorPosition + 1;
+    // From the end of a section that is full now to the next one.
+    if (appended && digits.length() == SectionLength && position < firstPosition(LastSection))
+        ++position;
+    setCursorPosition(position);
+}
+
+void KestIPAddressEditPrivate::deleteBackward()
+{
+    if (q->hasSelection()) {
+        q->deleteSelectedText();
+        return;
+    }
+    const QPointer<KestIPAddressEdit> guard(q);
+    const int section = q->sectionOfCursorPosition(cursorPosition);
+    const int offset = positionInSection(cursorPosition);
+    QString digits = text(section);
+    if (offset > 0 && !digits.isEmpty()) {
+        digits.remove(offset - 1, 1);
+        setCursorPosition(cursorPosition - 1);
+        if (guard)
+            q->setText(layouts[size_t(section)], digits);
+    } else if (offset == 0 && section > 0) {
+        // The dot can not be deleted: what is before it is.
+        digits = text(section - 1);
+        digits.chop(1);
+        setCursorPosition(firstPosition(section - 1) + digits.length());
+        if (guard)
+            q->setText(layouts[size_t(section - 1)], digits);
+    }
+}
+
+void KestIPAddressEditPrivate::deleteForward()
+{
+    if (q->hasSelection()) {
+        q->deleteSelectedText();
+        return;
+    }
+    QTextLayout &layout = q->textLayout(cursorPosition);
+    const int offset = positionInSection(cursorPosition);
+    QString digits = layout.text();
+    if (offset < digits.length()) {
+        digits.remove(offset, 1);
+        q->setText(layout, digits);
+    }
+}
+
+void KestIPAddressEditPrivate::moveBackward()
+{
+    if (q->hasSelection()) {
+        q->clearSelection();
+        return;
+    }
+    if (cursorPosition == 0)
+        return;
+    const int position = cursorPosition - 1;
+    const int section = q->sectionOfCursorPosition(position);
+    const int length = text(section).length();
+    setCursorPosition(positionInSection(position) > length ? firstPosition(section) + length
+                                                           : position);
+}
+
+void KestIPAddressEditPrivate::moveForward()
+{
+    if (q->hasSelection()) {
+        q->clearSelection();
+        return;
+    }
+    if (cursorPosition >= EndPosition)
+        return;
+    const int section = q->sectionOfCursorPosition(cursorPosition);
+    if (positionInSection(cursorPosition) != text(section).length())
+        setCursorPosition(cursorPosition + 1);
+    else if (section < LastSection)
+        setCursorPosition(firstPosition(section + 1));
+}
+
+void KestIPAddressEditPrivate::typeDot()
+{
+    const int section = q->sectionOfCursorPosition(cursorPosition);
+    const int length = text(section).length();
+    if (section < LastSection && length > 0 && positionInSection(cursorPosition) == length)
+        setCursorPosition(firstPosition(section + 1));
+}
 
 bool KestIPAddressEdit::hasSelection() const
 {
@@ -44,67 +217,12 @@ void KestIPAddressEdit::deleteSelectedText()
         QString text = d->text(section);
         text.remove(range.start, range.length);
         setText(d->layouts[size_t(section)], text);
+        if (guard)
+            d->setCursorPosition(firstPosition(section) + text.length());
         if (!guard)
             return;
-        setCursorPosition(firstPosition(section) + text.length());
     }
     clearSelection();
-}
-
-// Moves the cursor to a position of the same section and what is selected there along with it;
-// where nothing is, what is between the anchor and the position becomes selected.
-void KestIPAddressEdit::selectTo(int position, int anchor)
-{
-    auto &selection = d->selections[sectionOfCursorPosition(position)];
-    if (selection.isEmpty())
-        selection.append(createFormatRange(anchor, position, palette()));
-    else
-        moveFormatRange(selection.first(), d->cursorPosition, position);
-    setCursorPosition(position);
-}
-
-void KestIPAddressEdit::copy() const
-{
-    // What is selected in further sections is not copied: a part of an address is no text to paste.
-    for (int section = 0; section < SectionCount; ++section) {
-        if (d->selections.at(section).isEmpty())
-            continue;
-        const QTextLayout::FormatRange &range = d->selections.at(section).first();
-        QGuiApplication::clipboard()->setText(d->text(section).mid(range.start, range.length));
-        return;
-    }
-}
-
-void KestIPAddressEdit::paste()
-{
-    const QString pasted = QGuiApplication::clipboard()->text();
-    if (d->readOnly || pasted.isEmpty())
-        return;
-    if (pasted.count(Dot) == SectionCount - 1) {
-        setIPAddress(pasted);
-        return;
-    }
-
-    const int section = sectionOfCursorPosition(d->cursorPosition);
-    const int offset = positionInSection(d->cursorPosition);
-    QString text = d->text(section);
-    int after = offset + 1; // however much was pasted
-    if (d->selections.at(section).isEmpty()) {
-        text.insert(std::min(offset, text.length()), pasted);
-    } else {
-        const QTextLayout::FormatRange &range = d->selections.at(section).first();
-        text.replace(range.start, range.length, pasted);
-        after = range.start + range.length;
-    }
-    if (text.length() > SectionLength)
-        return;
-    const QPointer<KestIPAddressEdit> guard(this);
-    setText(d->layouts[size_t(section)], text);
-    if (!guard)
-        return;
-    setCursorPosition(firstPosition(section) + after);
-    clearSelection();
-    update();
 }
 
 void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
@@ -124,21 +242,21 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
 
     const QPointer<KestIPAddressEdit> guard(this);
     if (isDigit)
-        insertDigit(event->text());
+        d->insertDigit(event->text());
     else if (key == Qt::Key_Backspace)
-        deleteBackward();
+        d->deleteBackward();
     else if (isBackward && selecting)
-        selectTo(d->cursorPosition - 1, d->cursorPosition);
+        d->selectTo(d->cursorPosition - 1, d->cursorPosition);
     else if (isBackward)
-        moveBackward();
+        d->moveBackward();
     else if (isForward && selecting)
-        selectTo(d->cursorPosition + 1, d->cursorPosition);
+        d->selectTo(d->cursorPosition + 1, d->cursorPosition);
     else if (isForward)
-        moveForward();
+        d->moveForward();
     else if (key == Qt::Key_Delete)
-        deleteForward();
+        d->deleteForward();
     else if (event->text() == Dot)
-        typeDot();
+        d->typeDot();
     else if (key == Qt::Key_Escape)
         clearSelection();
     if (!guard)
@@ -150,131 +268,39 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
         Q_EMIT editingFinished();
 }
 
-void KestIPAddressEdit::insertDigit(const QString &digit)
-{
-    const QPointer<KestIPAddressEdit> guard(this);
-    if (hasSelection())
-        deleteSelectedText();
-    if (!guard)
-        return;
-    QTextLayout &layout = textLayout(d->cursorPosition);
-    QString text = layout.text();
-    if (text.length() >= SectionLength)
-        return;
-    const int offset = positionInSection(d->cursorPosition);
-    const bool appended = offset >= text.length();
-    text.insert(appended ? text.length() : offset, digit);
-    if (!setText(layout, text) || !guard)
-        return;
-    int position = d->cursorPosition + 1;
-    // From the end of a section that is full now to the next one.
-    if (appended && text.length() == SectionLength && position < firstPosition(LastSection))
-        ++position;
-    setCursorPosition(position);
-}
-
-void KestIPAddressEdit::deleteBackward()
-{
-    if (hasSelection()) {
-        deleteSelectedText();
-        return;
-    }
-    const int section = sectionOfCursorPosition(d->cursorPosition);
-    const int offset = positionInSection(d->cursorPosition);
-    QString text = d->text(section);
-    if (offset > 0 && !text.isEmpty()) {
-        text.remove(offset - 1, 1);
-        setCursorPosition(d->cursorPosition - 1);
-        setText(d->layouts[size_t(section)], text);
-    } else if (offset == 0 && section > 0) {
-        // The dot can not be deleted: what is before it is.
-        text = d->text(section - 1);
-        text.chop(1);
-        setCursorPosition(firstPosition(section - 1) + text.length());
-        setText(d->layouts[size_t(section - 1)], text);
-    }
-}
-
-void KestIPAddressEdit::deleteForward()
-{
-    if (hasSelection()) {
-        deleteSelectedText();
-        return;
-    }
-    QTextLayout &layout = textLayout(d->cursorPosition);
-    const int offset = positionInSection(d->cursorPosition);
-    QString text = layout.text();
-    if (offset < text.length()) {
-        text.remove(offset, 1);
-        setText(layout, text);
-    }
-}
-
-void KestIPAddressEdit::moveBackward()
-{
-    if (hasSelection()) {
-        clearSelection();
-        return;
-    }
-    if (d->cursorPosition == 0)
-        return;
-    const int position = d->cursorPosition - 1;
-    const int section = sectionOfCursorPosition(position);
-    const int length = d->text(section).length();
-    setCursorPosition(positionInSection(position) > length ? firstPosition(section) + length
-                                                           : position);
-}
-
-void KestIPAddressEdit::moveForward()
-{
-    if (hasSelection()) {
-        clearSelection();
-        return;
-    }
-    if (d->cursorPosition >= EndPosition)
-        return;
-    const int section = sectionOfCursorPosition(d->cursorPosition);
-    if (positionInSection(d->cursorPosition) != d->text(section).length())
-        setCursorPosition(d->cursorPosition + 1);
-    else if (section < LastSection)
-        setCursorPosition(firstPosition(section + 1));
-}
-
-void KestIPAddressEdit::typeDot()
-{
-    const int section = sectionOfCursorPosition(d->cursorPosition);
-    const int length = d->text(section).length();
-    if (section < LastSection && length > 0 && positionInSection(d->cursorPosition) == length)
-        setCursorPosition(firstPosition(section + 1));
-}
-
 void KestIPAddressEdit::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    const int position = xToCursor(qRound(event->localPos().x()));
+    const QPointer<KestIPAddressEdit> guard(this);
+    const int position = xToCursor(columnOf(event));
+    if (!guard)
+        return;
+    update();
     const int section = sectionOfCursorPosition(position);
     if (event->modifiers() == Qt::NoModifier) {
         clearSelection();
-        setCursorPosition(position);
         d->mousePressed = true;
         d->pressPosition = position;
         d->pressSection = section;
+        d->setCursorPosition(position);
     } else if (event->modifiers() & Qt::ShiftModifier
                && section == sectionOfCursorPosition(d->cursorPosition)) {
-        selectTo(position, d->cursorPosition);
+        d->selectTo(position, d->cursorPosition);
     }
-    update();
 }
 
 void KestIPAddressEdit::mouseMoveEvent(QMouseEvent *event)
 {
     if (!d->mousePressed || event->modifiers() != Qt::NoModifier)
         return;
-    const int position = xToCursor(qRound(event->localPos().x()));
-    if (sectionOfCursorPosition(position) == d->pressSection)
-        selectTo(position, d->pressPosition);
+    const QPointer<KestIPAddressEdit> guard(this);
+    const int position = xToCursor(columnOf(event));
+    if (!guard)
+        return;
     update();
+    if (sectionOfCursorPosition(position) == d->pressSection)
+        d->selectTo(position, d->pressPosition);
 }
 
 void KestIPAddressEdit::mouseReleaseEvent(QMouseEvent *event)
@@ -287,10 +313,14 @@ void KestIPAddressEdit::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || event->modifiers() != Qt::NoModifier)
         return;
+    const QPointer<KestIPAddressEdit> guard(this);
+    const int position = xToCursor(columnOf(event));
+    if (!guard)
+        return;
+    update();
     clearSelection();
-    const int section = sectionOfCursorPosition(xToCursor(qRound(event->localPos().x())));
+    const int section = sectionOfCursorPosition(position);
     const int length = d->text(section).length();
     d->selections[section].append(createFormatRange(0, length, palette()));
-    setCursorPosition(firstPosition(section) + length);
-    update();
+    d->setCursorPosition(firstPosition(section) + length);
 }

@@ -10,7 +10,11 @@
 
 #include <array>
 
+QT_BEGIN_NAMESPACE
 class QAction;
+QT_END_NAMESPACE
+
+class KestIPAddressEdit;
 
 /*!
     \file
@@ -44,8 +48,22 @@ class KestIPAddressEditPrivate
 public:
     using Selection = QVector<QTextLayout::FormatRange>; // of one section; the first one counts
 
+    explicit KestIPAddressEditPrivate(KestIPAddressEdit *edit) : q(edit) { }
+
     QString text(int section) const { return layouts[size_t(section)].text(); }
 
+    void copy() const;
+    void paste();
+    void setCursorPosition(int position);
+    void selectTo(int position, int anchor);
+    void insertDigit(const QString &digit);
+    void deleteBackward();
+    void deleteForward();
+    void moveBackward();
+    void moveForward();
+    void typeDot();
+
+    KestIPAddressEdit *const q;
     int verticalMargin = 1; // pixels above and below the text
     int horizontalMargin = 2; // pixels beside it, which the templates of the size hint leave
     bool frame = true; // of a line edit

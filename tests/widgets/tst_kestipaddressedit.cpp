@@ -6,8 +6,11 @@
 #include "Announcements.h"
 #include "IPAddressState.h"
 #include "KestStyleSheet.h"
+#include "RecordingStyle.h"
 #include "Rendering.h"
 
+#include <QtCore/QMimeData>
+#include <QtCore/QPointer>
 #include <QtGui/QClipboard>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QPainter>
@@ -22,7 +25,10 @@
 #include <QtWidgets/QStyleOptionFrame>
 #include <QtWidgets/QVBoxLayout>
 
+#include <functional>
+#include <limits>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -74,6 +80,13 @@ void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &point,
         type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
     QMouseEvent event(type, point, widget->mapToGlobal(point.toPoint()),
                       type == QEvent::MouseMove ? Qt::NoButton : button, buttons, modifiers);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+void sendMouseAt(QWidget *widget, double x)
+{
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(x, 1), QPointF(), QPointF(), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &event);
 }
 
@@ -234,7 +247,18 @@ private Q_SLOTS:
     void changeMayDeleteTheEdit_data();
     void changeMayDeleteTheEdit();
 
+    void announcementMayDeleteTheEdit_data();
+    void announcementMayDeleteTheEdit();
+    void clipboardMayDeleteTheEdit_data();
+    void clipboardMayDeleteTheEdit();
+    void styleMayDeleteTheEdit_data();
+    void styleMayDeleteTheEdit();
     void readOnlyEffects();
+    void readOnlyPolishesOnlyForStyleSheets();
+    void readOnlyMayDeleteTheEdit_data();
+    void readOnlyMayDeleteTheEdit();
+    void newerReadOnlyWins_data();
+    void newerReadOnlyWins();
     void inputMethods();
 
     void sizeHints();
@@ -251,6 +275,9 @@ private Q_SLOTS:
 
     void screenReaderReadsTheAddress();
     void screenReaderMovesAndSelects();
+    void offsetsFromOutsideMayBeAny();
+    void columnsFromOutsideMayBeAny();
+    void rangesFromOutsideMayBeAny();
     void changesAreAnnounced();
 };
 
@@ -1183,6 +1210,192 @@ void tst_KestIPAddressEdit::changeMayDeleteTheEdit()
     QVERIFY(edit.isNull());
 }
 
+void tst_KestIPAddressEdit::announcementMayDeleteTheEdit_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<int>("announcement"); // the one that it dies in
+    const auto row = [](const char *state, const char *what, int announcements) {
+        for (int i = 0; i < announcements; ++i) {
+            QTest::addRow("%s at %s, %d", what, state, i)
+                << QString::fromLatin1(state) << QString::fromLatin1(what) << i;
+        }
+    };
+    row("1||| @1", "5", 3);
+    row("1|2|| @1 0:0-1 1:0-1", "5", 9);
+    row("1||| @1", "Backspace", 3);
+    row("1|2|| @1 0:0-1 1:0-1", "Backspace", 6);
+    row("1||| @4", "Backspace", 3);
+    row("1||| @0", "Delete", 2);
+    row("1||| @1", "Left", 1);
+    row("1||| @0", "Right", 1);
+    row("1||| @1", ".", 1);
+    row("1||| @0", "Shift+Right", 1);
+    row("1||| @1", "Shift+Left", 1);
+    row("1||| @0", "paste 2", 3);
+    row("1||| @0", "paste 1.2.3.4", 8);
+    row("1||| @0", "set", 8);
+    row("1||| @0", "press", 1);
+    row("1||| @0", "drag", 2);
+    row("1||| @0", "shift press", 1);
+    row("1||| @0", "double click", 1);
+    row("1||| @0", "read-only", 1);
+    row("1||| @0", "move", 1);
+    row("1||| @0", "select", 1);
+    row("1||| @0", "value", 8);
+}
+
+void tst_KestIPAddressEdit::announcementMayDeleteTheEdit()
+{
+    QFETCH(QString, state);
+    QFETCH(QString, what);
+    QFETCH(int, announcement);
+    const QPointer<KestIPAddressEdit> edit(new KestIPAddressEdit);
+    edit->resize(edit->sizeHint());
+    setState(edit, state);
+    QAccessibleInterface *const face = QAccessible::queryAccessibleInterface(edit);
+    Announcements reader;
+    int left = announcement;
+    reader.onEach([&] {
+        if (left-- == 0)
+            delete edit;
+    });
+    const QPointF point(pointOf(edit, 1));
+    if (what == QLatin1String("set")) {
+        edit->setIPAddress(QStringLiteral("1.2.3.4"));
+    } else if (what == QLatin1String("press")) {
+        sendMouse(edit, QEvent::MouseButtonPress, point);
+    } else if (what == QLatin1String("drag")) {
+        sendMouse(edit, QEvent::MouseButtonPress, pointOf(edit, 0));
+        if (edit)
+            sendMouse(edit, QEvent::MouseMove, point);
+    } else if (what == QLatin1String("shift press")) {
+        sendMouse(edit, QEvent::MouseButtonPress, point, Qt::LeftButton, Qt::ShiftModifier);
+    } else if (what == QLatin1String("double click")) {
+        sendMouse(edit, QEvent::MouseButtonDblClick, point);
+    } else if (what == QLatin1String("read-only")) {
+        edit->setReadOnly(true);
+    } else if (what == QLatin1String("move")) {
+        face->textInterface()->setCursorPosition(1);
+    } else if (what == QLatin1String("select")) {
+        face->textInterface()->setSelection(0, 0, 1);
+    } else if (what == QLatin1String("value")) {
+        face->setText(QAccessible::Value, QStringLiteral("1.2.3.4"));
+    } else if (what.startsWith(QLatin1String("paste "))) {
+        setClipboard(what.mid(6));
+        actionOf(edit, QKeySequence::Paste)->trigger();
+    } else {
+        const int code = QKeySequence::fromString(what)[0];
+        QKeyEvent event(QEvent::KeyPress, code & ~Qt::KeyboardModifierMask,
+                        Qt::KeyboardModifiers(code & Qt::KeyboardModifierMask), what);
+        static_cast<QObject *>(edit)->event(&event);
+    }
+    QVERIFY(edit.isNull());
+    QCOMPARE(reader.take().size(), announcement + 1);
+}
+
+void tst_KestIPAddressEdit::clipboardMayDeleteTheEdit_data()
+{
+    QTest::addColumn<bool>("menu");
+    QTest::newRow("paste") << false;
+    QTest::newRow("menu") << true;
+}
+
+void tst_KestIPAddressEdit::clipboardMayDeleteTheEdit()
+{
+    // What a program offers is asked for when it is wanted.
+    class Offer : public QMimeData
+    {
+    public:
+        std::function<void()> onAsked;
+        QStringList formats() const override { return { QStringLiteral("text/plain") }; }
+        bool hasFormat(const QString &format) const override { return formats().contains(format); }
+
+    protected:
+        QVariant retrieveData(const QString &, QVariant::Type) const override
+        {
+            if (onAsked)
+                onAsked();
+            return QStringLiteral("7");
+        }
+    };
+    QFETCH(bool, menu);
+    const QPointer<KestIPAddressEdit> edit(new KestIPAddressEdit);
+    auto *offer = new Offer;
+    offer->onAsked = [edit] { delete edit; };
+    QGuiApplication::clipboard()->setMimeData(offer);
+    if (menu)
+        QMetaObject::invokeMethod(edit, "onCustomContextMenuRequested", Q_ARG(QPoint, QPoint()));
+    else
+        actionOf(edit, QKeySequence::Paste)->trigger();
+    QVERIFY(edit.isNull());
+    QGuiApplication::clipboard()->clear();
+}
+
+void tst_KestIPAddressEdit::styleMayDeleteTheEdit_data()
+{
+    QTest::addColumn<bool>("metric");
+    QTest::addColumn<QString>("what");
+    for (const char *what : { "hint", "press", "move", "double click", "character", "offset" }) {
+        QTest::addRow("%s, metric", what) << true << QString::fromLatin1(what);
+        if (qstrcmp(what, "hint") != 0)
+            QTest::addRow("%s, rectangle", what) << false << QString::fromLatin1(what);
+    }
+}
+
+void tst_KestIPAddressEdit::styleMayDeleteTheEdit()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        mutable QPointer<QWidget> inMetric;
+        mutable QPointer<QWidget> inRect;
+        int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                        const QWidget *widget) const override
+        {
+            if (inMetric && widget == inMetric) {
+                delete inMetric;
+                return 1;
+            }
+            return QProxyStyle::pixelMetric(metric, option, widget);
+        }
+        QRect subElementRect(SubElement element, const QStyleOption *option,
+                             const QWidget *widget) const override
+        {
+            if (inRect && widget == inRect) {
+                delete inRect;
+                return QRect(0, 0, 10, 10);
+            }
+            return QProxyStyle::subElementRect(element, option, widget);
+        }
+    } style;
+    QFETCH(bool, metric);
+    QFETCH(QString, what);
+    const QPointer<KestIPAddressEdit> edit(new KestIPAddressEdit);
+    edit->setStyle(&style);
+    edit->resize(edit->sizeHint());
+    QAccessibleTextInterface *const text =
+        QAccessible::queryAccessibleInterface(edit)->textInterface();
+    const QPoint point = pointOf(edit, 1);
+    const QPoint global = edit->mapToGlobal(point);
+    if (what == QLatin1String("move"))
+        sendMouse(edit, QEvent::MouseButtonPress, point);
+    (metric ? style.inMetric : style.inRect) = edit.data();
+    if (what == QLatin1String("hint"))
+        QCOMPARE(edit->minimumSizeHint(), QSize());
+    else if (what == QLatin1String("press"))
+        sendMouse(edit, QEvent::MouseButtonPress, point);
+    else if (what == QLatin1String("move"))
+        sendMouse(edit, QEvent::MouseMove, point);
+    else if (what == QLatin1String("double click"))
+        sendMouse(edit, QEvent::MouseButtonDblClick, point);
+    else if (what == QLatin1String("character"))
+        QCOMPARE(text->characterRect(0), QRect());
+    else
+        QCOMPARE(text->offsetAtPoint(global), -1);
+    QVERIFY(edit.isNull());
+}
+
 void tst_KestIPAddressEdit::readOnlyEffects()
 {
     class Counter : public QObject
@@ -1213,6 +1426,176 @@ void tst_KestIPAddressEdit::readOnlyEffects()
     QCOMPARE(counter.count, 2);
     edit.initStyleOption(&option);
     QVERIFY(!(option.state & QStyle::State_ReadOnly));
+}
+
+void tst_KestIPAddressEdit::readOnlyPolishesOnlyForStyleSheets()
+{
+    const auto polishes = [](RecordingStyle &style, QWidget *edit,
+                             const std::function<void()> &set) {
+        style.polished.clear();
+        style.unpolished.clear();
+        set();
+        const int count = style.polished.count(edit);
+        return count == style.unpolished.count(edit) ? count : -1;
+    };
+    RecordingStyle style;
+    QWidget window;
+    window.setStyle(&style);
+    Edit edit(QStringLiteral("||| @0"), &window);
+    edit.setStyle(&style);
+    window.show();
+    const auto writable = [&edit] { edit.setReadOnly(false); };
+    const auto readOnly = [&edit] { edit.setReadOnly(true); };
+    QCOMPARE(polishes(style, &edit, readOnly), 0);
+    QCOMPARE(polishes(style, &edit, writable), 0);
+
+    edit.setStyle(nullptr);
+    QCOMPARE(edit.style(), QApplication::style());
+    edit.setStyle(&style);
+    // Of the edit, or of what it is in.
+    for (QWidget *sheeted : { static_cast<QWidget *>(&edit), &window }) {
+        sheeted->setStyleSheet(
+            QStringLiteral("KestIPAddressEdit[readOnly=\"true\"] { color: red }"));
+        QCOMPARE(polishes(style, &edit, readOnly), 1);
+        QCOMPARE(edit.palette().color(QPalette::Text), QColor(Qt::red));
+        QCOMPARE(polishes(style, &edit, readOnly), 0); // no change
+        QCOMPARE(polishes(style, &edit, writable), 1);
+        QVERIFY(edit.palette().color(QPalette::Text) != QColor(Qt::red));
+        QCOMPARE(polishes(style, &edit, writable), 0);
+        sheeted->setStyleSheet(QString());
+        QCOMPARE(polishes(style, &edit, readOnly), 0);
+        QCOMPARE(polishes(style, &edit, writable), 0);
+    }
+
+    // The events come in any case.
+    int changes = 0;
+    class Filter : public QObject
+    {
+    public:
+        explicit Filter(int *changes) : m_changes(changes) { }
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            *m_changes += event->type() == QEvent::ReadOnlyChange ? 1 : 0;
+            return false;
+        }
+
+    private:
+        int *m_changes;
+    } filter(&changes);
+    edit.installEventFilter(&filter);
+    Announcements reader;
+    edit.setReadOnly(false);
+    QCOMPARE(changes, 1);
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("read-only") }));
+}
+
+namespace {
+
+// Calls back where making an edit read-only leaves it.
+class ReadOnlyProbe : public QObject
+{
+public:
+    ReadOnlyProbe(QEvent::Type type, const std::function<void()> &action)
+        : m_type(type), m_action(action)
+    { }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        const bool acts = event->type() == m_type && m_action;
+        if (acts)
+            std::exchange(m_action, nullptr)();
+        return acts; // as Qt wants it where the receiver may be gone
+    }
+
+private:
+    QEvent::Type m_type;
+    std::function<void()> m_action;
+};
+
+class PolishProbe : public QProxyStyle
+{
+public:
+    std::function<void()> onPolish;
+    std::function<void()> onUnpolish;
+
+    using QProxyStyle::polish;
+    using QProxyStyle::unpolish;
+    void polish(QWidget *widget) override
+    {
+        QProxyStyle::polish(widget);
+        if (onPolish && qobject_cast<KestIPAddressEdit *>(widget))
+            std::exchange(onPolish, nullptr)();
+    }
+    void unpolish(QWidget *widget) override
+    {
+        QProxyStyle::unpolish(widget);
+        if (onUnpolish && qobject_cast<KestIPAddressEdit *>(widget))
+            std::exchange(onUnpolish, nullptr)();
+    }
+};
+
+void addReadOnlyRows()
+{
+    QTest::addColumn<int>("where");
+    QTest::newRow("cursor") << int(QEvent::CursorChange);
+    QTest::newRow("read-only") << int(QEvent::ReadOnlyChange);
+    QTest::newRow("unpolished") << int(QEvent::PolishRequest);
+    QTest::newRow("polished") << int(QEvent::Polish);
+}
+
+} // namespace
+
+void tst_KestIPAddressEdit::readOnlyMayDeleteTheEdit_data()
+{
+    // Not in polish(): the style sheet's style goes on with the widget.
+    QTest::addColumn<int>("where");
+    QTest::newRow("cursor") << int(QEvent::CursorChange);
+    QTest::newRow("read-only") << int(QEvent::ReadOnlyChange);
+    QTest::newRow("unpolished") << int(QEvent::PolishRequest);
+}
+
+void tst_KestIPAddressEdit::readOnlyMayDeleteTheEdit()
+{
+    QFETCH(int, where);
+    PolishProbe style;
+    const QPointer<KestIPAddressEdit> edit(new KestIPAddressEdit);
+    edit->setStyle(&style);
+    edit->setStyleSheet(QStringLiteral("KestIPAddressEdit { color: red }"));
+    edit->ensurePolished();
+    const auto end = [edit] { delete edit; };
+    ReadOnlyProbe probe(QEvent::Type(where), end);
+    edit->installEventFilter(&probe);
+    if (where == QEvent::PolishRequest)
+        style.onUnpolish = end;
+    edit->setReadOnly(true);
+    QVERIFY(edit.isNull());
+}
+
+void tst_KestIPAddressEdit::newerReadOnlyWins_data()
+{
+    addReadOnlyRows();
+}
+
+void tst_KestIPAddressEdit::newerReadOnlyWins()
+{
+    QFETCH(int, where);
+    PolishProbe style;
+    Edit edit;
+    edit.setStyle(&style);
+    edit.setStyleSheet(QStringLiteral("KestIPAddressEdit[readOnly=\"true\"] { color: red }"));
+    edit.ensurePolished();
+    const auto back = [&edit] { edit.setReadOnly(false); };
+    ReadOnlyProbe probe(QEvent::Type(where), back);
+    edit.installEventFilter(&probe);
+    if (where == QEvent::PolishRequest)
+        style.onUnpolish = back;
+    else if (where == QEvent::Polish)
+        style.onPolish = back;
+    edit.setReadOnly(true);
+    QVERIFY(!edit.isReadOnly());
+    QCOMPARE(edit.cursor().shape(), Qt::IBeamCursor);
+    QVERIFY(edit.testAttribute(Qt::WA_InputMethodEnabled));
+    QVERIFY(edit.palette().color(QPalette::Text) != QColor(Qt::red));
 }
 
 void tst_KestIPAddressEdit::inputMethods()
@@ -1446,7 +1829,7 @@ void tst_KestIPAddressEdit::sheetsThemeTheFrame()
         QCOMPARE(fillOf(edit), fillOf(lineEdit));
         QCOMPARE(fillOf(edit) == QColor(Qt::white), !on);
         QCOMPARE(edit->palette().color(edit->foregroundRole()),
-                 on ? QColor(0x8A, 0x8A, 0x8A) : QColor(0x33, 0x33, 0x33));
+                 lineEdit->palette().color(lineEdit->foregroundRole()));
     }
     edit->setEnabled(false);
     lineEdit->setEnabled(false);
@@ -1546,6 +1929,93 @@ void tst_KestIPAddressEdit::screenReaderMovesAndSelects()
         QCOMPARE(text->offsetAtPoint(QPoint(rect.left() + 1, rect.center().y())), offset);
     }
     QCOMPARE(text->offsetAtPoint(edit.mapToGlobal(QPoint(-1, -1))), -1);
+}
+
+void tst_KestIPAddressEdit::offsetsFromOutsideMayBeAny()
+{
+    const int lowest = std::numeric_limits<int>::min();
+    const int highest = std::numeric_limits<int>::max();
+    Edit edit(QStringLiteral("192||7|01 @0 0:1-3"));
+    edit.show();
+    QAccessibleTextInterface *const text =
+        QAccessible::queryAccessibleInterface(&edit)->textInterface();
+    const QString whole = QStringLiteral("192.0.7.01");
+    QCOMPARE(text->text(0, 10), whole);
+    QCOMPARE(text->text(lowest, highest), whole);
+    QCOMPARE(text->text(-1, 11), whole);
+    QCOMPARE(text->text(-5, 3), QStringLiteral("192"));
+    QCOMPARE(text->text(4, highest), QStringLiteral("0.7.01"));
+    QCOMPARE(text->text(9, 10), QStringLiteral("1"));
+    for (const auto &empty :
+         { qMakePair(3, 3), qMakePair(3, 2), qMakePair(highest, lowest), qMakePair(lowest, lowest),
+           qMakePair(highest, highest), qMakePair(10, 12), qMakePair(lowest, -1) })
+        QCOMPARE(text->text(empty.first, empty.second), QString());
+
+    int start = 7;
+    int end = 7;
+    for (const int index : { lowest, -1, 1, highest }) {
+        text->selection(index, &start, &end);
+        QCOMPARE(start, 0);
+        QCOMPARE(end, 0);
+    }
+    text->selection(0, &start, &end);
+    QCOMPARE(start, 1);
+    QCOMPARE(end, 3);
+    text->attributes(highest, &start, &end);
+    QCOMPARE(end, 10);
+
+    text->setSelection(0, lowest, highest);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @3 0:0-3"));
+    text->setSelection(0, highest, lowest);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @14 3:2-2"));
+    text->addSelection(lowest, lowest);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @0 0:0-0"));
+    text->removeSelection(lowest);
+    text->setCursorPosition(highest);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @14"));
+    text->setCursorPosition(lowest);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @0"));
+    QCOMPARE(text->characterRect(lowest), text->characterRect(0));
+    QCOMPARE(text->characterRect(highest), text->characterRect(10));
+    QCOMPARE(text->offsetAtPoint(QPoint(lowest / 2, 0)), -1);
+    QCOMPARE(text->offsetAtPoint(QPoint(highest / 2, 0)), -1);
+    QCOMPARE(text->textBeforeOffset(highest, QAccessible::CharBoundary, &start, &end), QString());
+    QCOMPARE(text->textAtOffset(lowest, QAccessible::CharBoundary, &start, &end), QString());
+}
+
+void tst_KestIPAddressEdit::columnsFromOutsideMayBeAny()
+{
+    Edit edit(QStringLiteral("192|168|7|01 @5"));
+    for (const double left : { -1e300, -1e10, -std::numeric_limits<double>::infinity() }) {
+        sendMouseAt(&edit, left);
+        QCOMPARE(stateOf(&edit), QStringLiteral("192|168|7|01 @0"));
+        sendMouseAt(&edit, -left);
+        QCOMPARE(stateOf(&edit), QStringLiteral("192|168|7|01 @14"));
+    }
+    sendMouseAt(&edit, std::numeric_limits<double>::quiet_NaN());
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|7|01 @0"));
+}
+
+void tst_KestIPAddressEdit::rangesFromOutsideMayBeAny()
+{
+    const int lowest = std::numeric_limits<int>::min();
+    const int highest = std::numeric_limits<int>::max();
+    QTextLayout::FormatRange range;
+    for (const int start : { lowest, -1, 0, 3, highest }) {
+        for (const int length : { lowest, -1, 0, 3, highest }) {
+            for (const int from : { lowest, -1, 0, 3, highest }) {
+                for (const int to : { lowest, -1, 0, 3, highest }) {
+                    range.start = start;
+                    range.length = length;
+                    QCOMPARE(moveFormatRange(range, from, to), to % 4);
+                    QVERIFY(range.length >= 0);
+                    const QTextLayout::FormatRange made = createFormatRange(from, to, QPalette());
+                    QCOMPARE(made.start, qMin(from % 4, to % 4));
+                    QCOMPARE(made.length, qAbs(from % 4 - to % 4));
+                }
+            }
+        }
+    }
 }
 
 void tst_KestIPAddressEdit::changesAreAnnounced()
