@@ -60,8 +60,10 @@ public:
     void removeMoveBar(QWidget *widget);
 
 protected:
-    void hideEvent(QHideEvent *event) override;
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void hideEvent(QHideEvent *event) override;
     bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
 
 private:

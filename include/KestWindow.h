@@ -122,14 +122,16 @@ public Q_SLOTS:
     void adaptScreenDPI();
 
 protected:
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
     bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     Q_DISABLE_COPY(KestWindow)
-    KestWindowPrivate *d;
     KestWindowLayouts *layouts;
+    KestWindowPrivate *d;
 };
 
 #endif // KESTWINDOW_H

@@ -3,8 +3,10 @@
 
 #include "KestDialog.h"
 
+#include "BarTabOrder.h"
 #include "KestPlatformDelegate.h"
 #include "KestTitleBar.h"
+#include "Util.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
@@ -18,6 +20,7 @@ public:
     QPointer<QWidget> centralWidget;
     QVBoxLayout *layout = nullptr;
     KestPlatformDelegate *delegate = nullptr;
+    QMetaObject::Connection innerFinished; // of a central widget that is a dialog
 };
 
 KestDialog::KestDialog(QWidget *parent) : QDialog(parent), d(new KestDialogPrivate)
@@ -41,11 +44,12 @@ KestDialog::~KestDialog()
 
 KestTitleBar *KestDialog::titleBar() const
 {
-    if (!d->titleBar) {
-        auto *self = const_cast<KestDialog *>(this);
-        self->setTitleBar(new KestTitleBar(self));
-    }
-    return d->titleBar;
+    if (d->titleBar)
+        return d->titleBar;
+    const QPointer<const KestDialog> guard(this);
+    auto *self = const_cast<KestDialog *>(this);
+    self->setTitleBar(new KestTitleBar(self));
+    return guard ? d->titleBar.data() : nullptr;
 }
 
 void KestDialog::setTitleBar(KestTitleBar *bar)
@@ -53,16 +57,16 @@ void KestDialog::setTitleBar(KestTitleBar *bar)
     KestTitleBar *const old = d->titleBar;
     if (old == bar)
         return;
-    if (old) {
-        d->delegate->removeMoveBar(old);
-        old->hide();
-        old->deleteLater();
-    }
+    // It is the dialog's before anybody hears of it: whoever sets another one then is the last.
+    const QPointer<KestDialog> guard(this);
     d->titleBar = bar;
-    if (bar) {
-        d->layout->insertWidget(0, bar);
+    d->delegate->removeMoveBar(old);
+    Util::hideAndDeleteLater(old);
+    if (!bar || !guard || d->titleBar != bar)
+        return;
+    d->layout->insertWidget(0, bar);
+    if (guard && d->titleBar == bar)
         d->delegate->addMoveBar(bar);
-    }
 }
 
 QWidget *KestDialog::centralWidget() const
@@ -75,18 +79,30 @@ void KestDialog::setCentralWidget(QWidget *widget)
     QWidget *const old = d->centralWidget;
     if (old == widget)
         return;
-    if (old) {
-        old->hide();
-        old->deleteLater();
-    }
+    const QPointer<KestDialog> guard(this);
     d->centralWidget = widget;
-    if (!widget)
+    disconnect(d->innerFinished);
+    const auto isCurrent = [&guard, this, widget] {
+        return guard && widget && d->centralWidget == widget;
+    };
+    Util::hideAndDeleteLater(old);
+    if (!isCurrent())
         return;
     d->layout->addWidget(widget, 1);
-    if (!widget->windowTitle().isEmpty())
+    if (isCurrent() && !widget->windowTitle().isEmpty())
         setWindowTitle(widget->windowTitle());
-    if (auto *dialog = qobject_cast<QDialog *>(widget))
-        connect(dialog, &QDialog::finished, this, &KestDialog::done);
+    if (!isCurrent())
+        return;
+    if (auto *inner = qobject_cast<QDialog *>(widget)) {
+        d->innerFinished = connect(inner, &QDialog::finished, this, [this, inner](int result) {
+            const QPointer<KestDialog> guard(this);
+            done(result);
+            // It hid itself, and shall be there when this dialog is shown the next time. That is
+            // not for QDialog to know, which would give it the focus.
+            if (guard && d->centralWidget == inner)
+                inner->QWidget::setVisible(true);
+        });
+    }
     widget->installEventFilter(this);
 }
 
@@ -100,24 +116,48 @@ void KestDialog::removeMoveBar(QWidget *widget)
     d->delegate->removeMoveBar(widget);
 }
 
+bool KestDialog::event(QEvent *event)
+{
+    // Qt gives the first focus right after these.
+    if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate)
+        putBarsLastInTabOrder(this, { d->titleBar });
+    return QDialog::event(event);
+}
+
+bool KestDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != d->centralWidget)
+        return QDialog::eventFilter(watched, event);
+    if (event->type() == QEvent::WindowTitleChange) {
+        setWindowTitle(d->centralWidget->windowTitle());
+    } else if (event->type() == QEvent::Show && !event->spontaneous()
+               && focusWidget() == d->titleBar) {
+        // The bar has the focus from a click on one of its buttons, or for want of anything else.
+        focusNextPrevChild(true);
+    }
+    return false;
+}
+
+bool KestDialog::focusNextPrevChild(bool next)
+{
+    putBarsLastInTabOrder(this, { d->titleBar });
+    return QDialog::focusNextPrevChild(next);
+}
+
 void KestDialog::hideEvent(QHideEvent *event)
 {
     // A dialog that was closed by its button vanishes below the pointer: the button would never
     // hear that the pointer left, and keep its hover look for the next show.
     if (d->titleBar) {
         if (auto *button = d->titleBar->findChild<QWidget *>(QStringLiteral("closeBtn"))) {
+            const QPointer<KestDialog> guard(this);
             QEvent leave(QEvent::Leave);
             QCoreApplication::sendEvent(button, &leave);
+            if (!guard)
+                return;
         }
     }
     QDialog::hideEvent(event);
-}
-
-bool KestDialog::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::WindowTitleChange && watched == d->centralWidget)
-        setWindowTitle(d->centralWidget->windowTitle());
-    return QDialog::eventFilter(watched, event);
 }
 
 bool KestDialog::nativeEvent(const QByteArray &eventType, void *message, long *result)

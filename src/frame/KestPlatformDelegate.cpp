@@ -30,12 +30,18 @@ void installPlatformEventFilter()
 
 #else
 
+#    include "KestFramelessDelegate_p.h"
+
 KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar, Qt::WindowType type)
 {
     auto *delegate = new KestPlatformDelegate(window, moveBar);
     // The delegate replaces all window flags, the type included: without it a shell that was
     // given a parent would be shown inside of it.
     window->setWindowFlags(window->windowFlags() | type);
+    // The delegate sets the shadow's margin with the first resize, which is too late for a window
+    // that is shown in the size that its contents want.
+    const int margin = KestFramelessDelegatePrivate::DefaultShadowWidth;
+    window->setContentsMargins(margin, margin, margin, margin);
     return delegate;
 }
 

@@ -3,10 +3,12 @@
 
 #include "KestWindow.h"
 
+#include "BarTabOrder.h"
 #include "KestNavigationBar.h"
 #include "KestPlatformDelegate.h"
 #include "KestStyleSheet.h"
 #include "KestTitleBar.h"
+#include "Util.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QPointer>
@@ -14,6 +16,7 @@
 #include <QtCore/QVariant>
 #include <QtGui/QIcon>
 #include <QtGui/QResizeEvent>
+#include <QtGui/QStatusTipEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDesktopWidget>
 #include <QtWidgets/QGridLayout>
@@ -34,8 +37,11 @@ bool saveBarSize(QWidget *widget)
     const auto *bar = qobject_cast<Bar *>(widget);
     if (!bar)
         return false;
+    const QPointer<QWidget> guard(widget);
+    const QSize iconSize = bar->iconSize();
     widget->setProperty(OriginFontProperty, bar->font());
-    widget->setProperty(OriginIconSizeProperty, bar->iconSize());
+    if (guard)
+        widget->setProperty(OriginIconSizeProperty, iconSize);
     return true;
 }
 
@@ -132,11 +138,12 @@ KestWindow::~KestWindow()
 
 KestTitleBar *KestWindow::titleBar() const
 {
-    if (!d->titleBar) {
-        auto *self = const_cast<KestWindow *>(this);
-        self->setTitleBar(new KestTitleBar(self));
-    }
-    return static_cast<KestTitleBar *>(d->titleBar.data());
+    if (d->titleBar)
+        return static_cast<KestTitleBar *>(d->titleBar.data());
+    const QPointer<const KestWindow> guard(this);
+    auto *self = const_cast<KestWindow *>(this);
+    self->setTitleBar(new KestTitleBar(self));
+    return guard ? static_cast<KestTitleBar *>(d->titleBar.data()) : nullptr;
 }
 
 void KestWindow::setTitleBar(KestTitleBar *bar)
@@ -144,29 +151,35 @@ void KestWindow::setTitleBar(KestTitleBar *bar)
     QWidget *const old = d->titleBar;
     if (old && old == bar)
         return;
-    if (old) {
-        old->hide();
-        d->delegate->removeMoveBar(old);
-        old->deleteLater();
-    }
+    // It is the window's before anybody hears of it: whoever sets another one then is the last.
+    const QPointer<KestWindow> guard(this);
     d->titleBar = bar;
-    if (bar) {
-        // It becomes a move bar when it is shown.
-        layouts->titleLayout->addWidget(bar);
-        bar->installEventFilter(this);
-        d->delegate->removeMoveBar(d->navigationBar);
-    } else {
+    d->delegate->removeMoveBar(old);
+    Util::hideAndDeleteLater(old);
+    if (!guard || d->titleBar != bar)
+        return;
+    if (!bar) {
         d->delegate->addMoveBar(d->navigationBar);
+        return;
     }
+    bar->installEventFilter(this);
+    layouts->titleLayout->addWidget(bar);
+    if (!guard || d->titleBar != bar)
+        return;
+    d->delegate->removeMoveBar(d->navigationBar);
+    // Else it becomes a move bar when it is shown.
+    if (bar->isVisible())
+        d->delegate->addMoveBar(bar);
 }
 
 KestNavigationBar *KestWindow::navigationBar() const
 {
-    if (!d->navigationBar) {
-        auto *self = const_cast<KestWindow *>(this);
-        self->setNavigationBar(new KestNavigationBar(self));
-    }
-    return static_cast<KestNavigationBar *>(d->navigationBar.data());
+    if (d->navigationBar)
+        return static_cast<KestNavigationBar *>(d->navigationBar.data());
+    const QPointer<const KestWindow> guard(this);
+    auto *self = const_cast<KestWindow *>(this);
+    self->setNavigationBar(new KestNavigationBar(self));
+    return guard ? static_cast<KestNavigationBar *>(d->navigationBar.data()) : nullptr;
 }
 
 void KestWindow::setNavigationBar(KestNavigationBar *bar)
@@ -174,28 +187,29 @@ void KestWindow::setNavigationBar(KestNavigationBar *bar)
     QWidget *const old = d->navigationBar;
     if (old && old == bar)
         return;
-    if (old) {
-        d->delegate->removeMoveBar(old);
-        old->hide();
-        old->deleteLater();
-    }
+    const QPointer<KestWindow> guard(this);
     d->navigationBar = bar;
-    if (!bar)
+    d->delegate->removeMoveBar(old);
+    Util::hideAndDeleteLater(old);
+    if (!bar || !guard || d->navigationBar != bar)
         return;
     layouts->menuBarLayout->addWidget(bar);
+    if (!guard || d->navigationBar != bar)
+        return;
     if (!d->titleBar || !d->titleBar->isVisible())
         d->delegate->addMoveBar(bar);
 }
 
 QStatusBar *KestWindow::statusBar() const
 {
-    if (!d->statusBar) {
-        auto *self = const_cast<KestWindow *>(this);
-        auto *bar = new QStatusBar(self);
-        bar->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        self->setStatusBar(bar);
-    }
-    return d->statusBar;
+    if (d->statusBar)
+        return d->statusBar;
+    const QPointer<const KestWindow> guard(this);
+    auto *self = const_cast<KestWindow *>(this);
+    auto *bar = new QStatusBar(self);
+    bar->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    self->setStatusBar(bar);
+    return guard ? d->statusBar.data() : nullptr;
 }
 
 void KestWindow::setStatusBar(QStatusBar *bar)
@@ -203,12 +217,10 @@ void KestWindow::setStatusBar(QStatusBar *bar)
     QStatusBar *const old = d->statusBar;
     if (old && old == bar)
         return;
-    if (old) {
-        old->hide();
-        old->deleteLater();
-    }
+    const QPointer<KestWindow> guard(this);
     d->statusBar = bar;
-    if (bar)
+    Util::hideAndDeleteLater(old);
+    if (bar && guard && d->statusBar == bar)
         layouts->statusBarLayout->addWidget(bar);
 }
 
@@ -233,21 +245,30 @@ void KestWindow::setCentralWidget(QWidget *widget)
     QWidget *const old = d->centralWidget;
     if (old && old == widget)
         return;
-    if (old) {
-        old->hide();
-        old->deleteLater();
-    }
+    const QPointer<KestWindow> guard(this);
     d->centralWidget = widget;
-    if (!widget)
+    const auto isCurrent = [&guard, this, widget] {
+        return guard && widget && d->centralWidget == widget;
+    };
+    Util::hideAndDeleteLater(old);
+    if (!isCurrent())
         return;
     // The size is the one that the host gave it: the layout may change it at any time from now on.
     const QSize size = widget->size();
     widget->setAutoFillBackground(true);
     layouts->contentLayout->addWidget(widget);
+    if (!isCurrent())
+        return;
     widget->installEventFilter(this);
     setWindowTitle(widget->windowTitle());
-    resize(size.width(), size.height() + titleBar()->height());
-    setWindowIcon(widget->windowIcon());
+    if (!isCurrent())
+        return;
+    const KestTitleBar *const bar = titleBar();
+    if (!isCurrent())
+        return;
+    resize(size.width(), size.height() + (bar ? bar->height() : 0));
+    if (isCurrent())
+        setWindowIcon(widget->windowIcon());
 }
 
 void KestWindow::addMoveBar(QWidget *widget)
@@ -274,23 +295,46 @@ void KestWindow::saveObjectSize(QObject *object)
 {
     if (!object)
         return;
-    const QObjectList children = object->children();
-    for (QObject *child : children) {
-        auto *widget = qobject_cast<QWidget *>(child);
-        if (!widget || saveBarSize<KestTitleBar>(widget)
-            || saveBarSize<KestNavigationBar>(widget)) {
+    // A widget may delete others when it hears of its property.
+    QList<QPointer<QWidget>> children;
+    for (QObject *child : object->children()) {
+        if (child->isWidgetType())
+            children.append(static_cast<QWidget *>(child));
+    }
+    for (const QPointer<QWidget> &child : qAsConst(children)) {
+        if (!child || saveBarSize<KestTitleBar>(child) || saveBarSize<KestNavigationBar>(child))
             continue;
-        }
-        widget->setProperty(OriginFontProperty, widget->font());
-        saveObjectSize(widget);
+        child->setProperty(OriginFontProperty, child->font());
+        saveObjectSize(child);
     }
 }
 
 void KestWindow::adaptScreenDPI()
 { }
 
+bool KestWindow::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::WindowActivate:
+        // Qt gives the first focus right after these.
+        putBarsLastInTabOrder(this, { d->navigationBar, d->titleBar });
+        break;
+    case QEvent::StatusTip:
+        if (d->statusBar)
+            d->statusBar->showMessage(static_cast<QStatusTipEvent *>(event)->tip());
+        else
+            event->ignore();
+        return true;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
 bool KestWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    const QPointer<KestWindow> guard(this);
     const QEvent::Type type = event->type();
     if (watched == d->titleBar && d->delegate) {
         // One of the two bars moves the window: the title bar while it is shown.
@@ -304,14 +348,28 @@ bool KestWindow::eventFilter(QObject *watched, QEvent *event)
     } else if (type == QEvent::WindowTitleChange && watched == d->centralWidget) {
         setWindowTitle(d->centralWidget->windowTitle());
         // It was given a size while hidden.
-        if (d->centralWidget && d->centralWidget->testAttribute(Qt::WA_PendingResizeEvent))
+        if (guard && watched == d->centralWidget
+            && d->centralWidget->testAttribute(Qt::WA_PendingResizeEvent)) {
             resize(d->centralWidget->size());
+        }
+        return false;
+    } else if (type == QEvent::Show && watched == d->centralWidget && !event->spontaneous()
+               && focusWidget() == d->titleBar) {
+        // The bar has the focus from a click on one of its buttons, or for want of anything else.
+        focusNextPrevChild(true);
+        return false;
     }
     if (type == QEvent::ScreenChangeInternal) {
         qDebug() << "KestWindow::eventFilter QEvent::ScreenChangeInternal screenNum="
                  << QApplication::desktop()->screenNumber(this);
     }
     return QWidget::eventFilter(watched, event);
+}
+
+bool KestWindow::focusNextPrevChild(bool next)
+{
+    putBarsLastInTabOrder(this, { d->navigationBar, d->titleBar });
+    return QWidget::focusNextPrevChild(next);
 }
 
 bool KestWindow::nativeEvent(const QByteArray &eventType, void *message, long *result)

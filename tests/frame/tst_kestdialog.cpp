@@ -7,13 +7,21 @@
 #include "MoveBarProbe.h"
 
 #include <QtCore/QPointer>
+#include <QtCore/QScopedPointer>
 #include <QtCore/QTimer>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
+
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -21,6 +29,59 @@ void deleteDeferred()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+// Calls back when something happens to a widget, once.
+class Once : public QObject
+{
+    Q_OBJECT
+
+public:
+    Once(QObject *watched, QEvent::Type type, std::function<void()> act)
+        : m_type(type), m_act(std::move(act))
+    {
+        watched->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == m_type && m_act)
+            std::exchange(m_act, nullptr)();
+        return false;
+    }
+
+private:
+    QEvent::Type m_type;
+    std::function<void()> m_act;
+};
+
+bool activate(QWidget *window)
+{
+    window->show();
+    QApplication::setActiveWindow(window);
+    return QTest::qWaitForWindowActive(window);
+}
+
+// A form as it is usually written: a QDialog with a text and the buttons for it.
+class Form : public QDialog
+{
+    Q_OBJECT
+
+public:
+    Form()
+    {
+        auto *layout = new QVBoxLayout(this);
+        auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+        layout->addWidget(text);
+        layout->addWidget(edit);
+        layout->addWidget(buttons);
+        connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+        connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+        buttons->button(QDialogButtonBox::Ok)->setDefault(true);
+    }
+
+    QPlainTextEdit *const text = new QPlainTextEdit;
+    QLineEdit *const edit = new QLineEdit;
+};
 
 } // namespace
 
@@ -52,16 +113,37 @@ private Q_SLOTS:
     void innerDialogsResultIsTheFrames_data();
     void innerDialogsResultIsTheFrames();
     void innerDialogFillsTheFrame();
+    void innerDialogIsShownAgain_data();
+    void innerDialogIsShownAgain();
+    void innerDialogThatTheHostHidStaysHidden();
+    void refusedResultLeavesTheInnerDialogThere();
+    void replacedInnerDialogNoLongerFinishesTheFrame();
     void widgetThatIsNoDialogLeavesTheFrameOpen();
+
+    void firstFocusIsThatOfTheContents_data();
+    void firstFocusIsThatOfTheContents();
+    void focusIsThatOfTheContentsAtEachShow();
+    void returnInAFreshDialogAcceptsNothing();
+    void tabVisitsTheTitleBarLast();
 
     void titleBarMovesTheDialog();
     void newTitleBarMovesTheDialogAtOnce();
     void furtherMoveBarsMoveTheDialog();
 
+    void firstShowHasRoomForTheContents();
     void hidingTakesTheHoverFromTheCloseButton();
     void hidingWithoutTitleBarIsFine();
     void closeButtonRejects();
     void escapeRejects();
+    void centralWidgetMayDieWhileItIsSet_data();
+    void centralWidgetMayDieWhileItIsSet();
+    void laterCentralWidgetWins_data();
+    void laterCentralWidgetWins();
+    void dialogMayDieWhileItIsFilled_data();
+    void dialogMayDieWhileItIsFilled();
+    void laterTitleBarWins();
+    void innerDialogMayDieWhenItFinishes();
+    void frameMayDieWhenTheInnerDialogFinishes();
     void partsMayDieInAnyOrder();
     void dialogDiesWithItsParent();
 };
@@ -323,6 +405,85 @@ void tst_KestDialog::innerDialogFillsTheFrame()
     QCOMPARE(frame.windowTitle(), QStringLiteral("inner"));
 }
 
+void tst_KestDialog::innerDialogIsShownAgain_data()
+{
+    innerDialogsResultIsTheFrames_data();
+}
+
+void tst_KestDialog::innerDialogIsShownAgain()
+{
+    QFETCH(int, result);
+    KestDialog frame;
+    auto *inner = new Form;
+    frame.setCentralWidget(inner);
+    QRect place;
+    for (int run = 0; run < 3; ++run) {
+        bool visible = false;
+        QTimer::singleShot(0, inner, [&] {
+            visible = inner->isVisible() && inner->text->isVisible();
+            if (run == 0)
+                place = inner->geometry();
+            inner->done(result);
+        });
+        QTimer::singleShot(3000, &frame, &QDialog::reject); // if the inner one never comes
+        QCOMPARE(frame.exec(), result);
+        QVERIFY(visible);
+        QVERIFY(!frame.isVisible());
+        QVERIFY(!inner->isVisible());
+        QCOMPARE(inner->geometry(), place);
+    }
+    frame.show();
+    QVERIFY(inner->isVisible());
+}
+
+void tst_KestDialog::innerDialogThatTheHostHidStaysHidden()
+{
+    KestDialog frame;
+    auto *inner = new QDialog;
+    frame.setCentralWidget(inner);
+    inner->hide();
+    frame.show();
+    QVERIFY(!inner->isVisible());
+}
+
+void tst_KestDialog::refusedResultLeavesTheInnerDialogThere()
+{
+    class Stubborn : public KestDialog
+    {
+    public:
+        void done(int) override { }
+    };
+    Stubborn frame;
+    auto *inner = new Form;
+    frame.setCentralWidget(inner);
+    frame.show();
+    inner->accept();
+    QVERIFY(frame.isVisible());
+    QVERIFY(inner->isVisible());
+}
+
+void tst_KestDialog::replacedInnerDialogNoLongerFinishesTheFrame()
+{
+    KestDialog frame;
+    const QPointer<QDialog> old(new QDialog);
+    frame.setCentralWidget(old);
+    auto *inner = new QDialog;
+    frame.setCentralWidget(inner);
+    frame.show();
+    QSignalSpy finished(&frame, &QDialog::finished);
+    old->done(7); // it lives until control returns to the event loop
+    QVERIFY(frame.isVisible());
+    QCOMPARE(finished.count(), 0);
+    QVERIFY(old->isHidden());
+    inner->done(8);
+    QCOMPARE(frame.result(), 8);
+
+    frame.setCentralWidget(nullptr);
+    frame.show();
+    inner->done(9);
+    QVERIFY(frame.isVisible());
+}
+
 void tst_KestDialog::widgetThatIsNoDialogLeavesTheFrameOpen()
 {
     KestDialog frame;
@@ -331,6 +492,103 @@ void tst_KestDialog::widgetThatIsNoDialogLeavesTheFrameOpen()
     frame.show();
     central->close();
     QVERIFY(frame.isVisible());
+}
+
+void tst_KestDialog::firstFocusIsThatOfTheContents_data()
+{
+    QTest::addColumn<bool>("inner");
+    QTest::addColumn<QString>("filled");
+    for (const bool inner : { false, true }) {
+        for (const char *filled : { "first", "after it was shown", "with a new title bar" })
+            QTest::addRow("%s%s", inner ? "QDialog, " : "", filled) << inner << filled;
+    }
+}
+
+void tst_KestDialog::firstFocusIsThatOfTheContents()
+{
+    QFETCH(bool, inner);
+    QFETCH(QString, filled);
+    KestDialog dialog;
+    if (filled == QLatin1String("after it was shown"))
+        QVERIFY(activate(&dialog));
+    QWidget *const central = inner ? new Form : new QWidget;
+    QWidget *first = central->findChild<QPlainTextEdit *>();
+    if (!inner) {
+        first = new QPlainTextEdit(central);
+        new QLineEdit(central);
+    }
+    dialog.setCentralWidget(central);
+    if (filled == QLatin1String("with a new title bar"))
+        dialog.setTitleBar(new KestTitleBar(&dialog));
+    QVERIFY(activate(&dialog));
+    QTRY_COMPARE(QApplication::focusWidget(), first);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("text"));
+    QCOMPARE(static_cast<QPlainTextEdit *>(first)->toPlainText(), QStringLiteral("text"));
+    QCOMPARE(dialog.titleBar()->focusPolicy(), Qt::StrongFocus);
+}
+
+void tst_KestDialog::focusIsThatOfTheContentsAtEachShow()
+{
+    KestDialog dialog;
+    auto *form = new Form;
+    dialog.setCentralWidget(form);
+    QVERIFY(activate(&dialog));
+    form->edit->setFocus();
+    dialog.reject();
+    QVERIFY(activate(&dialog));
+    QTRY_COMPARE(QApplication::focusWidget(), form->edit);
+    // A click on the close button gives the focus to the bar.
+    auto *close = dialog.titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn"));
+    QTest::mouseClick(dialog.windowHandle(), Qt::LeftButton, {},
+                      close->mapTo(&dialog, close->rect().center()));
+    QTRY_VERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.focusWidget(), dialog.titleBar());
+    QVERIFY(activate(&dialog));
+    QTRY_COMPARE(QApplication::focusWidget(), form->text);
+}
+
+void tst_KestDialog::returnInAFreshDialogAcceptsNothing()
+{
+    for (int run = 0; run < 2; ++run) {
+        KestDialog dialog;
+        auto *form = new Form;
+        dialog.setCentralWidget(form);
+        QVERIFY(activate(&dialog));
+        QTRY_VERIFY(QApplication::focusWidget());
+        QTest::keyClick(QApplication::focusWidget(), run == 0 ? Qt::Key_Return : Qt::Key_Enter);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(form->text->toPlainText(), QStringLiteral("\n"));
+        // As in any dialog, from a line it does.
+        form->edit->setFocus();
+        QTest::keyClick(form->edit, Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    }
+}
+
+void tst_KestDialog::tabVisitsTheTitleBarLast()
+{
+    KestDialog dialog;
+    auto *form = new Form;
+    form->text->setTabChangesFocus(true);
+    dialog.setCentralWidget(form);
+    QVERIFY(activate(&dialog));
+    QTRY_COMPARE(QApplication::focusWidget(), form->text);
+    auto *late = new QLineEdit;
+    form->layout()->addWidget(late);
+    QTRY_VERIFY(late->isVisible());
+    const QList<QPushButton *> buttons = form->findChildren<QPushButton *>();
+    QCOMPARE(buttons.size(), 2);
+    const QList<QWidget *> rest { form->edit, buttons.at(0),     buttons.at(1),
+                                  late,       dialog.titleBar(), form->text };
+    for (QWidget *next : rest) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), next);
+    }
+    for (int i = rest.size() - 2; i >= 0; --i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), rest.at(i));
+    }
 }
 
 void tst_KestDialog::titleBarMovesTheDialog()
@@ -363,6 +621,21 @@ void tst_KestDialog::furtherMoveBarsMoveTheDialog()
     QVERIFY(!movesItsWindow(dialog.centralWidget()));
     dialog.addMoveBar(nullptr);
     dialog.removeMoveBar(nullptr);
+}
+
+void tst_KestDialog::firstShowHasRoomForTheContents()
+{
+    // Nobody gave it a size: it takes what its contents want, the shadow's margin not counted.
+    KestDialog dialog;
+    auto *form = new Form;
+    dialog.setCentralWidget(form);
+    for (int show = 0; show < 3; ++show) {
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QCoreApplication::processEvents();
+        QCOMPARE(form->size(), form->sizeHint());
+        dialog.hide();
+    }
 }
 
 void tst_KestDialog::hidingTakesTheHoverFromTheCloseButton()
@@ -410,6 +683,167 @@ void tst_KestDialog::escapeRejects()
     QTest::keyClick(&dialog, Qt::Key_Escape);
     QCOMPARE(rejected.count(), 1);
     QVERIFY(!dialog.isVisible());
+}
+
+void tst_KestDialog::centralWidgetMayDieWhileItIsSet_data()
+{
+    QTest::addColumn<QString>("moment");
+    for (const char *moment : { "title", "old one hidden" })
+        QTest::newRow(moment) << moment;
+}
+
+void tst_KestDialog::centralWidgetMayDieWhileItIsSet()
+{
+    QFETCH(QString, moment);
+    KestDialog dialog;
+    dialog.show();
+    QPointer<QDialog> central(new QDialog);
+    central->setWindowTitle(QStringLiteral("Short"));
+    const auto die = [&central] { delete central; };
+    QScopedPointer<Once> once;
+    if (moment == QLatin1String("title"))
+        connect(&dialog, &QWidget::windowTitleChanged, this, die);
+    else
+        once.reset(new Once(dialog.centralWidget(), QEvent::Hide, die));
+    dialog.setCentralWidget(central);
+    QVERIFY(central.isNull());
+    QVERIFY(!dialog.centralWidget());
+    auto *label = new QLabel;
+    dialog.setCentralWidget(label);
+    QCOMPARE(dialog.centralWidget(), label);
+}
+
+void tst_KestDialog::laterCentralWidgetWins_data()
+{
+    QTest::addColumn<QString>("moment");
+    for (const char *moment : { "title", "old one hidden", "parent" })
+        QTest::newRow(moment) << moment;
+}
+
+void tst_KestDialog::laterCentralWidgetWins()
+{
+    QFETCH(QString, moment);
+    KestDialog dialog;
+    dialog.show();
+    auto *later = new QDialog;
+    const QPointer<QDialog> first(new QDialog);
+    first->setWindowTitle(QStringLiteral("First"));
+    bool done = false;
+    const auto callBack = [&] {
+        if (!std::exchange(done, true))
+            dialog.setCentralWidget(later);
+    };
+    QScopedPointer<Once> once;
+    if (moment == QLatin1String("title"))
+        connect(&dialog, &QWidget::windowTitleChanged, this, callBack);
+    else if (moment == QLatin1String("old one hidden"))
+        once.reset(new Once(dialog.centralWidget(), QEvent::Hide, callBack));
+    else
+        once.reset(new Once(first, QEvent::ParentChange, callBack));
+    dialog.setCentralWidget(first);
+    QVERIFY(done);
+    QCOMPARE(dialog.centralWidget(), later);
+    first->done(3);
+    QVERIFY(dialog.isVisible());
+    deleteDeferred();
+    QVERIFY(first.isNull());
+    QCOMPARE(dialog.layout()->count(), 2);
+    // The later one is connected once.
+    QSignalSpy finished(&dialog, &QDialog::finished);
+    later->done(4);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(dialog.result(), 4);
+}
+
+void tst_KestDialog::dialogMayDieWhileItIsFilled_data()
+{
+    QTest::addColumn<QString>("moment");
+    for (const char *moment : { "central title", "central hidden", "title bar hidden" })
+        QTest::newRow(moment) << moment;
+}
+
+void tst_KestDialog::dialogMayDieWhileItIsFilled()
+{
+    QFETCH(QString, moment);
+    // What is hidden lives elsewhere by then: a widget must not die in an event of its own.
+    QWidget elsewhere;
+    elsewhere.show();
+    const QPointer<KestDialog> dialog(new KestDialog);
+    const auto die = [&dialog] { delete dialog; };
+    auto *central = new QWidget(&elsewhere);
+    central->setWindowTitle(QStringLiteral("Short"));
+    const bool ofTitleBar = moment == QLatin1String("title bar hidden");
+    QWidget *const old = ofTitleBar ? dialog->titleBar() : dialog->centralWidget();
+    QScopedPointer<Once> once;
+    if (moment == QLatin1String("central title")) {
+        connect(dialog, &QWidget::windowTitleChanged, this, die);
+    } else {
+        old->setParent(&elsewhere);
+        old->show();
+        once.reset(new Once(old, QEvent::Hide, die));
+    }
+    if (ofTitleBar)
+        dialog->setTitleBar(new KestTitleBar(&elsewhere));
+    else
+        dialog->setCentralWidget(central);
+    QVERIFY(dialog.isNull());
+}
+
+void tst_KestDialog::laterTitleBarWins()
+{
+    KestDialog dialog;
+    dialog.resize(400, 300);
+    dialog.show();
+    auto *later = new KestTitleBar(&dialog);
+    const QPointer<KestTitleBar> first(new KestTitleBar(&dialog));
+    Once once(dialog.titleBar(), QEvent::Hide, [&] { dialog.setTitleBar(later); });
+    dialog.setTitleBar(first);
+    QCOMPARE(dialog.titleBar(), later);
+    QVERIFY(!movesItsWindow(first));
+    QVERIFY(movesItsWindow(later));
+    deleteDeferred();
+    QVERIFY(first.isNull());
+    QCOMPARE(dialog.layout()->count(), 2);
+    QCOMPARE(dialog.layout()->itemAt(0)->widget(), later);
+}
+
+void tst_KestDialog::innerDialogMayDieWhenItFinishes()
+{
+    KestDialog frame;
+    const QPointer<QDialog> inner(new QDialog);
+    auto *later = new QDialog;
+    frame.setCentralWidget(inner);
+    frame.show();
+    connect(&frame, &QDialog::finished, this, [&] {
+        if (frame.centralWidget() == inner)
+            frame.setCentralWidget(later);
+    });
+    inner->done(5);
+    QCOMPARE(frame.result(), 5);
+    QVERIFY(inner->isHidden());
+    deleteDeferred();
+    QVERIFY(inner.isNull());
+    frame.show();
+    QTRY_VERIFY(later->isVisible());
+    later->done(6);
+    QCOMPARE(frame.result(), 6);
+}
+
+void tst_KestDialog::frameMayDieWhenTheInnerDialogFinishes()
+{
+    const QPointer<KestDialog> frame(new KestDialog);
+    auto *inner = new QDialog;
+    frame->setCentralWidget(inner);
+    frame->show();
+    QWidget elsewhere;
+    // The one that finishes must not die of it: a QDialog goes on to use itself.
+    connect(frame, &QDialog::finished, this, [&] {
+        inner->setParent(&elsewhere);
+        delete frame;
+    });
+    inner->done(5);
+    QVERIFY(frame.isNull());
+    QCOMPARE(inner->result(), 5);
 }
 
 void tst_KestDialog::partsMayDieInAnyOrder()

@@ -9,17 +9,28 @@
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPointer>
+#include <QtCore/QScopedPointer>
 #include <QtCore/QTimer>
+#include <QtGui/QStatusTipEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QDesktopWidget>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QSpinBox>
 #include <QtWidgets/QStatusBar>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QWidgetAction>
+
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -46,6 +57,69 @@ QIcon redIcon()
     QPixmap pixmap(16, 16);
     pixmap.fill(Qt::red);
     return QIcon(pixmap);
+}
+
+// Calls back when something happens to a widget, once.
+class Once : public QObject
+{
+    Q_OBJECT
+
+public:
+    Once(QObject *watched, QEvent::Type type, std::function<void()> act)
+        : m_type(type), m_act(std::move(act))
+    {
+        watched->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == m_type && m_act)
+            std::exchange(m_act, nullptr)();
+        return false;
+    }
+
+private:
+    QEvent::Type m_type;
+    std::function<void()> m_act;
+};
+
+bool activate(QWidget *window)
+{
+    window->show();
+    QApplication::setActiveWindow(window);
+    return QTest::qWaitForWindowActive(window);
+}
+
+// The names of the widgets that Tab leads through, from the focus on until it is back there.
+QStringList tabRound(bool forward = true)
+{
+    QStringList names;
+    QWidget *const first = QApplication::focusWidget();
+    do {
+        QWidget *const focus = QApplication::focusWidget();
+        if (!focus || names.size() > 20)
+            return { QStringLiteral("lost") };
+        names.append(focus->objectName());
+        QTest::keyClick(focus, forward ? Qt::Key_Tab : Qt::Key_Backtab);
+    } while (QApplication::focusWidget() != first);
+    return names;
+}
+
+template <class Widget = QLineEdit>
+Widget *named(const char *name, QWidget *parent = nullptr)
+{
+    auto *widget = new Widget(parent);
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QWidget *form(const QStringList &names)
+{
+    auto *widget = new QWidget;
+    auto *layout = new QVBoxLayout(widget);
+    for (const QString &name : names)
+        layout->addWidget(named(name.toLatin1().constData()));
+    return widget;
 }
 
 } // namespace
@@ -91,6 +165,8 @@ private Q_SLOTS:
     void closedTitleBarHandsOverToTheNavigationBar();
     void clearedTitleBarHandsOverToTheNavigationBar();
     void newTitleBarMovesTheWindowOnceItIsShown();
+    void visibleBarMovesTheWindowAtOnce();
+    void barWithoutParentMovesTheWindow();
     void replacedNavigationBarNoLongerMovesTheWindow();
     void furtherMoveBarsMoveTheWindow();
 
@@ -104,6 +180,30 @@ private Q_SLOTS:
     void filteredEventsAreNotConsumed();
     void autoScalingChangesNothing();
 
+    void statusTipsReachTheStatusBar();
+    void statusTipsOfActionsReachTheStatusBar_data();
+    void statusTipsOfActionsReachTheStatusBar();
+    void statusTipsCreateNoStatusBar();
+
+    void firstFocusIsThatOfTheContents_data();
+    void firstFocusIsThatOfTheContents();
+    void focusIsThatOfTheContentsAtEachShow();
+    void tabVisitsTheBarsLast();
+    void tabVisitsTheBarsLastWhateverCameLater();
+    void tabOrderOfTheContentsIsKept();
+    void windowWithoutContentsGivesTheFocusToItsBar();
+    void barWithoutFocusPolicyIsLeftOut();
+    void orderingTabsLeavesTheWindowsOwnFocusAlone();
+
+    void centralWidgetMayDieWhileItIsSet_data();
+    void centralWidgetMayDieWhileItIsSet();
+    void laterCentralWidgetWins_data();
+    void laterCentralWidgetWins();
+    void windowMayDieWhileItIsFilled_data();
+    void windowMayDieWhileItIsFilled();
+    void laterBarsWin();
+    void widgetsMayDieWhileTheirSizesAreSaved();
+    void closeEventCanBeHandedOn();
     void barsMayDieInAnyOrder();
     void windowDiesWithItsParent();
 };
@@ -616,6 +716,43 @@ void tst_KestWindow::newTitleBarMovesTheWindowOnceItIsShown()
     QVERIFY(movesItsWindow(bar));
 }
 
+void tst_KestWindow::visibleBarMovesTheWindowAtOnce()
+{
+    KestWindow window;
+    window.resize(500, 300);
+    window.navigationBar();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto *bar = new KestTitleBar(&window);
+    bar->show();
+    QVERIFY(bar->isVisible());
+    window.setTitleBar(bar);
+    QVERIFY(movesItsWindow(bar));
+    QVERIFY(!movesItsWindow(window.navigationBar()));
+}
+
+void tst_KestWindow::barWithoutParentMovesTheWindow()
+{
+    // Hidden, or shown by mistake as a window of its own.
+    for (const bool shown : { false, true }) {
+        KestWindow window;
+        window.resize(500, 300);
+        window.navigationBar();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        auto *bar = new KestTitleBar;
+        if (shown)
+            bar->show();
+        window.setTitleBar(bar);
+        QCOMPARE(bar->parentWidget(), &window);
+        QTRY_VERIFY(bar->isVisible());
+        QVERIFY(movesItsWindow(bar));
+        QVERIFY(!movesItsWindow(window.navigationBar()));
+        bar->hide();
+        QVERIFY(movesItsWindow(window.navigationBar()));
+    }
+}
+
 void tst_KestWindow::replacedNavigationBarNoLongerMovesTheWindow()
 {
     KestWindow window;
@@ -768,6 +905,475 @@ void tst_KestWindow::autoScalingChangesNothing()
     window.autoDPIScale(true);
     window.adaptScreenDPI();
     QCOMPARE(window.size(), size);
+}
+
+void tst_KestWindow::statusTipsReachTheStatusBar()
+{
+    KestWindow window;
+    auto *button = new QPushButton(window.centralWidget());
+    window.statusBar();
+    QStatusTipEvent tip(QStringLiteral("Explained"));
+    QCoreApplication::sendEvent(button, &tip);
+    QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Explained"));
+    QStatusTipEvent none((QString()));
+    QCoreApplication::sendEvent(button, &none);
+    QCOMPARE(window.statusBar()->currentMessage(), QString());
+    // Also in a bar that replaced the first.
+    window.setStatusBar(new QStatusBar);
+    QStatusTipEvent again(QStringLiteral("Explained again"));
+    QCoreApplication::sendEvent(&window, &again);
+    QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Explained again"));
+}
+
+void tst_KestWindow::statusTipsOfActionsReachTheStatusBar_data()
+{
+    QTest::addColumn<QString>("place");
+    for (const char *place : { "menu", "title bar", "navigation bar" })
+        QTest::newRow(place) << place;
+}
+
+void tst_KestWindow::statusTipsOfActionsReachTheStatusBar()
+{
+    QFETCH(QString, place);
+    KestWindow window;
+    window.statusBar();
+    auto *action = new QAction(QStringLiteral("Do"), &window);
+    action->setStatusTip(QStringLiteral("Does it"));
+    QMenu *menu = nullptr;
+    if (place == QLatin1String("menu")) {
+        menu = window.menuBar()->addMenu(QStringLiteral("File"));
+        menu->addAction(action);
+    } else if (place == QLatin1String("title bar")) {
+        window.titleBar()->addAction(action);
+    } else {
+        window.navigationBar()->addAction(action);
+    }
+    window.resize(600, 400);
+    QVERIFY(activate(&window));
+
+    if (menu) {
+        QTest::mouseClick(window.menuBar(), Qt::LeftButton, {},
+                          window.menuBar()->actionGeometry(menu->menuAction()).center());
+        QTRY_VERIFY(menu->isVisible());
+        menu->setActiveAction(action);
+        QTRY_COMPARE(window.statusBar()->currentMessage(), QStringLiteral("Does it"));
+        menu->hide();
+        QTRY_COMPARE(window.statusBar()->currentMessage(), QString());
+        return;
+    }
+    const QList<QWidget *> widgets = action->associatedWidgets();
+    QToolButton *button = nullptr;
+    for (QWidget *widget : widgets)
+        button = button ? button : qobject_cast<QToolButton *>(widget);
+    QVERIFY(button);
+    QEvent enter(QEvent::Enter);
+    QCoreApplication::sendEvent(button, &enter);
+    QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Does it"));
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(button, &leave);
+    QCOMPARE(window.statusBar()->currentMessage(), QString());
+}
+
+void tst_KestWindow::statusTipsCreateNoStatusBar()
+{
+    QWidget parent;
+    auto *window = new KestWindow(&parent);
+    QStatusTipEvent tip(QStringLiteral("Explained"));
+    QCoreApplication::sendEvent(window->centralWidget(), &tip);
+    QVERIFY(!window->findChild<QStatusBar *>());
+    QVERIFY(!tip.isAccepted());
+}
+
+void tst_KestWindow::firstFocusIsThatOfTheContents_data()
+{
+    QTest::addColumn<QString>("filled");
+    for (const char *filled : { "before it is shown", "after it was shown", "with bars first",
+                                "with a new title bar", "into the empty widget" }) {
+        QTest::newRow(filled) << filled;
+    }
+}
+
+void tst_KestWindow::firstFocusIsThatOfTheContents()
+{
+    QFETCH(QString, filled);
+    KestWindow window;
+    if (filled == QLatin1String("after it was shown"))
+        QVERIFY(activate(&window));
+    if (filled == QLatin1String("with bars first")) {
+        window.navigationBar()->addAction(QStringLiteral("Go"), KestNavigationBar::Left);
+        window.titleBar()->addAction(new QAction(QStringLiteral("Do"), &window));
+        named("search", window.titleBar());
+    }
+    if (filled == QLatin1String("into the empty widget"))
+        named("first", window.centralWidget());
+    else
+        window.setCentralWidget(form({ "first", "second" }));
+    if (filled == QLatin1String("with a new title bar"))
+        window.setTitleBar(new KestTitleBar(&window));
+    QVERIFY(activate(&window));
+    auto *edit = window.findChild<QLineEdit *>(QStringLiteral("first"));
+    QTRY_COMPARE(QApplication::focusWidget(), edit);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("text"));
+    QCOMPARE(edit->text(), QStringLiteral("text"));
+    QCOMPARE(window.titleBar()->focusPolicy(), Qt::StrongFocus);
+}
+
+void tst_KestWindow::focusIsThatOfTheContentsAtEachShow()
+{
+    KestWindow window;
+    window.setCentralWidget(form({ "first", "second" }));
+    window.resize(400, 300);
+    QVERIFY(activate(&window));
+    auto *second = window.findChild<QLineEdit *>(QStringLiteral("second"));
+    second->setFocus();
+    window.hide();
+    QVERIFY(activate(&window));
+    QTRY_COMPARE(QApplication::focusWidget(), second);
+    // A click on the close button gives the focus to the bar.
+    auto *close = window.titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn"));
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
+                      close->mapTo(&window, close->rect().center()));
+    QTRY_VERIFY(!window.isVisible());
+    QCOMPARE(window.focusWidget(), window.titleBar());
+    QVERIFY(activate(&window));
+    QTRY_COMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("first"));
+}
+
+void tst_KestWindow::tabVisitsTheBarsLast()
+{
+    KestWindow window;
+    window.titleBar()->setObjectName(QStringLiteral("title"));
+    auto *search = new QWidgetAction(&window);
+    search->setDefaultWidget(named("search"));
+    search->setObjectName(QStringLiteral("search"));
+    window.titleBar()->addAction(search);
+    QAction *const go =
+        window.navigationBar()->addAction(QStringLiteral("Go"), KestNavigationBar::Left);
+    go->setObjectName(QStringLiteral("go"));
+    window.setCentralWidget(form({ "first", "second" }));
+    QVERIFY(activate(&window));
+    const QStringList round { "first", "second", "go", "search", "title" };
+    QCOMPARE(tabRound(), round);
+    QCOMPARE(tabRound(), round);
+    const QStringList back { "first", "title", "search", "go", "second" };
+    QCOMPARE(tabRound(false), back);
+}
+
+void tst_KestWindow::tabVisitsTheBarsLastWhateverCameLater()
+{
+    KestWindow window;
+    window.titleBar()->setObjectName(QStringLiteral("title"));
+    window.setCentralWidget(form({ "first" }));
+    QVERIFY(activate(&window));
+    QCOMPARE(tabRound(), QStringList({ "first", "title" }));
+
+    window.centralWidget()->layout()->addWidget(named("second"));
+    QAction *const go =
+        window.navigationBar()->addAction(QStringLiteral("Go"), KestNavigationBar::Left);
+    go->setObjectName(QStringLiteral("go"));
+    window.statusBar()->addWidget(named("third"));
+    QTRY_VERIFY(window.statusBar()->isVisible() && window.navigationBar()->isVisible());
+    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "go", "title" }));
+
+    window.setTitleBar(named<KestTitleBar>("new title", &window));
+    window.centralWidget()->layout()->addWidget(named("fourth"));
+    QTRY_VERIFY(window.titleBar()->isVisible());
+    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "fourth", "go", "new title" }));
+
+    // The focus of contents that go is not the title bar's.
+    window.setCentralWidget(form({ "other" }));
+    deleteDeferred();
+    QTRY_VERIFY(window.centralWidget()->isVisible());
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("third"));
+    QCOMPARE(tabRound(), QStringList({ "third", "other", "go", "new title" }));
+}
+
+void tst_KestWindow::tabOrderOfTheContentsIsKept()
+{
+    KestWindow window;
+    window.titleBar()->setObjectName(QStringLiteral("title"));
+    auto *central = new QWidget;
+    auto *layout = new QVBoxLayout(central);
+    auto *spin = named<QSpinBox>("spin");
+    auto *combo = named<QComboBox>("combo");
+    combo->setEditable(true);
+    auto *edit = named("edit");
+    auto *compound = named<QWidget>("compound");
+    compound->setLayout(new QVBoxLayout);
+    auto *inner = named("inner");
+    compound->layout()->addWidget(inner);
+    compound->layout()->addWidget(named("inner second"));
+    compound->setFocusPolicy(Qt::StrongFocus);
+    compound->setFocusProxy(inner);
+    for (QWidget *widget : QList<QWidget *> { spin, combo, edit, compound })
+        layout->addWidget(widget);
+    window.setCentralWidget(central);
+    // An order of the host's own, in which the title bar was given a place.
+    QWidget::setTabOrder(window.titleBar(), edit);
+    QWidget::setTabOrder(edit, spin);
+    QWidget::setTabOrder(spin, compound);
+    edit->setFocus();
+    QVERIFY(activate(&window));
+    const QStringList round = tabRound();
+    QCOMPARE(round.indexOf(QStringLiteral("title")), round.size() - 1);
+    QStringList contents = round;
+    contents.removeLast();
+
+    // As it is without bars.
+    QWidget plain;
+    auto *plainLayout = new QVBoxLayout(&plain);
+    QVERIFY(window.close());
+    central->setParent(nullptr);
+    plainLayout->addWidget(central);
+    QWidget::setTabOrder(edit, spin);
+    QWidget::setTabOrder(spin, compound);
+    edit->setFocus();
+    QVERIFY(activate(&plain));
+    QCOMPARE(contents, tabRound());
+}
+
+void tst_KestWindow::windowWithoutContentsGivesTheFocusToItsBar()
+{
+    KestWindow window;
+    QVERIFY(activate(&window));
+    QTRY_COMPARE(QApplication::focusWidget(), window.titleBar());
+}
+
+void tst_KestWindow::barWithoutFocusPolicyIsLeftOut()
+{
+    KestWindow window;
+    window.titleBar()->setFocusPolicy(Qt::NoFocus);
+    window.setCentralWidget(form({ "first", "second" }));
+    QVERIFY(activate(&window));
+    QCOMPARE(tabRound(), QStringList({ "first", "second" }));
+}
+
+void tst_KestWindow::orderingTabsLeavesTheWindowsOwnFocusAlone()
+{
+    KestWindow window;
+    window.setCentralWidget(form({ "first", "second" }));
+    auto *second = window.findChild<QLineEdit *>(QStringLiteral("second"));
+    second->setFocusPolicy(Qt::ClickFocus);
+    window.setFocusProxy(second);
+    QVERIFY(activate(&window));
+    QTRY_COMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("first"));
+    QCOMPARE(window.focusPolicy(), Qt::NoFocus);
+    QCOMPARE(window.focusProxy(), second);
+    QCOMPARE(second->focusPolicy(), Qt::ClickFocus);
+}
+
+void tst_KestWindow::centralWidgetMayDieWhileItIsSet_data()
+{
+    QTest::addColumn<QString>("moment");
+    for (const char *moment : { "title", "icon", "old one hidden", "resize", "parent" })
+        QTest::newRow(moment) << moment;
+}
+
+void tst_KestWindow::centralWidgetMayDieWhileItIsSet()
+{
+    QFETCH(QString, moment);
+    KestWindow window;
+    window.show();
+    QPointer<QWidget> central(new QWidget);
+    central->resize(300, 200);
+    central->setWindowTitle(QStringLiteral("Short"));
+    central->setWindowIcon(redIcon());
+    const auto die = [&central] { delete central; };
+    QScopedPointer<Once> once;
+    if (moment == QLatin1String("title"))
+        connect(&window, &QWidget::windowTitleChanged, this, die);
+    else if (moment == QLatin1String("icon"))
+        connect(&window, &QWidget::windowIconChanged, this, die);
+    else if (moment == QLatin1String("old one hidden"))
+        once.reset(new Once(window.centralWidget(), QEvent::Hide, die));
+    else if (moment == QLatin1String("resize"))
+        once.reset(new Once(&window, QEvent::Resize, die));
+    else
+        once.reset(new Once(&window, QEvent::ChildAdded, [&central] { central->deleteLater(); }));
+
+    window.setCentralWidget(central);
+
+    deleteDeferred();
+    QVERIFY(central.isNull());
+    QVERIFY(!window.centralWidget());
+    window.setCentralWidget(new QLabel);
+    QVERIFY(window.centralWidget());
+}
+
+void tst_KestWindow::laterCentralWidgetWins_data()
+{
+    centralWidgetMayDieWhileItIsSet_data();
+}
+
+void tst_KestWindow::laterCentralWidgetWins()
+{
+    QFETCH(QString, moment);
+    for (const bool cleared : { false, true }) {
+        KestWindow window;
+        window.show();
+        auto *later = cleared ? nullptr : new QWidget;
+        if (later) {
+            later->resize(410, 310);
+            later->setWindowTitle(QStringLiteral("Later"));
+        }
+        const QPointer<QWidget> first(new QWidget);
+        first->resize(300, 200);
+        first->setWindowTitle(QStringLiteral("First"));
+        first->setWindowIcon(redIcon());
+        bool done = false;
+        const auto callBack = [&] {
+            if (!std::exchange(done, true))
+                window.setCentralWidget(later);
+        };
+        QScopedPointer<Once> once;
+        if (moment == QLatin1String("title"))
+            connect(&window, &QWidget::windowTitleChanged, this, callBack);
+        else if (moment == QLatin1String("icon"))
+            connect(&window, &QWidget::windowIconChanged, this, callBack);
+        else if (moment == QLatin1String("old one hidden"))
+            once.reset(new Once(window.centralWidget(), QEvent::Hide, callBack));
+        else if (moment == QLatin1String("resize"))
+            once.reset(new Once(&window, QEvent::Resize, callBack));
+        else
+            once.reset(new Once(first, QEvent::ParentChange, callBack));
+
+        window.setCentralWidget(first);
+
+        QVERIFY(done);
+        deleteDeferred();
+        QCOMPARE(window.centralWidget(), later);
+        QVERIFY(first.isNull());
+        QCOMPARE(rowOf(window, "contentLayout")->count(), later ? 1 : 0);
+        if (later) {
+            QCOMPARE(window.windowTitle(), QStringLiteral("Later"));
+            QCOMPARE(window.width(), 410);
+            QVERIFY(window.height() > 310);
+        }
+    }
+}
+
+void tst_KestWindow::windowMayDieWhileItIsFilled_data()
+{
+    QTest::addColumn<QString>("moment");
+    for (const char *moment : { "central title", "central icon", "central hidden", "title hidden",
+                                "navigation hidden", "status hidden" }) {
+        QTest::newRow(moment) << moment;
+    }
+}
+
+void tst_KestWindow::windowMayDieWhileItIsFilled()
+{
+    QFETCH(QString, moment);
+    // What is hidden lives elsewhere by then: a widget must not die in an event of its own.
+    QWidget elsewhere;
+    const QPointer<KestWindow> window(new KestWindow);
+    auto *central = new QWidget(&elsewhere);
+    central->setWindowTitle(QStringLiteral("Short"));
+    central->setWindowIcon(redIcon());
+    QWidget *const old = moment.startsWith(QLatin1String("central")) ? window->centralWidget()
+        : moment.startsWith(QLatin1String("title"))                  ? window->titleBar()
+        : moment.startsWith(QLatin1String("nav")) ? static_cast<QWidget *>(window->navigationBar())
+                                                  : window->statusBar();
+    const auto die = [&window] { delete window; };
+    QScopedPointer<Once> once;
+    if (moment == QLatin1String("central title")) {
+        connect(window, &QWidget::windowTitleChanged, this, die);
+    } else if (moment == QLatin1String("central icon")) {
+        connect(window, &QWidget::windowIconChanged, this, die);
+    } else {
+        old->setParent(&elsewhere);
+        elsewhere.show();
+        old->show();
+        once.reset(new Once(old, QEvent::Hide, die));
+    }
+
+    if (moment.startsWith(QLatin1String("central")))
+        window->setCentralWidget(central);
+    else if (moment.startsWith(QLatin1String("title")))
+        window->setTitleBar(nullptr);
+    else if (moment.startsWith(QLatin1String("nav")))
+        window->setNavigationBar(new KestNavigationBar(&elsewhere));
+    else
+        window->setStatusBar(new QStatusBar(&elsewhere));
+
+    QVERIFY(window.isNull());
+}
+
+void tst_KestWindow::laterBarsWin()
+{
+    KestWindow window;
+    window.resize(500, 300);
+    window.show();
+    window.navigationBar();
+    window.statusBar();
+    QTRY_VERIFY(window.statusBar()->isVisible());
+    auto *title = new KestTitleBar(&window);
+    auto *navigation = new KestNavigationBar(&window);
+    auto *status = new QStatusBar(&window);
+    Once titleOnce(window.titleBar(), QEvent::Hide, [&] { window.setTitleBar(title); });
+    Once navigationOnce(window.navigationBar(), QEvent::Hide,
+                        [&] { window.setNavigationBar(navigation); });
+    Once statusOnce(window.statusBar(), QEvent::Hide, [&] { window.setStatusBar(status); });
+    const QPointer<QWidget> lost[] = { new KestTitleBar(&window), new KestNavigationBar(&window),
+                                       new QStatusBar(&window) };
+    window.setTitleBar(static_cast<KestTitleBar *>(lost[0].data()));
+    window.setNavigationBar(static_cast<KestNavigationBar *>(lost[1].data()));
+    window.setStatusBar(static_cast<QStatusBar *>(lost[2].data()));
+    deleteDeferred();
+    QCOMPARE(window.titleBar(), title);
+    QCOMPARE(window.navigationBar(), navigation);
+    QCOMPARE(window.statusBar(), status);
+    for (const char *row : { "titleLayout", "menuBarLayout", "statusBarLayout" })
+        QCOMPARE(rowOf(window, row)->count(), 1);
+    for (const QPointer<QWidget> &bar : lost)
+        QVERIFY(bar.isNull());
+    QTRY_VERIFY(title->isVisible());
+    QVERIFY(movesItsWindow(title));
+    QVERIFY(!movesItsWindow(navigation));
+}
+
+void tst_KestWindow::widgetsMayDieWhileTheirSizesAreSaved()
+{
+    KestWindow window;
+    auto *first = new QLabel(window.centralWidget());
+    const QPointer<QLabel> second(new QLabel(window.centralWidget()));
+    auto *third = new QLabel(window.centralWidget());
+    Once once(first, QEvent::DynamicPropertyChange, [second] { delete second; });
+    window.saveObjectSize(&window);
+    QVERIFY(second.isNull());
+    QVERIFY(third->property("originFont").isValid());
+}
+
+void tst_KestWindow::closeEventCanBeHandedOn()
+{
+    // The lines that the header gives for a QMainWindow as central widget.
+    class Shell : public KestWindow
+    {
+    protected:
+        void closeEvent(QCloseEvent *event) override
+        {
+            QCoreApplication::sendEvent(centralWidget(), event);
+        }
+    };
+    class Editor : public QMainWindow
+    {
+    public:
+        bool modified = true;
+
+    protected:
+        void closeEvent(QCloseEvent *event) override { event->setAccepted(!modified); }
+    };
+    Shell shell;
+    auto *editor = new Editor;
+    shell.setCentralWidget(editor);
+    shell.show();
+    QVERIFY(!shell.close());
+    QVERIFY(shell.isVisible());
+    editor->modified = false;
+    QVERIFY(shell.close());
+    QVERIFY(!shell.isVisible());
+    shell.show();
+    QVERIFY(editor->isVisible());
 }
 
 void tst_KestWindow::barsMayDieInAnyOrder()
