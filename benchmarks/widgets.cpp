@@ -10,7 +10,6 @@
 #include "KestSwitchButton.h"
 
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QProgressBar>
 
@@ -107,12 +106,8 @@ QVector<Row> widgetRows()
           { { "KestStageProgressBar", [] { return stages(40, FewPaints); } } } },
         { "switchDrawnBefore",
           15,
-          { { "KestSwitchButton", [] { return toggleAndPaint(new KestSwitchButton); } },
-            { "QCheckBox", [] { return toggleAndPaint(new QCheckBox); } } } },
-        { "switchNew",
-          15,
-          { { "KestSwitchButton", newSwitch },
-            { "QCheckBox", [] { return toggleAndPaint(new QCheckBox); } } } },
+          { { "KestSwitchButton", [] { return toggleAndPaint(new KestSwitchButton); } } } },
+        { "switchNew", 15, { { "KestSwitchButton", newSwitch } } },
         { "addressPaint",
           15,
           { { "KestIPAddressEdit", [] { return paintFocused(addressEdit()); } },
