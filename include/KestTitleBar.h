@@ -14,9 +14,6 @@ QT_END_NAMESPACE
 
 class KestTitleBarPrivate;
 class Ui_KestTitleBar;
-QT_END_NAMESPACE
-
-class KestTitleBarPrivate;
 
 /*!
     \class KestTitleBar
