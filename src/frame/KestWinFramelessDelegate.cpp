@@ -46,11 +46,49 @@ bool isCompositionEnabled()
     return DwmIsCompositionEnabled(&enabled) == S_OK && enabled;
 }
 
+QRect toQRect(const RECT &rect)
+{
+    return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
+}
+
 QRect nativeRect(HWND window)
 {
     RECT rect = {};
     GetWindowRect(window, &rect);
-    return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
+    return toQRect(rect);
+}
+
+// What the task bar leaves of a monitor.
+QRect workAreaOf(HMONITOR monitor)
+{
+    MONITORINFO info = {};
+    info.cbSize = sizeof(info);
+    GetMonitorInfoW(monitor, &info);
+    return toQRect(info.rcWork);
+}
+
+// The frame that the system takes off the contents of a maximised window, a caption at the top not
+// counted: there the frame is as high as at the bottom.
+QMargins systemFrameOf(HWND window)
+{
+    const QRect outside(0, 0, 1000, 1000);
+    RECT rect = { 0, 0, outside.width(), outside.height() };
+    DefWindowProcW(window, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&rect));
+    const QRect inside = toQRect(rect);
+    const int height = outside.bottom() - inside.bottom();
+    return QMargins(inside.left(), height, outside.right() - inside.right(), height);
+}
+
+// A place on the screen in Qt's pixels, of which the system knows nothing.
+QPoint toQtPoint(const QPoint &point, const QWidget *widget)
+{
+    const QPoint origin = widget->screen()->geometry().topLeft();
+    return origin + (point - origin) / widget->devicePixelRatioF();
+}
+
+bool isNear(int value, int other, int distance)
+{
+    return qAbs(value - other) <= distance;
 }
 
 bool isKeyDown(int key)
@@ -121,11 +159,7 @@ void KestWinFramelessDelegatePrivate::updateWorkRect(HMONITOR current)
     monitor = current;
     if (!monitor)
         return;
-    MONITORINFO info = {};
-    info.cbSize = sizeof(info);
-    GetMonitorInfoW(monitor, &info);
-    const RECT &work = info.rcWork;
-    const QRect rect(QPoint(work.left, work.top), QPoint(work.right - 1, work.bottom - 1));
+    const QRect rect = workAreaOf(monitor);
     if (!rect.isEmpty())
         workRect = rect;
 }
@@ -302,6 +336,9 @@ bool KestWinFramelessDelegate::nativeEvent(const QByteArray &eventType, void *me
         return onNCTitTest(msg, result);
     case WM_NCCALCSIZE:
         return calculateClientArea(msg, result);
+    case WM_WINDOWPOSCHANGING:
+        placeMaximized(msg);
+        return false;
     case WM_NCPAINT:
     case WM_NCACTIVATE:
         // Without a compositor the system would paint a classic frame over the contents.
@@ -380,8 +417,10 @@ void KestWinFramelessDelegate::applyWindowState()
         const HWND window = handleOf(d->widget);
         const QRect rect = nativeRect(window);
         qDebug() << "rect.top " << rect.top() << "workRect.top" << workRect.top();
-        if (window && workRect.top() > rect.top())
-            d->widget->move(rect.left(), workRect.top());
+        // Qt tells of this state as well on its way from full screen to maximised.
+        const QPoint topLeft = toQtPoint(rect.topLeft(), d->widget);
+        if (window && !IsZoomed(window) && workRect.top() > topLeft.y())
+            d->widget->move(topLeft.x(), workRect.top());
         if (!guard)
             return;
     } else if (state == Qt::WindowMaximized) {
@@ -394,6 +433,9 @@ void KestWinFramelessDelegate::applyWindowState()
         qDebug() << "max x" << x << "max y" << y << "boarder" << padding;
         margins = QMargins(0, 0, 2 * x, 2 * y);
     }
+    // Qt makes the widget as large as the client area, though, so nothing of it is off the screen:
+    // the layout covers all of it.
+    d->widget->setAttribute(Qt::WA_LayoutOnEntireRect, state == Qt::WindowMaximized);
     d->widget->setContentsMargins(margins);
 }
 
@@ -433,6 +475,39 @@ void KestWinFramelessDelegate::restorePlacement()
     const WINDOWPLACEMENT placement = d->placement;
     if (placement.showCmd != SW_SHOWMINIMIZED)
         SetWindowPlacement(window, &placement);
+}
+
+// The contents of a maximised window are the system's to place at the left and at the right, inside
+// of the frame. They reach from one end of the work area to the other where the frame lies beyond
+// it, as the system itself places such windows, but Qt, on the primary screen, does not.
+void KestWinFramelessDelegate::placeMaximized(MSG *msg)
+{
+    if (!IsZoomed(msg->hwnd))
+        return;
+    auto *pos = reinterpret_cast<WINDOWPOS *>(msg->lParam);
+    const bool moves = !(pos->flags & SWP_NOMOVE);
+    const bool resizes = !(pos->flags & SWP_NOSIZE);
+    const HMONITOR monitor = MonitorFromWindow(msg->hwnd, MONITOR_DEFAULTTONULL);
+    if (!monitor || (!moves && !resizes))
+        return;
+    const QRect now = nativeRect(msg->hwnd);
+    const QPoint topLeft = moves ? QPoint(pos->x, pos->y) : now.topLeft();
+    const QSize size = resizes ? QSize(pos->cx, pos->cy) : now.size();
+
+    const QRect work = workAreaOf(monitor);
+    const QMargins frame = systemFrameOf(msg->hwnd);
+    const QRect covering = work.marginsAdded(frame);
+    // Qt's work area is off by a few pixels at some scales, and the system itself puts a window
+    // that it restores on the screen. One of limited size is left alone.
+    if (!isNear(topLeft.x(), work.x(), frame.left()) || !isNear(topLeft.y(), work.y(), frame.top())
+        || !isNear(size.width(), work.width(), 2 * frame.left())
+        || !isNear(size.height(), work.height(), 2 * frame.top()))
+        return;
+    pos->flags &= ~UINT(SWP_NOMOVE | SWP_NOSIZE);
+    pos->x = covering.x();
+    pos->y = covering.y();
+    pos->cx = covering.width();
+    pos->cy = covering.height();
 }
 
 bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)

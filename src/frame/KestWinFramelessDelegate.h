@@ -63,6 +63,7 @@ private:
     void prepareShow();
     void savePlacement();
     void restorePlacement();
+    void placeMaximized(MSG *msg);
     bool calculateClientArea(MSG *msg, long *result);
     bool announceFocus();
     bool isFixedSize() const;

@@ -156,11 +156,12 @@ BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const bool expected = window == fake().window && message == WM_NCCALCSIZE && wParam && lParam;
+    const bool expected = window == fake().window && message == WM_NCCALCSIZE && lParam;
     record(expected, QStringLiteral("DefWindowProcW"));
     if (expected && fake().defaultAnswer == 0) {
         // What the system does for a maximised window: its frame is taken off.
-        RECT &rect = reinterpret_cast<NCCALCSIZE_PARAMS *>(lParam)->rgrc[0];
+        RECT &rect = wParam ? reinterpret_cast<NCCALCSIZE_PARAMS *>(lParam)->rgrc[0]
+                            : *reinterpret_cast<RECT *>(lParam);
         rect = { rect.left + 8, rect.top + 31, rect.right - 8, rect.bottom - 8 };
     }
     return fake().defaultAnswer;

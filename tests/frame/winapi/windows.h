@@ -56,6 +56,13 @@ struct WINDOWPLACEMENT
     RECT rcNormalPosition;
 };
 
+struct WINDOWPOS
+{
+    HWND hwnd, hwndInsertAfter;
+    int x, y, cx, cy;
+    UINT flags;
+};
+
 struct NCCALCSIZE_PARAMS
 {
     RECT rgrc[3];
@@ -82,6 +89,7 @@ const LONG WS_MINIMIZEBOX = 0x20000;
 const LONG WS_MAXIMIZEBOX = 0x10000;
 
 const UINT WM_SETFOCUS = 0x0007;
+const UINT WM_WINDOWPOSCHANGING = 0x0046;
 const UINT WM_NCCALCSIZE = 0x0083;
 const UINT WM_NCHITTEST = 0x0084;
 const UINT WM_NCPAINT = 0x0085;

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+// Where the frame on Windows has a maximised window and its contents, as far as it takes no
+// Windows.
+
+#include "FakeWindows.h"
+#include "KestWinFramelessDelegate.h"
+
+#include <QtTest/QTest>
+#include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QWidget>
+
+namespace {
+
+const QRect WorkArea(60, 40, 1220, 760);
+const int Frame = 8; // of the system's
+const QRect Covering = WorkArea.adjusted(-Frame, -Frame, Frame, Frame);
+
+} // namespace
+
+class tst_WinFrame_Placing : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void maximizedWindowCoversTheWorkArea_data();
+    void maximizedWindowCoversTheWorkArea();
+    void halfOfAPlaceIsCompleted_data();
+    void halfOfAPlaceIsCompleted();
+    void otherPlacesAreLeftAlone_data();
+    void otherPlacesAreLeftAlone();
+    void otherWindowsAreLeftAlone();
+    void windowWithoutAFrameCoversTheWorkAreaOnly();
+    void zoomedWindowIsNotMoved();
+
+    void layoutCoversAMaximizedWindow();
+    void layoutKeepsToTheMarginsElse_data();
+    void layoutKeepsToTheMarginsElse();
+
+private:
+    // Where a window ends up that is to be placed at \a wanted.
+    QRect place(const QRect &wanted, UINT flags = 0);
+
+    FakeWindows m_windows;
+    QWidget *m_window = nullptr;
+    QWidget *m_contents = nullptr;
+    KestWinFramelessDelegate *m_delegate = nullptr;
+    WINDOWPOS m_pos = {};
+};
+
+void tst_WinFrame_Placing::init()
+{
+    m_windows = FakeWindows();
+    FakeWindows::current = &m_windows;
+    m_window = new QWidget;
+    m_delegate = new KestWinFramelessDelegate(m_window, nullptr);
+    m_contents = new QWidget(m_window);
+    auto *layout = new QVBoxLayout(m_window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_contents);
+
+    m_windows.window = reinterpret_cast<HWND>(m_window->winId());
+    m_windows.zoomed = true;
+    m_windows.monitor = reinterpret_cast<HMONITOR>(quintptr(1));
+    m_windows.workAreas[m_windows.monitor] = WorkArea;
+    m_windows.metrics = { { SM_CXFRAME, 4 }, { SM_CYFRAME, 5 }, { SM_CXPADDEDBORDER, 3 } };
+}
+
+void tst_WinFrame_Placing::cleanup()
+{
+    delete m_window;
+}
+
+QRect tst_WinFrame_Placing::place(const QRect &wanted, UINT flags)
+{
+    m_pos = { m_windows.window, nullptr,         wanted.x(), wanted.y(),
+              wanted.width(),   wanted.height(), flags };
+    MSG msg = { m_windows.window, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&m_pos) };
+    long result = 7;
+    const bool consumed = m_delegate->nativeEvent(QByteArray(), &msg, &result);
+    // Qt and the system have their part in it.
+    return consumed || result != 7 ? QRect() : QRect(m_pos.x, m_pos.y, m_pos.cx, m_pos.cy);
+}
+
+void tst_WinFrame_Placing::maximizedWindowCoversTheWorkArea_data()
+{
+    QTest::addColumn<QRect>("wanted");
+    QTest::newRow("by Qt") << WorkArea;
+    QTest::newRow("by Qt, rounded") << WorkArea.adjusted(1, -1, -1, 2);
+    QTest::newRow("by the system") << Covering;
+    QTest::newRow("restored onto the screen") << QRect(WorkArea.topLeft(), Covering.size());
+    QTest::newRow("farthest") << QRect(Covering.topLeft(),
+                                       WorkArea.size() - QSize(2 * Frame, 2 * Frame));
+}
+
+void tst_WinFrame_Placing::maximizedWindowCoversTheWorkArea()
+{
+    QFETCH(QRect, wanted);
+    QCOMPARE(place(wanted), Covering);
+    // Which the system's frame leaves the work area of.
+    NCCALCSIZE_PARAMS params = {};
+    params.rgrc[0] = { Covering.left(), Covering.top(), Covering.right() + 1,
+                       Covering.bottom() + 1 };
+    MSG msg = { m_windows.window, WM_NCCALCSIZE, TRUE, reinterpret_cast<LPARAM>(&params) };
+    long result = 7;
+    QVERIFY(m_delegate->nativeEvent(QByteArray(), &msg, &result));
+    const RECT &contents = params.rgrc[0];
+    QCOMPARE(
+        QRect(QPoint(contents.left, contents.top), QPoint(contents.right - 1, contents.bottom - 1)),
+        WorkArea);
+}
+
+void tst_WinFrame_Placing::halfOfAPlaceIsCompleted_data()
+{
+    QTest::addColumn<UINT>("flags");
+    QTest::addColumn<QRect>("wanted");
+    QTest::newRow("moved") << UINT(SWP_NOSIZE) << QRect(WorkArea.topLeft(), QSize(0, 0));
+    QTest::newRow("resized") << UINT(SWP_NOMOVE) << QRect(QPoint(0, 0), WorkArea.size());
+}
+
+void tst_WinFrame_Placing::halfOfAPlaceIsCompleted()
+{
+    QFETCH(UINT, flags);
+    QFETCH(QRect, wanted);
+    m_windows.rect = Covering;
+    QCOMPARE(place(wanted, flags | SWP_FRAMECHANGED), Covering);
+    QCOMPARE(m_pos.flags, UINT(SWP_FRAMECHANGED));
+}
+
+void tst_WinFrame_Placing::otherPlacesAreLeftAlone_data()
+{
+    QTest::addColumn<QRect>("wanted");
+    QTest::newRow("limited size") << QRect(WorkArea.topLeft(), QSize(900, 700));
+    QTest::newRow("limited height") << QRect(WorkArea.topLeft(), QSize(WorkArea.width(), 700));
+    QTest::newRow("limited width") << QRect(WorkArea.topLeft(), QSize(900, WorkArea.height()));
+    QTest::newRow("too far left") << WorkArea.translated(-Frame - 1, 0);
+    QTest::newRow("too far down") << WorkArea.translated(0, Frame + 1);
+    QTest::newRow("another monitor") << WorkArea.translated(2000, 0);
+    QTest::newRow("too large") << WorkArea.adjusted(0, 0, 2 * Frame + 1, 0);
+}
+
+void tst_WinFrame_Placing::otherPlacesAreLeftAlone()
+{
+    QFETCH(QRect, wanted);
+    QCOMPARE(place(wanted), wanted);
+    QCOMPARE(m_pos.flags, 0U);
+}
+
+void tst_WinFrame_Placing::otherWindowsAreLeftAlone()
+{
+    QCOMPARE(place(WorkArea, SWP_NOSIZE | SWP_NOMOVE), WorkArea);
+    m_windows.monitor = nullptr;
+    QCOMPARE(place(WorkArea), WorkArea);
+    m_windows.monitor = reinterpret_cast<HMONITOR>(quintptr(1));
+    QCOMPARE(place(WorkArea), Covering);
+    m_windows.zoomed = false;
+    m_windows.takeCalls();
+    QCOMPARE(place(WorkArea), WorkArea);
+    QCOMPARE(m_windows.takeCalls(), QStringList());
+}
+
+void tst_WinFrame_Placing::windowWithoutAFrameCoversTheWorkAreaOnly()
+{
+    m_windows.defaultAnswer = 1; // nothing is taken off
+    QCOMPARE(place(WorkArea), WorkArea);
+    QCOMPARE(place(Covering), Covering);
+}
+
+void tst_WinFrame_Placing::zoomedWindowIsNotMoved()
+{
+    // It is above the work area by its frame only. Qt says "normal" on its way to maximised.
+    m_window->setGeometry(200, 150, 400, 300);
+    m_window->show();
+    m_windows.rect = QRect(-8, -8, 800, 600);
+    QEvent changed(QEvent::WindowStateChange);
+    QCoreApplication::sendEvent(m_window, &changed);
+    QCOMPARE(m_window->pos(), QPoint(200, 150));
+    m_windows.zoomed = false;
+    QCoreApplication::sendEvent(m_window, &changed);
+    QVERIFY(m_window->pos() != QPoint(200, 150));
+}
+
+void tst_WinFrame_Placing::layoutCoversAMaximizedWindow()
+{
+    m_window->show();
+    m_window->setWindowState(Qt::WindowMaximized);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->contentsMargins(), QMargins(0, 0, 14, 16));
+    QCOMPARE(m_contents->geometry(), m_window->rect());
+
+    m_window->setWindowState(Qt::WindowNoState);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_contents->geometry(), m_window->rect());
+    m_window->setWindowState(Qt::WindowMaximized);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_contents->geometry(), m_window->rect());
+}
+
+void tst_WinFrame_Placing::layoutKeepsToTheMarginsElse_data()
+{
+    QTest::addColumn<Qt::WindowStates>("state");
+    QTest::newRow("normal") << Qt::WindowStates(Qt::WindowNoState);
+    QTest::newRow("full screen") << Qt::WindowStates(Qt::WindowFullScreen);
+}
+
+void tst_WinFrame_Placing::layoutKeepsToTheMarginsElse()
+{
+    // Those that a host sets.
+    QFETCH(Qt::WindowStates, state);
+    m_windows.zoomed = false;
+    m_window->show();
+    m_window->setWindowState(Qt::WindowMaximized);
+    m_window->setWindowState(state);
+    QCoreApplication::processEvents();
+    m_window->setContentsMargins(1, 2, 3, 4);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_contents->geometry(), m_window->rect().adjusted(1, 2, -3, -4));
+}
+
+QTEST_MAIN(tst_WinFrame_Placing)
+#include "tst_winframe_placing.moc"
