@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
+#include "KestCircleProgressBar.h"
 #include "KestComboBox.h"
 #include "KestSwitchButton.h"
 
 #include "RealInput.h"
+#include "Rendering.h"
 
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -28,6 +30,8 @@ private Q_SLOTS:
     void escapeLeavesTheChoice();
     void clickOutsideClosesTheList();
     void slotFillsTheListThatAClickOpens();
+    void busyRingRestsInAMinimisedWindow();
+    void restoredRingGoesOnTurning();
 
 private:
     static QPoint centerOf(const QWidget *widget)
@@ -203,6 +207,38 @@ void tst_Indicators_Window::slotFillsTheListThatAClickOpens()
     QTRY_VERIFY(!m_combo->view()->isVisible());
     QCOMPARE(m_combo->currentText(), QStringLiteral("Late"));
     QCOMPARE(m_combo->count(), 1);
+}
+
+void tst_Indicators_Window::busyRingRestsInAMinimisedWindow()
+{
+    AnimationClock clock;
+    auto *ring = new KestCircleProgressBar;
+    m_window->layout()->addWidget(ring);
+    ring->setRange(0, 0);
+    QTRY_VERIFY(clock.isRunning());
+    for (int i = 0; i < 3; ++i) {
+        m_window->showMinimized();
+        RealInput::settle();
+        QTRY_VERIFY(!clock.isRunning());
+        m_window->showNormal();
+        RealInput::settle();
+        QTRY_VERIFY(clock.isRunning());
+    }
+    m_window->hide();
+    QTRY_VERIFY(!clock.isRunning());
+}
+
+void tst_Indicators_Window::restoredRingGoesOnTurning()
+{
+    auto *ring = new KestCircleProgressBar;
+    m_window->layout()->addWidget(ring);
+    ring->setRange(0, 0);
+    m_window->showMinimized();
+    RealInput::settle();
+    m_window->showNormal();
+    RealInput::settle();
+    PaintCounter paints(ring);
+    QTRY_VERIFY(paints.count > 20);
 }
 
 QTEST_MAIN(tst_Indicators_Window)
