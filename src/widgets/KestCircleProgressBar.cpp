@@ -89,8 +89,6 @@ int KestCircleProgressBarPrivate::span() const
     return int(qBound(-FarthestAngle, fraction() * -FullTurn, FarthestAngle));
 }
 
-// The glide starts from the last target, not from where the arc is: start() leaves a running
-// animation alone, so that quick changes follow one another within one glide.
 void KestCircleProgressBarPrivate::retarget()
 {
     catchUp();
@@ -100,6 +98,8 @@ void KestCircleProgressBarPrivate::retarget()
         hold();
 }
 
+// The glide starts from the last target, not from where the arc is: start() leaves a running
+// animation alone, so that quick changes follow one another within one glide.
 void KestCircleProgressBarPrivate::startTowardsTarget()
 {
     if (minimum == 0 && maximum == 0) {
@@ -138,7 +138,10 @@ void KestCircleProgressBarPrivate::hold()
 
 void KestCircleProgressBarPrivate::catchUp()
 {
-    const qint64 elapsed = lastStep.isValid() ? lastStep.elapsed() : 0;
+    // The busy animation is only held along with the other one.
+    if (spanAnimation.state() != QAbstractAnimation::Paused)
+        return;
+    const qint64 elapsed = lastStep.elapsed();
     for (QVariantAnimation *animation : { &spanAnimation, &busyAnimation }) {
         if (animation->state() != QAbstractAnimation::Paused)
             continue;

@@ -156,6 +156,7 @@ private Q_SLOTS:
     void unseenBusyRingTurnsOn();
     void everyLookAtAnUnseenRingIsInTime();
     void ringShownAgainGoesOnInTime();
+    void hiddenRingLosesNoTimeSinceItsLastStep();
     void ringShownAgainIsPaintedAnew();
     void unseenGlideEndsInTime();
     void unseenGlideTakesOverItsRun();
@@ -971,6 +972,20 @@ void busyArcAt(int ms, int *middle, int *span)
     *span = int(-4320 * std::abs(1 - 2 * turn));
 }
 
+// Returns after how many ms from the first to the last a busy arc looks as in the picture; -1 if at
+// no time.
+int busyTimeOf(const QImage &picture, int first, int last)
+{
+    for (int ms = first; ms <= last; ++ms) {
+        int middle = 0;
+        int span = 0;
+        busyArcAt(ms, &middle, &span);
+        if (picture == drawnBusy(middle, span))
+            return ms;
+    }
+    return -1;
+}
+
 // Real time, as a range: from when an arc may have been set in motion to when it was looked at.
 class Stopwatch
 {
@@ -985,13 +1000,8 @@ public:
         const int earliest = int(m_after.elapsed());
         const QImage picture = rendered(bar);
         const int latest = int(m_before.elapsed()) + 1;
-        for (int ms = earliest; ms <= latest; ++ms) {
-            int middle = 0;
-            int span = 0;
-            busyArcAt(ms, &middle, &span);
-            if (picture == drawnBusy(middle, span))
-                return true;
-        }
+        if (busyTimeOf(picture, earliest, latest) >= 0)
+            return true;
         qDebug("not where it is after %d to %d ms", earliest, latest);
         return false;
     }
@@ -1057,14 +1067,7 @@ void tst_KestCircleProgressBar::ringShownAgainGoesOnInTime()
         QCoreApplication::processEvents();
     }
     const QImage shown = rendered(window.ring);
-    int found = -1;
-    for (int ms = 600; ms < 2000 && found < 0; ++ms) {
-        int middle = 0;
-        int span = 0;
-        busyArcAt(ms, &middle, &span);
-        if (shown == drawnBusy(middle, span))
-            found = ms;
-    }
+    const int found = busyTimeOf(shown, 600, 2000);
     QVERIFY(found >= 600);
     QCOMPARE(rendered(window.ring), shown); // the clock's own time goes on from there
     clock.advanceBy(100);
@@ -1072,6 +1075,21 @@ void tst_KestCircleProgressBar::ringShownAgainGoesOnInTime()
     int span = 0;
     busyArcAt(found + 100, &middle, &span);
     QCOMPARE(rendered(window.ring), drawnBusy(middle, span));
+}
+
+void tst_KestCircleProgressBar::hiddenRingLosesNoTimeSinceItsLastStep()
+{
+    AnimationClock clock;
+    Window window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.ring->setRange(0, 0);
+    clock.advanceBy(500);
+    QTest::qSleep(50);
+    rendered(window.ring); // a look on the screen takes nothing from it
+    window.ring->hide();
+    const int found = busyTimeOf(rendered(window.ring), 500, 2000);
+    QVERIFY2(found >= 550, QByteArray::number(found));
 }
 
 void tst_KestCircleProgressBar::ringShownAgainIsPaintedAnew()
@@ -1177,14 +1195,7 @@ void tst_KestCircleProgressBar::longUnseenTimesKeepTheAngle()
     QElapsedTimer time;
     time.start();
     const QImage picture = rendered(window.ring);
-    bool found = false;
-    for (int ms = 50; ms <= 51 + time.elapsed() && !found; ++ms) {
-        int middle = 0;
-        int span = 0;
-        busyArcAt(ms, &middle, &span);
-        found = picture == drawnBusy(middle, span);
-    }
-    QVERIFY(found);
+    QVERIFY(busyTimeOf(picture, 50, 100 + int(time.elapsed())) >= 0);
     window.ring->setRange(0, 100);
     window.ring->setTextVisible(false);
     QTest::qSleep(2);
