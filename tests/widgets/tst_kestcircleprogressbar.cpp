@@ -15,7 +15,6 @@
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAccessibleWidget>
 
-#include <cmath>
 #include <functional>
 #include <limits>
 
@@ -964,12 +963,12 @@ void tst_KestCircleProgressBar::ringShownInAMinimisedWindowRests()
 
 namespace {
 
-// Where a busy arc is after a time: its middle, and its span.
+// Where a busy arc is after a time: its middle, and its span; cut off as the animation cuts it off.
 void busyArcAt(int ms, int *middle, int *span)
 {
     const double turn = ms % 2000 / 2000.0;
-    *middle = int(5760 - 2 * 5760 * turn);
-    *span = int(-4320 * std::abs(1 - 2 * turn));
+    *middle = int(5760 + (-5760 - 5760) * turn);
+    *span = turn < 0.5 ? int(-4320 + 4320 * (turn / 0.5)) : int(-4320 * ((turn - 0.5) / 0.5));
 }
 
 // Returns after how many ms from the first to the last a busy arc looks as in the picture; -1 if at
