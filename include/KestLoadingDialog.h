@@ -31,8 +31,15 @@ class KestLoadingDialogPrivate;
     \endcode
 
     It is no window of its own, but a child of its parent's window that is stretched over all of it.
+    Of KestWindow and KestDialog it leaves their shadow free; any other window it fills, contents
+    margins included. Margins that are set on the overlay itself are kept.
+
     exec() runs a local event loop until done() or cancel() is called, the user presses Escape while
-    cancelling is enabled, or the overlay or its window is hidden, closed or deleted.
+    cancelling is enabled, or the overlay or its window is hidden, closed or deleted. Minimising the
+    window hides what is in it, and so cancels too.
+
+    While the overlay is visible it has the keyboard focus, and keys and the Tab key reach nothing
+    else; then the focus goes back to the widget that had it.
 */
 class KEST_EXPORT KestLoadingDialog : public QWidget
 {
@@ -48,8 +55,13 @@ public:
     };
     Q_ENUM(Result)
 
-    /*! Constructs a hidden overlay for the window of \a parent, which must not be null: an overlay
-        without a window covers nothing, and its exec() returns at once. */
+    /*!
+        Constructs a hidden overlay for the window of \a parent.
+
+        The parent must be in its window already: one that is put into another window later takes
+        the overlay along, but only as far as itself. It must not be null: an overlay without a
+        window covers nothing, and its exec() returns at once.
+    */
     explicit KestLoadingDialog(QWidget *parent);
     ~KestLoadingDialog() override;
 
@@ -61,13 +73,18 @@ public:
     /*! Returns the animation, or null. */
     QMovie *movie() const;
     /*!
-        Shows \a movie in place of the animation so far, which is deleted. The overlay owns the new
-        one. The one that is shown already is left as it is; null shows none.
+        Shows \a movie in place of the animation so far, which is deleted, whoever owns it: do not
+        replace a movie in a slot of its own signals. The one that is shown already is left as it
+        is; null shows none.
+
+        A movie without a parent becomes the overlay's and dies with it. One that has a parent keeps
+        it, and may be shown by several overlays. The overlay starts the movie when it is shown, and
+        stops it when no overlay shows it any more.
     */
     void setMovie(QMovie *movie);
 
 public Q_SLOTS:
-    /*! Shows the overlay and returns how it ended. Called while it runs already, it returns
+    /*! Shows the overlay, waits and returns how it ended. Called while it runs already, it returns
         Canceled at once. */
     KestLoadingDialog::Result exec();
     /*! Has exec() return Done, once control is back in its event loop. Call it from other threads
@@ -78,6 +95,7 @@ public Q_SLOTS:
     void cancel();
 
 protected:
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -87,10 +105,6 @@ protected:
 
 private:
     Q_DISABLE_COPY(KestLoadingDialog)
-    void cover();
-    void finish(Result result);
-    void quitLoop();
-
     KestLoadingDialogPrivate *d;
 };
 

@@ -4,15 +4,19 @@
 // Message boxes and the busy overlay with a host that deletes things, or calls back, in the middle
 // of what they do.
 
+#include "KestLoadingDialog.h"
 #include "KestMessageBox.h"
 #include "KestTitleBar.h"
+#include "KestWindow.h"
 
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QClipboard>
+#include <QtGui/QMovie>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyleFactory>
@@ -34,6 +38,11 @@ QPushButton *buttonOf(const Box &box, Box::StandardButton button)
 {
     return box.findChild<QDialogButtonBox *>()->button(
         QDialogButtonBox::StandardButton(int(button)));
+}
+
+QMovie *newMovie(QObject *parent = nullptr)
+{
+    return new QMovie(QStringLiteral(":/KestWidgets/Resources/loading.gif"), QByteArray(), parent);
 }
 
 bool activate(QWidget *window)
@@ -81,6 +90,18 @@ private Q_SLOTS:
     void dyingButtonsMayAskForOthers();
     void deletedStandardButtonIsForgotten();
     void boxMayDieInItsLoop();
+
+    void oldMoviesEndMaySetAnother();
+    void oldMoviesEndMayDeleteTheOverlay();
+    void oldMoviesEndMayDeleteTheNewOne();
+    void startOfAMovieMayDeleteTheOverlay();
+    void startOfAMovieMayDeleteTheOldOne();
+    void showingMayHideTheOverlay();
+    void endMayDeleteTheOverlay_data();
+    void endMayDeleteTheOverlay();
+    void endOfTheMovieMayDeleteTheOverlay();
+    void dyingOverlayIsWholeForTheSlotsItCalls();
+    void windowMayDieBelowTheOverlay();
 };
 
 void tst_Dialogs_Lifetime::boxWithoutItsContentsIsNeutral_data()
@@ -328,6 +349,191 @@ void tst_Dialogs_Lifetime::boxMayDieInItsLoop()
     parent->show();
     QTimer::singleShot(0, qApp, [&] { delete parent; });
     QCOMPARE(Box::question(parent, QStringLiteral("Title"), QStringLiteral("Text")), Box::NoButton);
+}
+
+void tst_Dialogs_Lifetime::oldMoviesEndMaySetAnother()
+{
+    QWidget window;
+    KestLoadingDialog overlay(&window);
+    const QPointer<QMovie> second(newMovie());
+    const QPointer<QMovie> third(newMovie());
+    connect(overlay.movie(), &QObject::destroyed, &overlay, [&] { overlay.setMovie(third); });
+    overlay.setMovie(second);
+    QCOMPARE(overlay.movie(), third);
+    QVERIFY(second.isNull());
+}
+
+void tst_Dialogs_Lifetime::oldMoviesEndMayDeleteTheOverlay()
+{
+    QWidget window;
+    window.show();
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    overlay->show();
+    connect(overlay->movie(), &QObject::destroyed, this, [&] { delete overlay; });
+    overlay->setMovie(newMovie());
+    QVERIFY(overlay.isNull());
+}
+
+void tst_Dialogs_Lifetime::oldMoviesEndMayDeleteTheNewOne()
+{
+    QWidget window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.show();
+    QMovie *const next = newMovie();
+    connect(overlay.movie(), &QObject::destroyed, this, [&] { delete next; });
+    overlay.setMovie(next);
+    QVERIFY(!overlay.movie());
+}
+
+void tst_Dialogs_Lifetime::startOfAMovieMayDeleteTheOverlay()
+{
+    QWidget window;
+    window.show();
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    overlay->show();
+    const QPointer<QMovie> old(overlay->movie());
+    auto *movie = newMovie(&window);
+    connect(movie, &QMovie::started, this, [&] { delete overlay; });
+    overlay->setMovie(movie);
+    QVERIFY(overlay.isNull());
+    QVERIFY(old.isNull());
+}
+
+void tst_Dialogs_Lifetime::startOfAMovieMayDeleteTheOldOne()
+{
+    QWidget window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.show();
+    const QPointer<QMovie> old(overlay.movie());
+    auto *movie = newMovie(&window);
+    connect(movie, &QMovie::started, this, [&] { delete old; });
+    overlay.setMovie(movie);
+    QCOMPARE(overlay.movie(), movie);
+    QVERIFY(old.isNull());
+}
+
+void tst_Dialogs_Lifetime::showingMayHideTheOverlay()
+{
+    QWidget window;
+    QVERIFY(activate(&window));
+    KestLoadingDialog overlay(&window);
+    QTimer::singleShot(5000, &overlay, &KestLoadingDialog::done);
+    const QMetaObject::Connection connection =
+        connect(qApp, &QApplication::focusChanged, &overlay, [&](QWidget *, QWidget *now) {
+            if (now == &overlay)
+                overlay.hide();
+        });
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Canceled);
+    disconnect(connection);
+    QVERIFY(!overlay.isVisible());
+}
+
+void tst_Dialogs_Lifetime::endMayDeleteTheOverlay_data()
+{
+    QTest::addColumn<bool>("withWindow");
+    QTest::newRow("the overlay") << false;
+    QTest::newRow("its window") << true;
+}
+
+void tst_Dialogs_Lifetime::endMayDeleteTheOverlay()
+{
+    QFETCH(bool, withWindow);
+    const QPointer<QWidget> window(new QWidget);
+    auto *edit = new QLineEdit(window);
+    QVERIFY(activate(window));
+    edit->setFocus();
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(window));
+    QTimer::singleShot(0, overlay, &KestLoadingDialog::done);
+    // The focus goes back to the input.
+    const QMetaObject::Connection connection =
+        connect(qApp, &QApplication::focusChanged, this, [&](QWidget *, QWidget *now) {
+            if (now == edit && !withWindow)
+                delete overlay;
+            else if (now == edit)
+                window->deleteLater();
+        });
+    const KestLoadingDialog::Result result = overlay->exec();
+    disconnect(connection);
+    deleteWhatWaits();
+    QVERIFY(overlay.isNull());
+    QCOMPARE(result, withWindow ? KestLoadingDialog::Done : KestLoadingDialog::Canceled);
+    QCOMPARE(window.isNull(), withWindow);
+    delete window;
+}
+
+void tst_Dialogs_Lifetime::endOfTheMovieMayDeleteTheOverlay()
+{
+    QWidget window;
+    window.show();
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    auto *movie = newMovie(&window);
+    overlay->setMovie(movie);
+    connect(movie, &QMovie::stateChanged, this, [&](QMovie::MovieState state) {
+        if (state == QMovie::NotRunning)
+            delete overlay;
+    });
+    QTimer::singleShot(0, overlay, &KestLoadingDialog::done);
+    QCOMPARE(overlay->exec(), KestLoadingDialog::Canceled);
+    QVERIFY(overlay.isNull());
+}
+
+void tst_Dialogs_Lifetime::dyingOverlayIsWholeForTheSlotsItCalls()
+{
+    QWidget window;
+    QVERIFY(activate(&window));
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    overlay->show();
+    QVERIFY(overlay->hasFocus());
+    int calls = 0;
+    const auto use = [&] {
+        if (!overlay)
+            return;
+        ++calls;
+        overlay->setCancelEnable(true);
+        overlay->movie();
+        overlay->done();
+    };
+    const QMetaObject::Connection connection =
+        connect(qApp, &QApplication::focusChanged, this, use);
+    connect(overlay->movie(), &QMovie::stateChanged, this, use);
+    delete overlay;
+    disconnect(connection);
+    QVERIFY(overlay.isNull());
+    QVERIFY(calls >= 2);
+}
+
+void tst_Dialogs_Lifetime::windowMayDieBelowTheOverlay()
+{
+    for (const bool running : { false, true }) {
+        const QPointer<KestWindow> window(new KestWindow);
+        auto *edit = new QLineEdit(window->centralWidget());
+        QVERIFY(activate(window));
+        edit->setFocus();
+        auto *overlay = new KestLoadingDialog(window);
+        QList<QWidget *> focused;
+        overlay->show();
+        QVERIFY(overlay->hasFocus());
+        // A window that dies is none to put the focus into.
+        const QMetaObject::Connection connection =
+            connect(qApp, &QApplication::focusChanged, this,
+                    [&](QWidget *, QWidget *now) { focused.append(now); });
+        if (running) {
+            overlay->hide();
+            focused.clear();
+            QTimer::singleShot(0, qApp, [&] {
+                focused.clear();
+                delete window;
+            });
+            QCOMPARE(overlay->exec(), KestLoadingDialog::Canceled);
+        } else {
+            delete window;
+        }
+        disconnect(connection);
+        QVERIFY(window.isNull());
+        QVERIFY(!focused.contains(edit));
+    }
 }
 
 QTEST_MAIN(tst_Dialogs_Lifetime)

@@ -16,6 +16,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
 #include <functional>
@@ -75,6 +76,9 @@ private Q_SLOTS:
     void escapeCancelsTheOverlay();
     void overlayTakesTheClicks();
     void overlayFollowsTheWindow();
+    void windowTakesKeysAfterTheOverlay();
+    void minimisingTheWindowEndsTheOverlay();
+    void overlayLeavesTheShadowFree();
 
 private:
     std::unique_ptr<KestWindow> m_window;
@@ -305,6 +309,78 @@ void tst_Dialogs_Window::overlayFollowsTheWindow()
     });
     overlay.exec();
     QCOMPARE(geometry, QRect(0, 0, 640, 470));
+}
+
+void tst_Dialogs_Window::windowTakesKeysAfterTheOverlay()
+{
+    QLineEdit *edits[3];
+    for (int i = 0; i < 3; ++i) {
+        edits[i] = new QLineEdit(m_window->centralWidget());
+        edits[i]->setGeometry(50, 50 + 50 * i, 200, 30);
+        edits[i]->show();
+    }
+    edits[1]->setFocus();
+    RealInput::settle(60);
+    KestLoadingDialog overlay(m_window.get());
+    for (int i = 0; i < 2; ++i) {
+        QTimer::singleShot(100, &overlay, [&] {
+            RealInput::type(QStringLiteral("lost"));
+            RealInput::key(QStringLiteral("Tab"));
+            overlay.done();
+        });
+        QCOMPARE(overlay.exec(), KestLoadingDialog::Done);
+        RealInput::type(QStringLiteral("kept"));
+    }
+    QCOMPARE(edits[1]->text(), QStringLiteral("keptkept"));
+    RealInput::key(QStringLiteral("Tab"));
+    RealInput::type(QStringLiteral("next"));
+    QCOMPARE(edits[2]->text(), QStringLiteral("next"));
+    QCOMPARE(edits[0]->text(), QString());
+}
+
+void tst_Dialogs_Window::minimisingTheWindowEndsTheOverlay()
+{
+    auto *edit = new QLineEdit(m_window->centralWidget());
+    edit->setGeometry(50, 50, 200, 30);
+    edit->show();
+    edit->setFocus();
+    KestLoadingDialog overlay(m_window.get());
+    QTimer::singleShot(100, &overlay, [&] { m_window->showMinimized(); });
+    QTimer::singleShot(5000, &overlay, &KestLoadingDialog::done);
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Canceled);
+    m_window->showNormal();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(!overlay.isVisible());
+    RealInput::settle(100);
+    RealInput::type(QStringLiteral("back"));
+    QCOMPARE(edit->text(), QStringLiteral("back"));
+}
+
+void tst_Dialogs_Window::overlayLeavesTheShadowFree()
+{
+    const QMargins margins = m_window->contentsMargins();
+    const QPoint corner = RealInput::windowPosition(m_window->winId());
+    const QPoint inShadow = corner + QPoint(margins.left() / 2, m_window->height() / 2);
+    const QPoint inside = corner + QPoint(margins.left() + 3, m_window->height() / 2);
+    m_window->setAutoFillBackground(true);
+    m_window->centralWidget()->setStyleSheet(QStringLiteral("background: black"));
+    RealInput::settle(100);
+    const unsigned shadowBefore = RealInput::pixel(inShadow);
+    const unsigned insideBefore = RealInput::pixel(inside);
+    unsigned shadowCovered = 0;
+    unsigned insideCovered = 0;
+    KestLoadingDialog overlay(m_window.get());
+    QTimer::singleShot(200, &overlay, [&] {
+        shadowCovered = RealInput::pixel(inShadow);
+        insideCovered = RealInput::pixel(inside);
+        overlay.done();
+    });
+    overlay.exec();
+    QCOMPARE(insideBefore, 0U);
+    QCOMPARE(insideCovered, 0x646464U); // white with an alpha of 100
+    if (!margins.isNull())
+        QCOMPARE(shadowCovered, shadowBefore);
 }
 
 QTEST_MAIN(tst_Dialogs_Window)

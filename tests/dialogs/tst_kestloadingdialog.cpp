@@ -3,6 +3,7 @@
 
 #include "KestLoadingDialog.h"
 
+#include "KestDialog.h"
 #include "KestWindow.h"
 
 #include <QtCore/QMetaEnum>
@@ -14,9 +15,13 @@
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
 #include <functional>
+#include <memory>
+
+Q_DECLARE_METATYPE(QMargins)
 
 namespace {
 
@@ -33,6 +38,28 @@ class Window : public QWidget
 {
 public:
     Window() { resize(400, 300); }
+};
+
+// Three inputs, one below the other.
+class Form : public Window
+{
+public:
+    Form()
+    {
+        for (int i = 0; i < 3; ++i) {
+            edits[i] = new QLineEdit(this);
+            edits[i]->move(0, 40 * i);
+        }
+    }
+
+    bool activate()
+    {
+        show();
+        activateWindow();
+        return QTest::qWaitForWindowActive(this);
+    }
+
+    QLineEdit *edits[3];
 };
 
 } // namespace
@@ -59,6 +86,9 @@ private Q_SLOTS:
     void doneFromAnotherThread();
 
     void hidingEndsIt();
+    void hidingEndsItOverAWindowThatWasNeverShown_data();
+    void hidingEndsItOverAWindowThatWasNeverShown();
+    void hidingTheWindowEndsIt();
     void closingEndsIt();
     void closingTheWindowEndsIt();
     void deletingTheOverlayEndsIt();
@@ -69,16 +99,28 @@ private Q_SLOTS:
     void escapeDoesNothingWhenDisabled();
     void otherKeysAreSwallowed();
     void focusStaysOnTheOverlay();
+    void focusGoesBackToTheWidgetThatHadIt_data();
+    void focusGoesBackToTheWidgetThatHadIt();
+    void focusMovesOnWhereItCannotGoBack_data();
+    void focusMovesOnWhereItCannotGoBack();
+    void focusThatTheHostMovesStays();
+    void focusGoesBackInAWindowThatIsNotActive();
+    void focusGoesBackAfterTheWindowWasHidden();
 
     void overlayCoversTheWindow();
     void overlayLiesAboveItsSiblings();
-    void overlayKeepsInsideOfTheWindowsMargins();
+    void overlayKeepsInsideOfAShellsMargins_data();
+    void overlayKeepsInsideOfAShellsMargins();
+    void overlayFollowsAShellsMargins();
+    void overlayFillsAnyOtherWindow();
     void windowShowsThrough();
 
     void movieIsReplaced();
     void newMovieRunsWhileVisible();
     void sameMovieIsKept();
     void nullMovieShowsNone();
+    void movieWithAParentKeepsIt();
+    void sharedMovieRunsWhileOneOverlayShowsIt();
 
     void withoutAWindowItCoversNothing();
 };
@@ -297,6 +339,44 @@ void tst_KestLoadingDialog::hidingEndsIt()
     QCOMPARE(execAnd(&overlay, [&] { overlay.hide(); }), KestLoadingDialog::Canceled);
 }
 
+void tst_KestLoadingDialog::hidingEndsItOverAWindowThatWasNeverShown_data()
+{
+    QTest::addColumn<bool>("close");
+    QTest::newRow("hide") << false;
+    QTest::newRow("close") << true;
+}
+
+void tst_KestLoadingDialog::hidingEndsItOverAWindowThatWasNeverShown()
+{
+    QFETCH(bool, close);
+    Window window;
+    KestLoadingDialog overlay(&window);
+    QTimer::singleShot(5000, &overlay, &KestLoadingDialog::done);
+    QCOMPARE(execAnd(&overlay,
+                     [&] {
+                         if (close)
+                             overlay.close();
+                         else
+                             overlay.hide();
+                     }),
+             KestLoadingDialog::Canceled);
+    // Hidden before its window is shown, it stays so, and runs again.
+    window.show();
+    QVERIFY(!overlay.isVisible());
+    QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::hidingTheWindowEndsIt()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QTimer::singleShot(5000, &overlay, &KestLoadingDialog::done);
+    QCOMPARE(execAnd(&overlay, [&] { window.hide(); }), KestLoadingDialog::Canceled);
+    window.show();
+    QVERIFY(!overlay.isVisible());
+}
+
 void tst_KestLoadingDialog::closingEndsIt()
 {
     Window window;
@@ -433,6 +513,130 @@ void tst_KestLoadingDialog::focusStaysOnTheOverlay()
     QCOMPARE(afterBacktab, &overlay);
 }
 
+void tst_KestLoadingDialog::focusGoesBackToTheWidgetThatHadIt_data()
+{
+    QTest::addColumn<QString>("end");
+    for (const char *end : { "done", "cancel", "hide", "close", "delete", "shown without exec" })
+        QTest::newRow(end) << QString::fromLatin1(end);
+}
+
+void tst_KestLoadingDialog::focusGoesBackToTheWidgetThatHadIt()
+{
+    QFETCH(QString, end);
+    Form form;
+    QVERIFY(form.activate());
+    form.edits[1]->setFocus();
+    auto *overlay = new KestLoadingDialog(&form);
+    const auto finish = [&] {
+        if (end == QLatin1String("done"))
+            overlay->done();
+        else if (end == QLatin1String("cancel"))
+            overlay->cancel();
+        else if (end == QLatin1String("close"))
+            overlay->close();
+        else if (end == QLatin1String("delete"))
+            delete overlay;
+        else
+            overlay->hide();
+    };
+    for (int i = 0; i < (end == QLatin1String("delete") ? 1 : 2); ++i) {
+        if (end == QLatin1String("shown without exec")) {
+            overlay->show();
+            QVERIFY(overlay->hasFocus());
+            finish();
+        } else {
+            execAnd(overlay, finish);
+        }
+        QCOMPARE(QApplication::focusWidget(), form.edits[1]);
+    }
+    QTest::keyClick(QApplication::focusWidget(), 'x');
+    QCOMPARE(form.edits[1]->text(), QStringLiteral("x"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), form.edits[2]);
+}
+
+void tst_KestLoadingDialog::focusMovesOnWhereItCannotGoBack_data()
+{
+    QTest::addColumn<QString>("fate");
+    for (const char *fate : { "never was", "deleted", "disabled", "hidden", "elsewhere" })
+        QTest::newRow(fate) << QString::fromLatin1(fate);
+}
+
+void tst_KestLoadingDialog::focusMovesOnWhereItCannotGoBack()
+{
+    QFETCH(QString, fate);
+    QWidget other;
+    Form form;
+    QVERIFY(form.activate());
+    QLineEdit *const edit = form.edits[1];
+    edit->setFocus();
+    if (fate == QLatin1String("never was"))
+        edit->clearFocus();
+    KestLoadingDialog overlay(&form);
+    execAnd(&overlay, [&] {
+        if (fate == QLatin1String("deleted"))
+            delete edit;
+        else if (fate == QLatin1String("disabled"))
+            edit->setEnabled(false);
+        else if (fate == QLatin1String("hidden"))
+            edit->hide();
+        else if (fate == QLatin1String("elsewhere"))
+            edit->setParent(&other);
+        overlay.done();
+    });
+    // The next one in the order of the Tab key.
+    QCOMPARE(QApplication::focusWidget(), form.edits[0]);
+    QCOMPARE(form.focusWidget(), form.edits[0]);
+}
+
+void tst_KestLoadingDialog::focusThatTheHostMovesStays()
+{
+    Form form;
+    QVERIFY(form.activate());
+    form.edits[1]->setFocus();
+    KestLoadingDialog overlay(&form);
+    execAnd(&overlay, [&] {
+        form.edits[2]->setFocus();
+        overlay.done();
+    });
+    QCOMPARE(QApplication::focusWidget(), form.edits[2]);
+}
+
+void tst_KestLoadingDialog::focusGoesBackInAWindowThatIsNotActive()
+{
+    Form form;
+    QVERIFY(form.activate());
+    form.edits[1]->setFocus();
+    KestLoadingDialog overlay(&form);
+    Form other;
+    execAnd(&overlay, [&] {
+        other.activate();
+        overlay.done();
+    });
+    QVERIFY(!form.isActiveWindow());
+    QCOMPARE(form.focusWidget(), form.edits[1]);
+    QVERIFY(form.activate());
+    QTRY_COMPARE(QApplication::focusWidget(), form.edits[1]);
+}
+
+void tst_KestLoadingDialog::focusGoesBackAfterTheWindowWasHidden()
+{
+    Form form;
+    QVERIFY(form.activate());
+    form.edits[1]->setFocus();
+    KestLoadingDialog overlay(&form);
+    overlay.show();
+    // It is to be seen again with its window, and covers it again.
+    form.hide();
+    form.show();
+    QCOMPARE(form.focusWidget(), &overlay);
+    overlay.hide();
+    QCOMPARE(form.focusWidget(), form.edits[1]);
+    // Here the window's hiding ends it.
+    execAnd(&overlay, [&] { form.hide(); });
+    QCOMPARE(form.focusWidget(), form.edits[1]);
+}
+
 void tst_KestLoadingDialog::overlayCoversTheWindow()
 {
     Window window;
@@ -476,23 +680,82 @@ void tst_KestLoadingDialog::overlayLiesAboveItsSiblings()
     QVERIFY(top == &overlay || overlay.isAncestorOf(top));
 }
 
-void tst_KestLoadingDialog::overlayKeepsInsideOfTheWindowsMargins()
+void tst_KestLoadingDialog::overlayKeepsInsideOfAShellsMargins_data()
+{
+    QTest::addColumn<bool>("dialog");
+    QTest::addColumn<QMargins>("own"); // what the host set on the overlay
+    for (const bool dialog : { false, true }) {
+        const char *const shell = dialog ? "dialog" : "window";
+        QTest::addRow("%s", shell) << dialog << QMargins();
+        QTest::addRow("%s, margins of its own", shell) << dialog << QMargins(1, 2, 3, 4);
+    }
+}
+
+void tst_KestLoadingDialog::overlayKeepsInsideOfAShellsMargins()
+{
+    QFETCH(bool, dialog);
+    QFETCH(QMargins, own);
+    const std::unique_ptr<QWidget> window(dialog ? static_cast<QWidget *>(new KestDialog)
+                                                 : new KestWindow);
+    window->resize(400, 300);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(window->contentsRect() != window->rect());
+    KestLoadingDialog overlay(window.get());
+    overlay.setContentsMargins(own);
+    for (int i = 0; i < 2; ++i) {
+        QRect geometry;
+        QRect inner;
+        execAnd(&overlay, [&] {
+            QCoreApplication::processEvents();
+            geometry = overlay.geometry();
+            inner = overlay.findChild<QWidget *>(QStringLiteral("widget"))->geometry();
+            overlay.done();
+        });
+        QCOMPARE(geometry, QRect(0, 0, 400, 300));
+        // The window's shadow is not painted on.
+        QCOMPARE(inner, window->contentsRect().marginsRemoved(own));
+        QCOMPARE(overlay.contentsMargins(), own);
+    }
+}
+
+void tst_KestLoadingDialog::overlayFollowsAShellsMargins()
 {
     KestWindow window;
     window.resize(400, 300);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     KestLoadingDialog overlay(&window);
-    QRect geometry;
-    QRect inner;
-    execAnd(&overlay, [&] {
-        QCoreApplication::processEvents();
-        geometry = overlay.geometry();
-        inner = overlay.findChild<QWidget *>(QStringLiteral("widget"))->geometry();
-        overlay.done();
-    });
-    QCOMPARE(geometry, QRect(0, 0, 400, 300));
-    QCOMPARE(inner, window.contentsRect()); // its shadow is not painted on
+    overlay.show();
+    auto *inner = overlay.findChild<QWidget *>(QStringLiteral("widget"));
+    QTRY_COMPARE(inner->geometry(), window.contentsRect());
+    QVERIFY(inner->geometry() != window.rect());
+    window.showMaximized();
+    QTRY_VERIFY(window.isMaximized() && window.contentsRect() == window.rect());
+    QTRY_COMPARE(inner->geometry(), window.rect());
+    window.showNormal();
+    QTRY_VERIFY(window.contentsRect() != window.rect());
+    QTRY_COMPARE(inner->geometry(), window.contentsRect());
+    // The window's contents may lie on all of it all the same.
+    window.setAttribute(Qt::WA_LayoutOnEntireRect);
+    window.resize(450, 350);
+    QTRY_COMPARE(inner->geometry(), QRect(0, 0, 450, 350));
+}
+
+void tst_KestLoadingDialog::overlayFillsAnyOtherWindow()
+{
+    Window window;
+    window.setContentsMargins(30, 20, 10, 5);
+    window.show();
+    KestLoadingDialog overlay(&window);
+    auto *inner = overlay.findChild<QWidget *>(QStringLiteral("widget"));
+    overlay.show();
+    QTRY_COMPARE(inner->geometry(), window.rect());
+    overlay.hide();
+    overlay.setContentsMargins(1, 2, 3, 4);
+    overlay.show();
+    QTRY_COMPARE(inner->geometry(), window.rect().adjusted(1, 2, -3, -4));
+    QCOMPARE(overlay.contentsMargins(), QMargins(1, 2, 3, 4));
 }
 
 void tst_KestLoadingDialog::windowShowsThrough()
@@ -557,6 +820,47 @@ void tst_KestLoadingDialog::nullMovieShowsNone()
     overlay.setMovie(nullptr);
     QVERIFY(!overlay.movie());
     QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::movieWithAParentKeepsIt()
+{
+    Window window;
+    const QPointer<QMovie> shared(
+        new QMovie(QString::fromLatin1(LoadingGif), QByteArray(), &window));
+    const QPointer<QMovie> own(new QMovie(QString::fromLatin1(LoadingGif)));
+    auto *first = new KestLoadingDialog(&window);
+    KestLoadingDialog second(&window);
+    first->setMovie(shared);
+    second.setMovie(shared);
+    QCOMPARE(shared->parent(), &window);
+    delete first;
+    QVERIFY(!shared.isNull());
+    QCOMPARE(second.movie(), shared);
+
+    auto *third = new KestLoadingDialog(&window);
+    third->setMovie(own);
+    QCOMPARE(own->parent(), third);
+    delete third;
+    QVERIFY(own.isNull());
+}
+
+void tst_KestLoadingDialog::sharedMovieRunsWhileOneOverlayShowsIt()
+{
+    Window window;
+    Window other;
+    window.show();
+    other.show();
+    auto *shared = new QMovie(QString::fromLatin1(LoadingGif), QByteArray(), &window);
+    KestLoadingDialog first(&window);
+    KestLoadingDialog second(&other);
+    first.setMovie(shared);
+    second.setMovie(shared);
+    first.show();
+    second.show();
+    first.hide();
+    QCOMPARE(shared->state(), QMovie::Running);
+    second.hide();
+    QCOMPARE(shared->state(), QMovie::NotRunning);
 }
 
 void tst_KestLoadingDialog::withoutAWindowItCoversNothing()
