@@ -50,6 +50,7 @@ public:
     QLocalSocket socket;
     QTranslator qtTranslator;
     QTranslator appTranslator;
+    int loads = 0; // calls of loadTranslator()
 };
 
 KestApplicationPrivate::KestApplicationPrivate()
@@ -88,6 +89,7 @@ bool KestApplication::checkOtherProcess(const QString &serverName)
 
 bool KestApplication::loadTranslator(const QString &lang)
 {
+    const int load = ++d->loads;
     const QLocale locale = lang.isEmpty() ? QLocale::system() : QLocale(lang);
     const QString separator = QStringLiteral("_");
 
@@ -98,6 +100,9 @@ bool KestApplication::loadTranslator(const QString &lang)
         removeTranslator(&d->qtTranslator);
         qWarning() << "translator system load error!!!";
     }
+    // Whoever heard of the change may have loaded another language by now.
+    if (d->loads != load)
+        return true;
 
     if (d->appTranslator.load(locale, applicationName(), separator, QStringLiteral(":/i18n"))) {
         installTranslator(&d->appTranslator);

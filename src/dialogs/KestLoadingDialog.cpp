@@ -82,8 +82,8 @@ void KestLoadingDialogPrivate::takeFocus()
 // more Qt moves it on when the overlay is hidden.
 void KestLoadingDialogPrivate::giveFocusBack()
 {
-    const QPointer<QWidget> before = focusBefore;
-    focusBefore = nullptr;
+    QPointer<QWidget> before;
+    before.swap(focusBefore);
     if (before && q->window()->focusWidget() == q && before->window() == q->window())
         before->setFocus(Qt::OtherFocusReason);
 }

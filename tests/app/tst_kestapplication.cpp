@@ -120,6 +120,7 @@ private Q_SLOTS:
     void missingQtCatalogueLeavesTheHostsInstalled();
     void laterLanguageReplacesTheEarlierOne();
     void languageWithoutCataloguesRemovesTheEarlierOnes();
+    void languageLoadedWhileAnotherIsLoadedWins();
 };
 
 void tst_KestApplication::metaObjectAddsNothing()
@@ -432,6 +433,33 @@ void tst_KestApplication::languageWithoutCataloguesRemovesTheEarlierOnes()
     application().loadTranslator(QStringLiteral("sv"));
     QCOMPARE(translated("toolkit"), QStringLiteral("toolkit"));
     QCOMPARE(translated("host"), QStringLiteral("host"));
+}
+
+void tst_KestApplication::languageLoadedWhileAnotherIsLoadedWins()
+{
+    // A host's answer to the change of language.
+    class French : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::LanguageChange && !loaded) {
+                loaded = true;
+                application().loadTranslator(QStringLiteral("fr"));
+            }
+            return false;
+        }
+
+        bool loaded = false;
+    };
+    application().loadTranslator(QStringLiteral("sv"));
+    QCoreApplication::processEvents();
+    French french;
+    qApp->installEventFilter(&french);
+    QVERIFY(application().loadTranslator(QStringLiteral("de")));
+    QVERIFY(french.loaded);
+    QCOMPARE(translated("toolkit"), QStringLiteral("outillage"));
+    QCOMPARE(translated("host"), QStringLiteral("host")); // there is no French one
 }
 
 int main(int argc, char *argv[])
