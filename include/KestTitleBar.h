@@ -10,9 +10,6 @@
 
 QT_BEGIN_NAMESPACE
 class QMenuBar;
-QT_END_NAMESPACE
-
-class KestTitleBarPrivate;
 class Ui_KestTitleBar;
 
 /*!
