@@ -11,6 +11,9 @@
 QT_BEGIN_NAMESPACE
 class QMenuBar;
 class Ui_KestTitleBar;
+QT_END_NAMESPACE
+
+class KestTitleBarPrivate;
 
 /*!
     \class KestTitleBar
