@@ -46,8 +46,6 @@ protected:
 
 private:
     Q_DISABLE_COPY(KestToolButton)
-    void polishAnew();
-
     KestToolButtonPrivate *d;
 };
 

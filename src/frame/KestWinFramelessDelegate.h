@@ -7,11 +7,9 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 
-QT_BEGIN_NAMESPACE
+class KestWinFramelessDelegatePrivate;
 class QPoint;
 class QWidget;
-QT_END_NAMESPACE
-class KestWinFramelessDelegatePrivate;
 struct tagMSG;
 using MSG = tagMSG;
 
@@ -66,9 +64,8 @@ private:
     void savePlacement();
     void restorePlacement();
     void placeMaximized(MSG *msg);
-    void renewWorkRect(MSG *msg);
     bool calculateClientArea(MSG *msg, long *result);
-    void announceFocus();
+    bool announceFocus();
     bool isFixedSize() const;
 
     KestWinFramelessDelegatePrivate *d;

@@ -1731,7 +1731,7 @@ void tst_KestTitleBar::focusMayMoveWhileTheBarDies()
     host.actionRow()->itemAt(1)->widget()->setFocus();
     QVERIFY(host.actionRow()->itemAt(1)->widget()->hasFocus());
     int changes = 0;
-    KestTitleBar *const bar = host.bar;
+    const QPointer<TitleBar> bar(host.bar);
     const auto connection = connect(qApp, &QApplication::focusChanged, &host, [&] {
         if (++changes > 1)
             return;

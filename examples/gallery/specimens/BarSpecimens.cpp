@@ -3,6 +3,7 @@
 
 #include "Poses.h"
 
+#include "KestColor.h"
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
 
@@ -48,9 +49,15 @@ QWidget *createTitleBar(bool menus)
         for (const char *name : { "File", "View" })
             bar->menuBar()->addMenu(QString::fromLatin1(name))->addAction(QStringLiteral("Entry"));
     }
-    auto *action = new QAction(icon("search-light.png"), QString(), bar);
+    // As a program has to choose it, by the ground that the theme gives the bar.
+    bar->ensurePolished();
+    const bool dark = isLight(bar->palette().color(QPalette::WindowText));
+    auto *action = new QAction(icon(dark ? "search.png" : "search-light.png"), QString(), bar);
     action->setObjectName(QStringLiteral("search"));
     bar->addAction(action);
+    auto *named = new QAction(QStringLiteral("Text"), bar);
+    named->setObjectName(QStringLiteral("named"));
+    bar->addAction(named);
     layout->addWidget(bar);
     return window;
 }
@@ -70,7 +77,8 @@ void setMaximised(QWidget *window)
 QVector<SpecimenState> titleBarStates()
 {
     QVector<SpecimenState> states { normalState() };
-    for (const char *button : { "closeBtn", "minimumSizeBtn", "maximumSizeBtn", "search" }) {
+    for (const char *button :
+         { "closeBtn", "minimumSizeBtn", "maximumSizeBtn", "search", "named" }) {
         const QString hovered = QLatin1String(button) + QStringLiteral(" hover");
         states.append({ hovered, child(button, hover()), Normal });
         states.append({ QLatin1String(button) + QStringLiteral(" pressed"), child(button, press()),

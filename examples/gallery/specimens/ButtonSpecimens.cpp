@@ -3,7 +3,6 @@
 
 #include "Poses.h"
 
-#include <QtGui/QIcon>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QCommandLinkButton>
 #include <QtWidgets/QDialogButtonBox>
@@ -16,11 +15,6 @@
 namespace {
 
 using namespace Poses;
-
-QIcon icon()
-{
-    return QIcon(QStringLiteral(":/KestWidgets/Resources/info.png"));
-}
 
 const QString Normal = QStringLiteral("normal");
 

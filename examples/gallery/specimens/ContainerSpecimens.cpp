@@ -3,7 +3,6 @@
 
 #include "Poses.h"
 
-#include <QtGui/QIcon>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDockWidget>
@@ -52,7 +51,7 @@ QTabWidget *createTabs(QTabWidget::TabPosition position)
         tabs->addTab(new QLabel(QStringLiteral("Page")), QString::fromLatin1(name));
     tabs->setTabEnabled(2, false);
     const bool upright = position == QTabWidget::North || position == QTabWidget::South;
-    tabs->setFixedSize(upright ? TabSize : QSize(110, 200));
+    tabs->setFixedSize(upright ? TabSize : QSize(110, 240));
     return tabs;
 }
 
@@ -127,9 +126,11 @@ Pose toolBoxTab(int index, const Pose &pose)
 QWidget *createSplitter(Qt::Orientation orientation)
 {
     auto *splitter = new QSplitter(orientation);
-    splitter->addWidget(new QTextEdit(QStringLiteral("One")));
-    splitter->addWidget(new QTextEdit(QStringLiteral("Two")));
-    splitter->setFixedSize(140, 80);
+    for (const char *name : { "One", "Two" }) {
+        auto *side = new QTextEdit(QString::fromLatin1(name));
+        side->setFixedSize(70, 60);
+        splitter->addWidget(side);
+    }
     return splitter;
 }
 
@@ -162,6 +163,7 @@ QWidget *createMdi()
     for (const char *name : { "Behind", "In front" }) {
         auto *inner = new QLabel(QStringLiteral("Text"));
         inner->setWindowTitle(QString::fromLatin1(name));
+        inner->setWindowIcon(icon());
         area->addSubWindow(inner)->setGeometry(area->subWindowList().size() * 50 - 40,
                                                area->subWindowList().size() * 30 - 20, 200, 110);
     }
@@ -194,6 +196,7 @@ QWidget *createScrollArea()
     auto *area = new QScrollArea;
     auto *inside = new QLabel(QStringLiteral("A text that is wider than its area"));
     inside->setMinimumHeight(200);
+    inside->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     area->setWidget(inside);
     area->setFixedSize(120, 80);
     return area;
@@ -257,7 +260,6 @@ QVector<Specimen> Specimens::containers()
           createToolBox,
           { normalState(),
             { QStringLiteral("hover"), toolBoxTab(1, hover()), Normal },
-            { QStringLiteral("focus"), toolBoxTab(1, focus()), Normal },
             disabledState() } },
         { QStringLiteral("QSplitter horizontal"),
           [] { return createSplitter(Qt::Horizontal); },

@@ -87,7 +87,7 @@ QWidget *createColorDialog()
 
 QWidget *createFontDialog()
 {
-    auto *dialog = new QFontDialog;
+    auto *dialog = new QFontDialog(QFont(QStringLiteral("DejaVu Sans"), 9));
     dialog->setOption(QFontDialog::DontUseNativeDialog);
     return dialog;
 }

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 the KestWidgets authors
 
 #include "Poses.h"
+#include "Scaling.h"
 
 #include "KestComboBox.h"
 #include "KestIPAddressEdit.h"
@@ -19,8 +20,8 @@ namespace {
 
 using namespace Poses;
 
-const int TextWidth = 120; // pixels
-const int TextHeight = 48; // pixels
+const int TextWidth = 150; // pixels
+const int TextHeight = 56; // pixels
 const QString Normal = QStringLiteral("normal");
 
 template <typename Edit>
@@ -95,7 +96,7 @@ QVector<SpecimenState> editStates()
         normalState(),
         hoverState(),
         focusState(),
-        { QStringLiteral("selected"), selectText, QStringLiteral("focus") },
+        { QStringLiteral("selected"), selectText, Normal },
         { QStringLiteral("read-only"), readOnly, Normal },
         { QStringLiteral("read-only focus"), both(readOnly, focus()), QStringLiteral("read-only") },
         disabledState(),
@@ -144,6 +145,7 @@ QVector<Specimen> Specimens::inputs()
         auto *edit = static_cast<QLineEdit *>(widget);
         edit->clear();
         edit->setPlaceholderText(QStringLiteral("Some text"));
+        lightenPlaceholders(widget->window());
     };
     const auto clearButton = [](QWidget *widget) {
         static_cast<QLineEdit *>(widget)->setClearButtonEnabled(true);

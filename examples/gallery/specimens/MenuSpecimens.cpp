@@ -3,7 +3,6 @@
 
 #include "Poses.h"
 
-#include <QtGui/QIcon>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QActionGroup>
 #include <QtWidgets/QApplication>
@@ -22,11 +21,6 @@ namespace {
 using namespace Poses;
 
 const QString Normal = QStringLiteral("normal");
-
-QIcon icon()
-{
-    return QIcon(QStringLiteral(":/KestWidgets/Resources/info.png"));
-}
 
 // The entries of a menu in the order in which the poses below count them.
 enum Entry {
@@ -135,8 +129,14 @@ QToolBar *createToolBar(Qt::Orientation orientation)
     checked->setCheckable(true);
     checked->setChecked(true);
     bar->addSeparator();
-    bar->addAction(QStringLiteral("Text"));
     bar->addAction(icon(), QStringLiteral("Off"))->setEnabled(false);
+    return bar;
+}
+
+QWidget *createPlainToolBar()
+{
+    QToolBar *const bar = createToolBar(Qt::Horizontal);
+    bar->addAction(QStringLiteral("Text"));
     return bar;
 }
 
@@ -197,7 +197,7 @@ QVector<Specimen> Specimens::menus()
             { QStringLiteral("open"), openEntry, Normal },
             disabledState() } },
         { QStringLiteral("QToolBar"),
-          [] { return createToolBar(Qt::Horizontal); },
+          createPlainToolBar,
           { normalState(),
             { QStringLiteral("hover"), onToolBarButton(0, hover()), Normal },
             { QStringLiteral("pressed"), onToolBarButton(0, press()), QStringLiteral("hover") },

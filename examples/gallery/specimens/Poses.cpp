@@ -4,7 +4,10 @@
 #include "Poses.h"
 
 #include <QtGui/QHoverEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+#include <QtGui/QPixmap>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
@@ -17,6 +20,8 @@
 #include <QtWidgets/QToolButton>
 
 namespace {
+
+const int MostTabStops = 20; // of a specimen
 
 // Widgets fill their style options themselves, in functions that only they may call.
 template <typename Widget, typename Option>
@@ -71,7 +76,11 @@ void Poses::pressAt(QWidget *widget, const QPoint &at)
 
 void Poses::tabInto(QWidget *widget)
 {
-    widget->setFocus(Qt::TabFocusReason);
+    // Only a Tab key that is pressed makes the style show where the focus is.
+    for (int i = 0; i < MostTabStops && !widget->hasFocus(); ++i) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+        QApplication::sendEvent(QApplication::focusWidget(), &press);
+    }
 }
 
 Poses::Pose Poses::child(const char *objectName, const Pose &pose)
@@ -147,6 +156,19 @@ Poses::Place Poses::subControl(int complexControl, int subControl)
         }
         return part.center();
     };
+}
+
+QIcon Poses::icon()
+{
+    QPixmap pixmap(64, 64);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::white, 6));
+    painter.setBrush(QColor(0x0B, 0x2A, 0x4A));
+    painter.drawEllipse(QRect(6, 6, 52, 52));
+    painter.drawLine(22, 32, 42, 32);
+    return pixmap;
 }
 
 SpecimenState Poses::normalState()

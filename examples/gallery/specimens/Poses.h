@@ -7,6 +7,7 @@
 #include "Specimen.h"
 
 #include <QtCore/QPoint>
+#include <QtGui/QIcon>
 
 /*! What brings widgets into their states: the events that a pointer and a keyboard cause, sent to
     the widget, so that pictures do not depend on where the pointer of the machine is. */
@@ -40,6 +41,9 @@ Pose both(const Pose &first, const Pose &second);
 
 /*! The centre of a part that the style places, such as the arrow of a spin box. */
 Place subControl(int complexControl, int subControl);
+
+/*! An icon of a program, which stands out from every ground. */
+QIcon icon();
 
 /*! States that nearly every widget has. */
 SpecimenState normalState();

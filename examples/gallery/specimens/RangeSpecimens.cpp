@@ -96,7 +96,6 @@ QVector<Specimen> Specimens::ranges()
     const auto createDial = [] {
         auto *dial = new QDial;
         dial->setNotchesVisible(true);
-        dial->setFixedSize(64, 64);
         dial->setValue(40);
         return dial;
     };
@@ -126,6 +125,8 @@ QVector<Specimen> Specimens::ranges()
         { QStringLiteral("QProgressBar vertical"),
           [] { return createRange<QProgressBar>(Qt::Vertical); }, progressStates() },
         { QStringLiteral("QLCDNumber"), createNumber, { normalState(), disabledState() } },
-        { QStringLiteral("KestSwitchButton"), createSwitch, { normalState(), disabledState() } },
+        { QStringLiteral("KestSwitchButton"),
+          createSwitch,
+          { normalState(), { QStringLiteral("disabled"), disabled(), QString() } } },
     };
 }

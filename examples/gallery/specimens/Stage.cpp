@@ -3,49 +3,18 @@
 
 #include "Stage.h"
 
-#include "KestNavigationBar.h"
-#include "KestTitleBar.h"
+#include "Scaling.h"
 
 #include <QtGui/QPainter>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QWidget>
 
 namespace {
 
 const int Margin = 6; // pixels around the widget
 const QPoint Place(20, 20); // of the window on the screen
-
-QList<QWidget *> openedWindows(const QWidget *window)
-{
-    QList<QWidget *> opened;
-    const QWidgetList all = QApplication::topLevelWidgets();
-    for (QWidget *other : all) {
-        if (other != window && other->isVisible())
-            opened.append(other);
-    }
-    return opened;
-}
-
-void scaleOwnSizes(QWidget *widget, double rate)
-{
-    if (widget->minimumWidth() == widget->maximumWidth())
-        widget->setFixedWidth(qRound(widget->minimumWidth() * rate));
-    else
-        widget->setMinimumWidth(qRound(widget->minimumWidth() * rate));
-    if (widget->minimumHeight() == widget->maximumHeight())
-        widget->setFixedHeight(qRound(widget->minimumHeight() * rate));
-    const QList<KestTitleBar *> bars = widget->findChildren<KestTitleBar *>();
-    for (KestTitleBar *bar : bars) {
-        QFont font = bar->font();
-        font.setPointSizeF(font.pointSizeF() * rate);
-        bar->setFont(font);
-        bar->setActionIconSize(bar->getActionIconSize() * rate);
-        bar->setProperty("geoRate", rate);
-    }
-    if (auto *bar = qobject_cast<KestNavigationBar *>(widget))
-        bar->setIconSize(bar->iconSize() * rate);
-}
 
 } // namespace
 
@@ -72,24 +41,34 @@ Stage::Stage(const Specimen &specimen, const SpecimenState &state, double rate)
 
 Stage::~Stage()
 {
-    const QList<QWidget *> opened = openedWindows(m_window.data());
-    for (QWidget *other : opened)
-        other->close();
+    const QList<QWidget *> shown = windows();
+    for (QWidget *opened : shown.mid(1))
+        opened->close();
+}
+
+QList<QWidget *> Stage::windows() const
+{
+    QList<QWidget *> shown { m_window.data() };
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (QWidget *other : all) {
+        if (other != m_window.data() && other->isVisible())
+            shown.append(other);
+    }
+    return shown;
 }
 
 QImage Stage::picture() const
 {
-    const QList<QWidget *> opened = openedWindows(m_window.data());
-    QRect area = m_window->geometry();
-    for (const QWidget *other : opened)
-        area |= other->geometry();
+    const QList<QWidget *> shown = windows();
+    QRect area;
+    for (const QWidget *window : shown)
+        area |= window->geometry();
     const qreal ratio = m_window->devicePixelRatioF();
     QImage image((QSizeF(area.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.drawPixmap(m_window->pos() - area.topLeft(), m_window->grab());
-    for (QWidget *other : opened)
-        painter.drawPixmap(other->pos() - area.topLeft(), other->grab());
+    for (QWidget *window : shown)
+        painter.drawPixmap(window->pos() - area.topLeft(), window->grab());
     return image;
 }

@@ -6,6 +6,7 @@
 
 #include "Specimen.h"
 
+#include <QtCore/QList>
 #include <QtCore/QScopedPointer>
 #include <QtGui/QImage>
 
@@ -22,7 +23,10 @@ public:
     QWidget *window() const { return m_window.data(); }
     QWidget *widget() const { return m_widget; }
 
-    /*! The window with everything that it has opened: menus, lists and tool tips. */
+    /*! The window, and what the widget has opened: menus, lists and tool tips. */
+    QList<QWidget *> windows() const;
+
+    /*! All of them, as they lie on the screen. */
     QImage picture() const;
 
 private:

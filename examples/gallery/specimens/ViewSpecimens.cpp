@@ -3,7 +3,6 @@
 
 #include "Poses.h"
 
-#include <QtGui/QIcon>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QColumnView>
@@ -43,7 +42,7 @@ QStandardItemModel *createModel(QObject *parent)
     QStandardItem *const folder = createItem(QStringLiteral("Folder"));
     folder->appendRow({ createCheckItem(QStringLiteral("File"), Qt::Checked),
                         createItem(QStringLiteral("Text")) });
-    folder->setIcon(QIcon(QStringLiteral(":/KestWidgets/Resources/info.png")));
+    folder->setIcon(icon());
     QStandardItem *const closed = createCheckItem(QStringLiteral("Closed"), Qt::PartiallyChecked);
     closed->appendRow(createItem(QStringLiteral("File")));
     QStandardItem *const off = createCheckItem(QStringLiteral("Disabled"), Qt::Unchecked);
@@ -145,7 +144,7 @@ QVector<Specimen> Specimens::views()
         return calendar;
     };
     const auto sorted = [](QWidget *table) {
-        headerOf(table)->setSortIndicator(0, Qt::DescendingOrder);
+        headerOf(table)->setSortIndicator(0, Qt::AscendingOrder);
     };
     const QVector<SpecimenState> headerStates {
         { QStringLiteral("header hover"), onHeader(hoverAt), Normal },
