@@ -86,7 +86,7 @@ private:
     Q_DISABLE_COPY(KestFramelessDelegate)
     void region(const QPoint &globalPos, const QPoint &windowPos);
     void updateLayout();
-    void paintShadow(QPainter &painter, int width);
+    void paintShadow(QImage *image, const QPoint &origin, int width);
 
     void windowEvent(QEvent *event);
     void moveBarEvent(QWidget *bar, QEvent *event);

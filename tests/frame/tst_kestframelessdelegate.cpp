@@ -271,6 +271,11 @@ private Q_SLOTS:
     void shadowAlphas();
     void frameIsDrawnAsMeant_data();
     void frameIsDrawnAsMeant();
+    void shadowIsTheSameInAnySize_data();
+    void shadowIsTheSameInAnySize();
+    void shadowFollowsTheMarginsAndTheRatio();
+    void onlyWhatShowsIsDrawn_data();
+    void onlyWhatShowsIsDrawn();
     void partsAreDrawnAsInTheWhole_data();
     void partsAreDrawnAsInTheWhole();
 
@@ -1479,6 +1484,100 @@ void tst_KestFramelessDelegate::frameIsDrawnAsMeant()
     // With a shadow the image is as wide as the layout's margins on top of it.
     const QImage expected = expectedFrame(&host, shadowless ? 0 : 8, !maximised, ratio);
     QCOMPARE(rendered(&host, ratio), expected);
+}
+
+void tst_KestFramelessDelegate::shadowIsTheSameInAnySize_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("margin");
+    for (const qreal ratio : { 1.0, 1.5, 2.0, 3.0 }) {
+        for (const QSize &size : { QSize(400, 300), QSize(21, 300), QSize(400, 22), QSize(20, 20),
+                                   QSize(43, 43), QSize(19, 17) }) {
+            for (const int margin : { 0, 5, 11 }) {
+                QTest::addRow("%d%% %dx%d margin %d", int(ratio * 100), size.width(), size.height(),
+                              margin)
+                    << ratio << size << margin;
+            }
+        }
+    }
+}
+
+void tst_KestFramelessDelegate::shadowIsTheSameInAnySize()
+{
+    QFETCH(qreal, ratio);
+    QFETCH(QSize, size);
+    QFETCH(int, margin);
+    Host host;
+    host.bar->hide();
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(1, 0, margin, 2);
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    host.resize(size);
+    host.show();
+    host.activateWindow();
+    QCOMPARE(host.size(), size);
+    QCOMPARE(rendered(&host, ratio), expectedFrame(&host, 8, true, ratio));
+}
+
+void tst_KestFramelessDelegate::shadowFollowsTheMarginsAndTheRatio()
+{
+    Host host;
+    host.bar->hide();
+    auto *layout = new QVBoxLayout(&host);
+    host.show();
+    host.activateWindow();
+    for (const int margin : { 0, 11, 0 }) {
+        layout->setContentsMargins(margin, margin, margin, margin);
+        for (const qreal ratio : { 1.0, 2.0, 1.5, 1.0 })
+            QCOMPARE(rendered(&host, ratio), expectedFrame(&host, 8, true, ratio));
+    }
+}
+
+void tst_KestFramelessDelegate::onlyWhatShowsIsDrawn_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QRegion>("region");
+    const QRect whole(QPoint(), WindowRect.size());
+    QRegion chequered;
+    for (int i = 0; i < 12; ++i)
+        chequered += QRect(i * 30, 5 + i * 20, 17, 11);
+    for (const qreal ratio : { 1.0, 1.5, 2.0 }) {
+        const int percent = int(ratio * 100);
+        QTest::addRow("%d%% strips", percent)
+            << ratio << QRegion(whole) - whole.adjusted(11, 50, -13, -9);
+        QTest::addRow("%d%% corners", percent)
+            << ratio << QRegion(0, 0, 9, 7) + QRect(371, 277, 29, 23);
+        QTest::addRow("%d%% many", percent) << ratio << chequered;
+    }
+}
+
+void tst_KestFramelessDelegate::onlyWhatShowsIsDrawn()
+{
+    QFETCH(qreal, ratio);
+    QFETCH(QRegion, region);
+    Host host;
+    host.bar->hide();
+    host.setStyleSheet(QStringLiteral(
+        "Host { border: 3px solid rgba(10, 20, 30, 40%); background: rgba(200, 100, 0, 30%) }"));
+    host.show();
+    const QImage whole = rendered(&host, ratio);
+    QImage parts(host.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    parts.setDevicePixelRatio(ratio);
+    parts.fill(0);
+    host.render(&parts, region.boundingRect().topLeft(), region, QWidget::DrawWindowBackground);
+    // What is painted twice is too dark, and what is left out is empty.
+    for (int y = 0; y < parts.height(); ++y) {
+        for (int x = 0; x < parts.width(); ++x) {
+            const QPoint point(int(x / ratio), int(y / ratio));
+            const QPoint last(int(std::ceil((x + 1) / ratio)) - 1,
+                              int(std::ceil((y + 1) / ratio)) - 1);
+            if (region.contains(point) && region.contains(last))
+                QCOMPARE(QColor::fromRgba(parts.pixel(x, y)), QColor::fromRgba(whole.pixel(x, y)));
+            else if (!region.contains(point) && !region.contains(last))
+                QCOMPARE(qAlpha(parts.pixel(x, y)), 0);
+        }
+    }
 }
 
 void tst_KestFramelessDelegate::partsAreDrawnAsInTheWhole_data()
