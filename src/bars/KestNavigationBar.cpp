@@ -251,6 +251,7 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
     const QPointer<KestNavigationBar> guard(this);
 
     if (event->type() == QEvent::ActionAdded) {
+        const Util::QuietLayout quiet(layout());
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->iconSize, this);
         // Whoever heard of the new widget may have taken the action away again. One that belongs to

@@ -84,6 +84,8 @@ public:
     void makeRoomForIcon();
     void followParent();
     void followState();
+    void catchUpWithState();
+    bool parentIsMaximized() const;
     void releaseMaximumSizeButton();
 
     KestTitleBar *const q;
@@ -209,14 +211,26 @@ void KestTitleBarPrivate::followParent()
     parent->installEventFilter(q);
     q->updateWindowIcon();
     q->update();
-    followState();
+    catchUpWithState();
 }
 
 void KestTitleBarPrivate::followState()
 {
+    if (maximumSizeBtn && q->parentWidget())
+        maximumSizeBtn->setMaximumSized(parentIsMaximized());
+}
+
+// For when the state may have changed unheard of. The button is polished anew whenever it is told.
+void KestTitleBarPrivate::catchUpWithState()
+{
+    if (maximumSizeBtn && maximumSizeBtn->maximumSized() != parentIsMaximized())
+        followState();
+}
+
+bool KestTitleBarPrivate::parentIsMaximized() const
+{
     const QWidget *const parent = q->parentWidget();
-    if (parent && maximumSizeBtn)
-        maximumSizeBtn->setMaximumSized(parent->windowState() & Qt::WindowMaximized);
+    return parent && parent->windowState() & Qt::WindowMaximized;
 }
 
 void KestTitleBarPrivate::releaseMaximumSizeButton()
@@ -440,7 +454,7 @@ void KestTitleBar::showEvent(QShowEvent *event)
             button->hide();
     }
     if (guard)
-        d->followState();
+        d->catchUpWithState();
 }
 
 void KestTitleBar::paintEvent(QPaintEvent *)
@@ -472,6 +486,7 @@ void KestTitleBar::actionEvent(QActionEvent *event)
     QAction *const action = event->action();
     if (event->type() == QEvent::ActionAdded) {
         const QPointer<KestTitleBar> guard(this);
+        const Util::QuietLayout quiet(layout());
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->actionIconSize, this);
         // Whoever heard of the new widget may have taken the action away again.

@@ -7,8 +7,10 @@
 #include "KestWidgetItem.h"
 
 #include <QtCore/QList>
+#include <QtCore/QPointer>
 #include <QtGui/QIcon>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QWidget>
 
 #include <memory>
@@ -62,6 +64,31 @@ void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
 */
 QPixmap iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State state,
                    qreal devicePixelRatio);
+
+/*!
+    Keeps a layout from being activated as long as it lives. A widget that is shown activates its
+    parent's layout at once, which moves all others for each one that is added; what changed is laid
+    out when control returns to the event loop.
+*/
+class QuietLayout
+{
+public:
+    explicit QuietLayout(QLayout *layout) : m_layout(layout), m_enabled(layout->isEnabled())
+    {
+        layout->setEnabled(false);
+    }
+    ~QuietLayout()
+    {
+        if (m_layout)
+            m_layout->setEnabled(m_enabled);
+    }
+
+private:
+    Q_DISABLE_COPY(QuietLayout)
+
+    const QPointer<QLayout> m_layout; // weak, since the bar may be deleted meanwhile
+    const bool m_enabled;
+};
 
 /*! Returns \a icon, as it is for QIcon::Off, with exactly \a pixels, and a device pixel ratio of
     1. */

@@ -240,7 +240,8 @@ KestMessageBox::KestMessageBox(Icon icon, const QString &title, const QString &t
     d->buttonBox->setStandardButtons(toBox(buttons));
     d->label->setText(text);
     setWindowTitle(title);
-    setWindowFlags(flags | Qt::FramelessWindowHint | Qt::WindowCloseButtonHint);
+    // There is no window of the system's yet, and nothing for the children to hear of.
+    overrideWindowFlags(flags | Qt::FramelessWindowHint | Qt::WindowCloseButtonHint);
     setIcon(icon);
 }
 

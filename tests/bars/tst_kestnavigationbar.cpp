@@ -147,6 +147,7 @@ private Q_SLOTS:
     void movedActionMayDie();
     void focusMayMoveWhileTheBarDies();
     void nullActionsAreIgnored();
+    void actionsAddedTogetherAreLaidOutTogether();
 };
 
 void tst_KestNavigationBar::positionsAreAnEnum()
@@ -1081,6 +1082,33 @@ void tst_KestNavigationBar::nullActionsAreIgnored()
     QCOMPARE(bar.count(Left), 1);
     QCOMPARE(bar.indexOf(nullptr), -1);
     QVERIFY(bar.actionRect(nullptr).isNull());
+}
+
+void tst_KestNavigationBar::actionsAddedTogetherAreLaidOutTogether()
+{
+    KestNavigationBar bar;
+    bar.addAction(QStringLiteral("first"), Left);
+    bar.resize(800, 50);
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    int places = 0;
+    int last = -1;
+    QVector<QWidget *> buttons { widgetAt(bar, 0, Left) };
+    for (int i = 0; i < 5; ++i) {
+        bar.addAction(QStringLiteral("action %1").arg(i), Left);
+        QWidget *const button = widgetAt(bar, i + 1, Left);
+        QVERIFY(button->isVisible());
+        new OnEvent(button, QEvent::Move, [&places] { ++places; });
+        new OnEvent(button, QEvent::Resize, [&places] { ++places; });
+        buttons.append(button);
+    }
+    QCOMPARE(places, 0);
+    QVERIFY(bar.layout()->isEnabled());
+    QTRY_VERIFY(places > 0);
+    for (QWidget *button : qAsConst(buttons)) {
+        QVERIFY(button->x() > last);
+        last = button->geometry().right();
+    }
 }
 
 QTEST_MAIN(tst_KestNavigationBar)

@@ -23,6 +23,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 #include <QtWidgets/QVBoxLayout>
@@ -255,6 +256,8 @@ private Q_SLOTS:
     void replacedMenuBarMayBeFollowedByAThird();
     void newMenuBarMayDieAtOnce();
     void barWithoutParentIsHarmless();
+    void actionsAddedTogetherAreLaidOutTogether();
+    void maximiseButtonIsPolishedForAChangeAlone();
 };
 
 void tst_KestTitleBar::metaObject()
@@ -1807,6 +1810,53 @@ void tst_KestTitleBar::barWithoutParentIsHarmless()
     painted(&bar);
     bar.onMaximumSizeBtn();
     QVERIFY(bar.isMaximized());
+}
+
+void tst_KestTitleBar::actionsAddedTogetherAreLaidOutTogether()
+{
+    Host host;
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    int places = 0;
+    for (int i = 0; i < 5; ++i) {
+        host.bar->addAction(new QAction(QStringLiteral("action"), &host));
+        auto *button = host.bar->findChildren<KestToolButton *>().constLast();
+        QVERIFY(button->isVisible());
+        new OnEvent(button, QEvent::Move, [&places] { ++places; });
+        new OnEvent(button, QEvent::Resize, [&places] { ++places; });
+    }
+    QCOMPARE(places, 0);
+    QVERIFY(host.bar->layout()->isEnabled());
+    QTRY_VERIFY(places >= 5);
+}
+
+void tst_KestTitleBar::maximiseButtonIsPolishedForAChangeAlone()
+{
+    class CountingStyle : public QProxyStyle
+    {
+    public:
+        using QProxyStyle::polish;
+        void polish(QWidget *widget) override
+        {
+            ++polishes[widget->objectName()];
+            QProxyStyle::polish(widget);
+        }
+
+        QMap<QString, int> polishes;
+    };
+    auto *style = new CountingStyle;
+    const QString before = QApplication::style()->objectName();
+    QApplication::setStyle(style);
+    {
+        Host host;
+        host.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&host));
+        // As often as any other button.
+        QVERIFY(style->polishes.value(QStringLiteral("closeBtn")) > 0);
+        QCOMPARE(style->polishes.value(QStringLiteral("maximumSizeBtn")),
+                 style->polishes.value(QStringLiteral("closeBtn")));
+    }
+    QApplication::setStyle(before);
 }
 
 QTEST_MAIN(tst_KestTitleBar)
