@@ -94,12 +94,11 @@ void KestDialog::setCentralWidget(QWidget *widget)
     if (!isCurrent())
         return;
     if (auto *inner = qobject_cast<QDialog *>(widget)) {
-        d->innerFinished = connect(inner, &QDialog::finished, this, [this, inner](int result) {
-            const QPointer<KestDialog> guard(this);
-            done(result);
-            // It hid itself, and shall be there when this dialog is shown the next time. That is
-            // not for QDialog to know, which would give it the focus.
-            if (guard && d->centralWidget == inner)
+        d->innerFinished = connect(inner, &QDialog::finished, this, &KestDialog::done);
+        // It hid itself, and shall be there when this dialog is shown the next time. That is not
+        // for QDialog to know, which would give it the focus.
+        connect(inner, &QDialog::finished, this, [this, inner] {
+            if (d->centralWidget == inner)
                 inner->QWidget::setVisible(true);
         });
     }
