@@ -16,6 +16,9 @@ namespace {
 
 const int MoveMs = 100; // the handle's way from end to end
 const int HandleInset = 1; // pixels between the track's edge and the handle
+// The device pixels per pixel that the switch is drawn for.
+const qreal SmallestRatio = 1.0 / 16;
+const qreal LargestRatio = 16;
 
 QRect offHandle(const QSize &size)
 {
@@ -206,8 +209,10 @@ void KestSwitchButton::paintEvent(QPaintEvent *)
     QPainter painter(this);
     if (!painter.isActive())
         return;
-    // What is painted on may be finer than the screen: a picture taken of the widget, say.
-    const qreal ratio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
+    // What is painted on may be finer than the screen: a picture taken of the widget, say. It may
+    // claim to be of any fineness, too.
+    const qreal ratio = qBound(
+        SmallestRatio, painter.paintEngine()->paintDevice()->devicePixelRatioF(), LargestRatio);
     const QPixmap picture = d->picture(size(), ratio, isChecked());
 
     QStyleOption option;

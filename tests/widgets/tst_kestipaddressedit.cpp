@@ -2000,15 +2000,26 @@ void tst_KestIPAddressEdit::rangesFromOutsideMayBeAny()
 {
     const int lowest = std::numeric_limits<int>::min();
     const int highest = std::numeric_limits<int>::max();
-    QTextLayout::FormatRange range;
+    const auto bounded = [lowest, highest](qint64 number) {
+        return int(qBound<qint64>(lowest, number, highest));
+    };
     for (const int start : { lowest, -1, 0, 3, highest }) {
         for (const int length : { lowest, -1, 0, 3, highest }) {
             for (const int from : { lowest, -1, 0, 3, highest }) {
                 for (const int to : { lowest, -1, 0, 3, highest }) {
+                    QTextLayout::FormatRange range;
                     range.start = start;
                     range.length = length;
                     QCOMPARE(moveFormatRange(range, from, to), to % 4);
-                    QVERIFY(range.length >= 0);
+                    const qint64 end = qint64(start) + length;
+                    qint64 anchor = from % 4;
+                    if (from % 4 == start)
+                        anchor = end;
+                    else if (from % 4 == end)
+                        anchor = start;
+                    const int first = bounded(qMin<qint64>(anchor, to % 4));
+                    QCOMPARE(range.start, first);
+                    QCOMPARE(range.length, bounded(qMax<qint64>(bounded(anchor), to % 4) - first));
                     const QTextLayout::FormatRange made = createFormatRange(from, to, QPalette());
                     QCOMPARE(made.start, qMin(from % 4, to % 4));
                     QCOMPARE(made.length, qAbs(from % 4 - to % 4));

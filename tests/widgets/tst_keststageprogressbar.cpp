@@ -1397,12 +1397,19 @@ void tst_KestStageProgressBar::overridesMayChangeTheBarWhileItIsPainted()
     {
     public:
         mutable QStringList drawnTexts;
+        mutable QVector<int> values;
 
     protected:
-        void drawStage(QPainter *, int index, const QRectF &, int) const override
+        void drawStage(QPainter *, int index, const QRectF &, int value) const override
         {
+            values.append(value);
+            auto *bar = const_cast<Changing *>(this);
             if (index == 1)
-                const_cast<Changing *>(this)->setStageCount(2);
+                bar->setStageCount(2);
+            if (index == 2)
+                bar->setTextVisible(false);
+            if (index == 3)
+                bar->setValue(50);
         }
         void drawText(QPainter *, int index, const QRectF &, const QString &text) const override
         {
@@ -1416,9 +1423,13 @@ void tst_KestStageProgressBar::overridesMayChangeTheBarWhileItIsPainted()
     rendered(&bar);
     // The picture is of the bar that it was begun for.
     QCOMPARE(bar.drawnTexts, captionsOf(5));
+    QCOMPARE(bar.values, QVector<int>(5, 0));
     QCOMPARE(bar.stageCount(), 2);
     bar.drawnTexts.clear();
+    bar.values.clear();
+    bar.setTextVisible(true);
     rendered(&bar);
+    QCOMPARE(bar.values, QVector<int>(2, 50));
     QCOMPARE(bar.drawnTexts, QStringList({ QStringLiteral("changed"), QStringLiteral("changed") }));
 }
 

@@ -16,6 +16,8 @@
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyleOptionButton>
 
+#include <limits>
+
 namespace {
 
 const QSize Size(40, 20);
@@ -116,6 +118,8 @@ private Q_SLOTS:
     void fitsAnySize_data();
     void fitsAnySize();
     void emptySwitchPaintsNothing();
+    void oddRatiosDoNoHarm_data();
+    void oddRatiosDoNoHarm();
     void handleTakesTenthOfASecond();
     void handleGoesBackInTheSameTime();
     void togglingOnTheWayTurnsTheHandleRound();
@@ -332,6 +336,30 @@ void tst_KestSwitchButton::emptySwitchPaintsNothing()
     QVERIFY(button.grab().isNull());
     button.resize(3, 0);
     QVERIFY(button.grab().isNull());
+}
+
+void tst_KestSwitchButton::oddRatiosDoNoHarm_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::newRow("none") << 0.0;
+    QTest::newRow("negative") << -2.0;
+    QTest::newRow("tiny") << 1e-9;
+    QTest::newRow("huge") << 1e9;
+    QTest::newRow("infinite") << std::numeric_limits<qreal>::infinity();
+    QTest::newRow("not a number") << std::numeric_limits<qreal>::quiet_NaN();
+}
+
+void tst_KestSwitchButton::oddRatiosDoNoHarm()
+{
+    QFETCH(qreal, ratio);
+    KestSwitchButton button;
+    button.resize(Size);
+    const QImage before = rendered(&button);
+    QImage image(Size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    image.setDevicePixelRatio(ratio);
+    button.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    QCOMPARE(rendered(&button), before);
 }
 
 void tst_KestSwitchButton::handleTakesTenthOfASecond()
