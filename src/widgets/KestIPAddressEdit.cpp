@@ -27,8 +27,15 @@ const int LargestNumber = 255;
 
 // The room for a section, and for an address. The NUL at their end is measured as well: it stands
 // for the room that the cursor needs behind the digits.
-const QString SectionTemplate = QStringLiteral(" 000") + QChar();
-const QString AddressTemplate = QStringLiteral(" 000 . 000 . 000 . 000") + QChar();
+QString sectionTemplate()
+{
+    return QStringLiteral(" 000") + QChar();
+}
+
+QString addressTemplate()
+{
+    return QStringLiteral(" 000 . 000 . 000 . 000") + QChar();
+}
 
 // Text that is no number counts as 0: it is the user's to correct.
 bool isAccepted(const QString &text)
@@ -82,7 +89,7 @@ public:
             m_first.setTop(0);
             m_first.setBottom(height - 1);
         }
-        m_first.setWidth(option.fontMetrics.boundingRect(SectionTemplate).width());
+        m_first.setWidth(option.fontMetrics.boundingRect(sectionTemplate()).width());
     }
 
     int dotWidth() const { return m_dotWidth; }
@@ -124,6 +131,22 @@ int moveFormatRange(QTextLayout::FormatRange &range, int from, int to)
     return target;
 }
 
+// What the text cursor is painted in, with a pixel around it for antialiasing. The style is asked
+// for it, and may delete the edit.
+QRect KestIPAddressEditPrivate::cursorRect() const
+{
+    const QPointer<KestIPAddressEdit> guard(q);
+    const int section = q->sectionOfCursorPosition(cursorPosition);
+    const QRect rect = q->rectOfIpSection(section);
+    if (!guard)
+        return QRect();
+    const QRect bounds = q->boundRect(section, rect);
+    const QTextLine line = layouts[size_t(section)].lineAt(0);
+    const qreal x = line.cursorToX(positionInSection(cursorPosition));
+    const QRectF cursor(bounds.left() + x, bounds.top() + cursorAscentOffset, 1, line.height());
+    return cursor.toAlignedRect().adjusted(-1, -1, 1, 1);
+}
+
 KestIPAddressEdit::KestIPAddressEdit(QWidget *parent)
     : QWidget(parent), d(new KestIPAddressEditPrivate(this))
 {
@@ -134,7 +157,10 @@ KestIPAddressEdit::KestIPAddressEdit(QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
     connect(&d->blinkTimer, &QTimer::timeout, this, [this] {
         d->cursorVisible = !d->cursorVisible;
-        update();
+        const QPointer<KestIPAddressEdit> guard(this);
+        const QRect cursor = d->cursorRect();
+        if (guard)
+            update(cursor);
     });
     connect(this, &QWidget::customContextMenuRequested, this,
             &KestIPAddressEdit::onCustomContextMenuRequested);
@@ -235,7 +261,7 @@ QSize KestIPAddressEdit::minimumSizeHint() const
     const int height = metrics.height() + std::max(metrics.leading(), 2 * d->verticalMargin)
         + margins.top() + margins.bottom();
     const int width =
-        metrics.boundingRect(AddressTemplate).width() + margins.left() + margins.right();
+        metrics.boundingRect(addressTemplate()).width() + margins.left() + margins.right();
     QStyleOptionFrame option;
     initStyleOption(&option);
     if (!guard)

@@ -52,6 +52,7 @@ public:
 
     QString text(int section) const { return layouts[size_t(section)].text(); }
 
+    QRect cursorRect() const;
     void copy() const;
     void paste();
     void setCursorPosition(int position);

@@ -241,6 +241,8 @@ private Q_SLOTS:
     void focusOut_data();
     void focusOut();
     void cursorBlinks();
+    void blinkRepaintsTheCursorAlone_data();
+    void blinkRepaintsTheCursorAlone();
     void zeroFlashTimeBlinksOnEveryPass();
     void returnFinishesEditing();
     void returnMayDeleteTheEdit();
@@ -1116,6 +1118,65 @@ void tst_KestIPAddressEdit::cursorBlinks()
     // Keys leave the phase alone.
     typeKey(&edit, QStringLiteral("1"));
     QVERIFY(!recordOf(&edit)->cursorVisible);
+}
+
+void tst_KestIPAddressEdit::blinkRepaintsTheCursorAlone_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    for (const char *state :
+         { "192|168|0|1 @0", "192|168|0|1 @3", "192|168|0|1 @6", "||| @8", "1|22|133|244 @15" }) {
+        QTest::addRow("%s", state) << QString::fromLatin1(state) << Qt::LeftToRight;
+        QTest::addRow("%s, right to left", state) << QString::fromLatin1(state) << Qt::RightToLeft;
+    }
+}
+
+void tst_KestIPAddressEdit::blinkRepaintsTheCursorAlone()
+{
+    QFETCH(QString, state);
+    QFETCH(Qt::LayoutDirection, direction);
+    class PaintedRegion : public QObject
+    {
+    public:
+        QRegion region;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint)
+                region += static_cast<QPaintEvent *>(event)->region();
+            return false;
+        }
+    };
+    QWidget window;
+    window.setLayoutDirection(direction);
+    auto *edit = new Edit(state, &window);
+    window.resize(edit->size());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    edit->setFocus();
+    setState(edit, state);
+    QTimer &timer = recordOf(edit)->blinkTimer;
+    timer.setInterval(100000); // only by hand
+    QCoreApplication::processEvents();
+    const QImage before = rendered(edit);
+
+    PaintedRegion painted;
+    edit->installEventFilter(&painted);
+    QTimerEvent event(timer.timerId());
+    QCoreApplication::sendEvent(&timer, &event);
+    QTRY_VERIFY(!painted.region.isEmpty());
+    edit->removeEventFilter(&painted);
+    const QRect area = painted.region.boundingRect();
+    QVERIFY2(area.width() <= 4 && area.height() <= edit->fontMetrics().height() + 4,
+             qPrintable(QStringLiteral("%1 x %2").arg(area.width()).arg(area.height())));
+
+    const QImage after = rendered(edit);
+    QVERIFY(after != before);
+    for (int y = 0; y < after.height(); ++y) {
+        for (int x = 0; x < after.width(); ++x) {
+            if (!area.contains(x, y))
+                QCOMPARE(after.pixel(x, y), before.pixel(x, y));
+        }
+    }
 }
 
 void tst_KestIPAddressEdit::zeroFlashTimeBlinksOnEveryPass()
