@@ -7,21 +7,19 @@
 #include "KestSeparator.h"
 #include "KestToolButton.h"
 #include "OnEvent.h"
+#include "TitleBarHost.h"
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
-#include <QtCore/QTimer>
 #include <QtCore/QTranslator>
 #include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
-#include <QtGui/QShowEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyle>
@@ -32,51 +30,6 @@
 #include <limits>
 
 namespace {
-
-QIcon icon(const QList<QSize> &sizes, const QColor &color = Qt::red)
-{
-    QIcon result;
-    for (const QSize &size : sizes) {
-        QPixmap pixmap(size);
-        pixmap.fill(color);
-        result.addPixmap(pixmap);
-    }
-    return result;
-}
-
-class TitleBar : public KestTitleBar
-{
-public:
-    using KestTitleBar::doIconRect;
-    using KestTitleBar::KestTitleBar;
-};
-
-// A top-level widget with a title bar, as a shell has one.
-class Host : public QWidget
-{
-public:
-    Host() : bar(new TitleBar(this))
-    {
-        setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint
-                       | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
-        resize(600, 300);
-        bar->setGeometry(0, 0, 600, 48);
-    }
-
-    template <class Widget>
-    Widget *part(const char *name) const
-    {
-        return bar->findChild<Widget *>(QLatin1String(name));
-    }
-    QWidget *button(const char *name) const { return part<QWidget>(name); }
-    QLayout *row() const { return bar->layout(); }
-    QHBoxLayout *actionRow() const
-    {
-        return bar->findChild<QHBoxLayout *>(QStringLiteral("actionLayout"));
-    }
-
-    TitleBar *bar;
-};
 
 class PaintCounter : public QObject
 {
@@ -91,15 +44,6 @@ public:
 
     int count = 0;
 };
-
-// The bar's own painting: ground, icon and title, without the children.
-QImage painted(KestTitleBar *bar)
-{
-    QImage image(bar->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    bar->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
-}
 
 // An icon that can be drawn in any size, and notes the largest one that it was asked for.
 class Drawing : public QIconEngine
@@ -223,7 +167,6 @@ private Q_SLOTS:
     void menuBarIsReplaced();
     void menuBarIsCleared();
     void sameMenuBarAgainChangesNothing();
-    void menuBarMayDie();
 
     void actionsBecomeButtonsInOrder();
     void separatorsAndWidgetsAreTaken();
@@ -232,29 +175,6 @@ private Q_SLOTS:
     void removedCustomWidgetLivesOn();
     void actionIconSizeReachesAllButtons();
 
-    void actionMayDieFirst();
-    void barMayDieFirst();
-    void windowMayDieFirst();
-    void actionMayBeOnTwoBars();
-    void customWidgetMayDieFirst();
-    void actionsMayComeAndGoInASlot();
-    void clickOnACheckableActionIsHandledToTheEnd();
-    void slotMayChangeTheAction_data();
-    void slotMayChangeTheAction();
-    void buttonOutlivesALoopInItsSlot();
-    void menuOfAButtonMayChangeItsAction();
-    void barMayDieInASlotOfItsButton();
-    void newWidgetMayEndItsAction();
-    void ownButtonsMayDie_data();
-    void ownButtonsMayDie();
-    void stateChangeMayDeleteTheBar_data();
-    void stateChangeMayDeleteTheBar();
-    void hidingAButtonMayDeleteTheBar_data();
-    void hidingAButtonMayDeleteTheBar();
-    void focusMayMoveWhileTheBarDies();
-    void replacedMenuBarMayDeleteTheBar();
-    void replacedMenuBarMayBeFollowedByAThird();
-    void newMenuBarMayDieAtOnce();
     void barWithoutParentIsHarmless();
     void actionsAddedTogetherAreLaidOutTogether();
     void maximiseButtonIsPolishedForAChangeAlone();
@@ -1233,15 +1153,6 @@ void tst_KestTitleBar::sameMenuBarAgainChangesNothing()
     QVERIFY(!menuBar->isHidden());
 }
 
-void tst_KestTitleBar::menuBarMayDie()
-{
-    Host host;
-    host.setWindowTitle(QStringLiteral("title"));
-    delete host.bar->menuBar();
-    painted(host.bar);
-    QVERIFY(host.bar->menuBar());
-}
-
 void tst_KestTitleBar::actionsBecomeButtonsInOrder()
 {
     Host host;
@@ -1348,458 +1259,6 @@ void tst_KestTitleBar::actionIconSizeReachesAllButtons()
     host.bar->addAction(&third);
     QCOMPARE(static_cast<KestToolButton *>(host.actionRow()->itemAt(2)->widget())->iconSize(),
              QSize(18, 19));
-}
-
-void tst_KestTitleBar::actionMayDieFirst()
-{
-    Host host;
-    auto *action = new QAction;
-    host.bar->addAction(action);
-    host.show();
-    delete action;
-    QCOMPARE(host.actionRow()->count(), 0);
-    host.bar->setActionIconSize(QSize(10, 10));
-}
-
-void tst_KestTitleBar::barMayDieFirst()
-{
-    Host host;
-    QAction action;
-    QWidgetAction custom(nullptr);
-    const QPointer<QLabel> label(new QLabel);
-    custom.setDefaultWidget(label);
-    host.bar->addAction(&action);
-    host.bar->addAction(&custom);
-    host.show();
-    delete host.bar;
-    action.setText(QStringLiteral("later"));
-    QVERIFY(label.isNull()); // the bar was its parent
-    custom.setText(QStringLiteral("later"));
-    host.setWindowTitle(QStringLiteral("later"));
-}
-
-void tst_KestTitleBar::windowMayDieFirst()
-{
-    QAction action;
-    {
-        Host host;
-        host.bar->addAction(&action);
-        host.bar->menuBar();
-        host.show();
-    }
-    action.setText(QStringLiteral("later"));
-    QVERIFY(action.associatedWidgets().isEmpty());
-}
-
-void tst_KestTitleBar::actionMayBeOnTwoBars()
-{
-    Host first;
-    auto *second = new Host;
-    auto *action = new QAction;
-    first.bar->addAction(action);
-    second->bar->addAction(action);
-    delete second;
-    QCOMPARE(first.actionRow()->count(), 1);
-    action->setObjectName(QStringLiteral("renamed"));
-    QCOMPARE(first.actionRow()->itemAt(0)->widget()->objectName(), QStringLiteral("renamed"));
-    Host third;
-    third.bar->addAction(action);
-    delete action;
-    QCOMPARE(first.actionRow()->count(), 0);
-    QCOMPARE(third.actionRow()->count(), 0);
-}
-
-void tst_KestTitleBar::customWidgetMayDieFirst()
-{
-    Host host;
-    QWidgetAction action(nullptr);
-    auto *label = new QLabel;
-    action.setDefaultWidget(label);
-    host.bar->addAction(&action);
-    delete label;
-    host.bar->removeAction(&action);
-    QCOMPARE(host.actionRow()->count(), 0);
-}
-
-void tst_KestTitleBar::actionsMayComeAndGoInASlot()
-{
-    Host host;
-    host.show();
-    auto *action = new QAction(QStringLiteral("go"));
-    QAction late(QStringLiteral("late"));
-    host.bar->addAction(action);
-    connect(action, &QAction::triggered, host.bar, [&] {
-        host.bar->removeAction(action);
-        host.bar->addAction(&late);
-    });
-    QTest::mouseClick(host.actionRow()->itemAt(0)->widget(), Qt::LeftButton);
-    QCOMPARE(host.actionRow()->count(), 1);
-
-    auto *dying = new QAction(QStringLiteral("die"));
-    host.bar->addAction(dying);
-    connect(dying, &QAction::triggered, host.bar, [dying] { delete dying; });
-    QTest::mouseClick(host.actionRow()->itemAt(1)->widget(), Qt::LeftButton);
-    QCOMPARE(host.actionRow()->count(), 1);
-    delete action;
-}
-
-void tst_KestTitleBar::clickOnACheckableActionIsHandledToTheEnd()
-{
-    Host host;
-    host.show();
-    QAction action(QStringLiteral("check"));
-    action.setCheckable(true);
-    host.bar->addAction(&action);
-    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
-    QSignalSpy toggled(&action, &QAction::toggled);
-    QSignalSpy clicked(static_cast<QAbstractButton *>(button.data()), &QAbstractButton::clicked);
-    QTest::mouseClick(button, Qt::LeftButton);
-    // The check is a change, so the entry is gone; the click is a whole one nevertheless.
-    QCOMPARE(toggled.count(), 1);
-    QCOMPARE(clicked.count(), 1);
-    QVERIFY(action.isChecked());
-    QCOMPARE(host.actionRow()->count(), 0);
-    QVERIFY(!button || button->isHidden());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(button.isNull());
-    // A change that comes from elsewhere takes the button at once.
-    host.bar->addAction(&action);
-    const QPointer<QWidget> second(host.actionRow()->itemAt(0)->widget());
-    action.trigger();
-    QVERIFY(second.isNull());
-}
-
-void tst_KestTitleBar::slotMayChangeTheAction_data()
-{
-    QTest::addColumn<bool>("keyboard");
-    QTest::newRow("mouse") << false;
-    QTest::newRow("keyboard") << true;
-}
-
-void tst_KestTitleBar::slotMayChangeTheAction()
-{
-    QFETCH(bool, keyboard);
-    Host host;
-    host.show();
-    const auto activate = [&host, keyboard] {
-        QWidget *const button = host.actionRow()->itemAt(0)->widget();
-        if (keyboard)
-            QTest::keyClick(button, Qt::Key_Space);
-        else
-            QTest::mouseClick(button, Qt::LeftButton);
-    };
-    QAction action(QStringLiteral("before"));
-    host.bar->addAction(&action);
-    int calls = 0;
-    connect(&action, &QAction::triggered, host.bar, [&] {
-        ++calls;
-        action.setText(QStringLiteral("after"));
-        action.setVisible(true);
-    });
-    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
-    activate();
-    QCOMPARE(calls, 1);
-    QCOMPARE(host.actionRow()->count(), 0);
-    QVERIFY(!button || button->isHidden());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(button.isNull());
-
-    // Put back in the slot, it has a new button.
-    connect(&action, &QAction::triggered, host.bar, [&] { host.bar->addAction(&action); });
-    host.bar->addAction(&action);
-    const QPointer<QWidget> old(host.actionRow()->itemAt(0)->widget());
-    activate();
-    QCOMPARE(calls, 2);
-    QCOMPARE(host.actionRow()->count(), 1);
-    QVERIFY(host.actionRow()->itemAt(0)->widget() != old);
-    QVERIFY(host.actionRow()->itemAt(0)->widget()->isVisible());
-    QVERIFY(!old || old->isHidden());
-}
-
-void tst_KestTitleBar::buttonOutlivesALoopInItsSlot()
-{
-    Host host;
-    host.show();
-    QAction action(QStringLiteral("wait"));
-    host.bar->addAction(&action);
-    const QPointer<QWidget> button(host.actionRow()->itemAt(0)->widget());
-    bool livedOn = false;
-    connect(&action, &QAction::triggered, host.bar, [&] {
-        QTimer::singleShot(0, host.bar, [&] { host.bar->removeAction(&action); });
-        QTest::qWait(50);
-        livedOn = !button.isNull() && button->isHidden();
-    });
-    QTest::mouseClick(button, Qt::LeftButton);
-    QVERIFY(livedOn);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(button.isNull());
-}
-
-void tst_KestTitleBar::menuOfAButtonMayChangeItsAction()
-{
-    Host host;
-    host.show();
-    QMenu menu;
-    QAction *const entry = menu.addAction(QStringLiteral("entry"));
-    QAction action(QStringLiteral("menu"));
-    action.setMenu(&menu);
-    host.bar->addAction(&action);
-    auto *button = static_cast<KestToolButton *>(host.actionRow()->itemAt(0)->widget());
-    button->setPopupMode(QToolButton::InstantPopup);
-    const QPointer<QWidget> watch(button);
-    connect(entry, &QAction::triggered, host.bar,
-            [&action] { action.setText(QStringLiteral("changed")); });
-    QTimer::singleShot(0, &menu, [&menu, entry] {
-        menu.setActiveAction(entry);
-        QTest::keyClick(&menu, Qt::Key_Return);
-    });
-    QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(action.text(), QStringLiteral("changed"));
-    QCOMPARE(host.actionRow()->count(), 0);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(watch.isNull());
-}
-
-void tst_KestTitleBar::barMayDieInASlotOfItsButton()
-{
-    for (const bool keyboard : { false, true }) {
-        Host host;
-        host.show();
-        QAction action(QStringLiteral("die"));
-        host.bar->addAction(&action);
-        QWidget *const button = host.actionRow()->itemAt(0)->widget();
-        connect(&action, &QAction::triggered, &host, [&host] {
-            delete host.bar;
-            host.bar = nullptr;
-        });
-        if (keyboard)
-            QTest::keyClick(button, Qt::Key_Space);
-        else
-            QTest::mouseClick(button, Qt::LeftButton);
-        QVERIFY(!host.bar);
-    }
-}
-
-void tst_KestTitleBar::newWidgetMayEndItsAction()
-{
-    {
-        Host host;
-        auto *action = new QAction(QStringLiteral("short-lived"));
-        const OnEvent filter(host.bar, QEvent::ChildAdded, [action] { delete action; });
-        host.bar->addAction(action);
-        QCOMPARE(host.actionRow()->count(), 0);
-    }
-    {
-        Host host;
-        host.show();
-        QAction action(QStringLiteral("removed at once"));
-        const OnEvent filter(host.bar, QEvent::ChildAdded,
-                             [&] { host.bar->removeAction(&action); });
-        host.bar->addAction(&action);
-        QCOMPARE(host.actionRow()->count(), 0);
-        QVERIFY(host.bar->findChildren<KestToolButton *>().isEmpty());
-        host.bar->addAction(&action);
-        QCOMPARE(host.actionRow()->count(), 1);
-    }
-    {
-        Host host;
-        host.show();
-        QWidgetAction action(nullptr);
-        auto *label = new QLabel;
-        action.setDefaultWidget(label);
-        const OnEvent filter(label, QEvent::ShowToParent, [&] {
-            delete host.bar;
-            host.bar = nullptr;
-        });
-        host.bar->addAction(&action);
-        QVERIFY(!host.bar);
-    }
-}
-
-void tst_KestTitleBar::ownButtonsMayDie_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("close") << QStringLiteral("closeBtn");
-    QTest::newRow("minimise") << QStringLiteral("minimumSizeBtn");
-    QTest::newRow("maximise") << QStringLiteral("maximumSizeBtn");
-}
-
-void tst_KestTitleBar::ownButtonsMayDie()
-{
-    QFETCH(QString, name);
-    Host host;
-    delete host.bar->findChild<QWidget *>(name);
-    host.setWindowFlags(Qt::Window | Qt::FramelessWindowHint); // all buttons would be hidden
-    host.show();
-    host.setWindowFlag(Qt::WindowMaximizeButtonHint);
-    host.show();
-    host.bar->onMaximumSizeBtn();
-    QVERIFY(host.isMaximized());
-    host.bar->onMaximumSizeBtn();
-    QVERIFY(!host.isMaximized());
-    host.setFixedSize(500, 200);
-    QCoreApplication::processEvents();
-    QWidget other;
-    host.bar->setParent(&other);
-    host.bar->onMinimumSizeBtn();
-    host.bar->onCloseBtn();
-    host.bar->setParent(&host);
-}
-
-void tst_KestTitleBar::stateChangeMayDeleteTheBar_data()
-{
-    QTest::addColumn<bool>("click");
-    QTest::newRow("slot") << false;
-    QTest::newRow("click") << true;
-}
-
-void tst_KestTitleBar::stateChangeMayDeleteTheBar()
-{
-    QFETCH(bool, click);
-    for (const bool restore : { false, true }) {
-        Host host;
-        if (restore)
-            host.setWindowState(Qt::WindowMaximized);
-        host.show();
-        const OnEvent filter(&host, QEvent::WindowStateChange, [&host] {
-            delete host.bar;
-            host.bar = nullptr;
-        });
-        if (click)
-            QTest::mouseClick(host.button("maximumSizeBtn"), Qt::LeftButton);
-        else
-            host.bar->onMaximumSizeBtn();
-        QVERIFY(!host.bar);
-    }
-}
-
-void tst_KestTitleBar::hidingAButtonMayDeleteTheBar_data()
-{
-    ownButtonsMayDie_data();
-}
-
-void tst_KestTitleBar::hidingAButtonMayDeleteTheBar()
-{
-    QFETCH(QString, name);
-    {
-        Host host;
-        host.show();
-        host.overrideWindowFlags(Qt::Window | Qt::FramelessWindowHint);
-        QWidget *const button = host.bar->findChild<QWidget *>(name);
-        const OnEvent filter(button, QEvent::HideToParent, [&host] {
-            delete host.bar;
-            host.bar = nullptr;
-        });
-        // No more than the event: QWidget itself needs a widget that outlives its show().
-        QShowEvent event;
-        QCoreApplication::sendEvent(host.bar, &event);
-        QVERIFY(!host.bar);
-    }
-    if (name != QStringLiteral("maximumSizeBtn"))
-        return;
-    {
-        Host host;
-        host.show();
-        const OnEvent filter(host.button("maximumSizeBtn"), QEvent::HideToParent, [&host] {
-            delete host.bar;
-            host.bar = nullptr;
-        });
-        host.bar->onMaximumSizeBtn();
-        QVERIFY(!host.bar);
-    }
-    {
-        Host host;
-        host.show();
-        host.button("maximumSizeBtn")->setAttribute(Qt::WA_UnderMouse);
-        const OnEvent filter(host.button("maximumSizeBtn"), QEvent::HideToParent, [&host] {
-            delete host.bar;
-            host.bar = nullptr;
-        });
-        host.setFixedSize(500, 200);
-        QTRY_VERIFY(!host.bar);
-    }
-}
-
-void tst_KestTitleBar::focusMayMoveWhileTheBarDies()
-{
-    Host host;
-    QAction first(QStringLiteral("first"));
-    QAction second(QStringLiteral("second"));
-    QAction late(QStringLiteral("late"));
-    host.bar->addAction(&first);
-    host.bar->addAction(&second);
-    host.show();
-    host.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&host));
-    host.actionRow()->itemAt(1)->widget()->setFocus();
-    QVERIFY(host.actionRow()->itemAt(1)->widget()->hasFocus());
-    int changes = 0;
-    const QPointer<TitleBar> bar(host.bar);
-    const auto connection = connect(qApp, &QApplication::focusChanged, &host, [&] {
-        if (++changes > 1)
-            return;
-        host.setWindowIcon(icon({ QSize(24, 24) }));
-        host.setWindowTitle(QStringLiteral("dying"));
-        host.setWindowState(Qt::WindowMaximized);
-        bar->setActionIconSize(QSize(10, 10));
-        bar->removeAction(&first);
-        bar->addAction(&late);
-    });
-    delete host.bar;
-    QVERIFY(changes > 0);
-    disconnect(connection);
-    QVERIFY(late.associatedWidgets().isEmpty());
-    host.setWindowTitle(QStringLiteral("dead"));
-}
-
-void tst_KestTitleBar::replacedMenuBarMayDeleteTheBar()
-{
-    for (const QEvent::Type type : { QEvent::HideToParent, QEvent::ParentChange }) {
-        Host host;
-        const QPointer<QMenuBar> old(host.bar->menuBar());
-        host.show();
-        QTRY_VERIFY(old->isVisible());
-        const OnEvent filter(old, type, [&host] {
-            delete host.bar;
-            host.bar = nullptr;
-        });
-        QScopedPointer<QMenuBar> next(new QMenuBar);
-        host.bar->setMenuBar(next.data());
-        QVERIFY(!host.bar);
-        QVERIFY(!next->parent());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-}
-
-void tst_KestTitleBar::replacedMenuBarMayBeFollowedByAThird()
-{
-    Host host;
-    const QPointer<QMenuBar> old(host.bar->menuBar());
-    host.show();
-    QTRY_VERIFY(old->isVisible());
-    const QPointer<QMenuBar> second(new QMenuBar);
-    const QPointer<QMenuBar> third(new QMenuBar);
-    const OnEvent filter(old, QEvent::HideToParent, [&] { host.bar->setMenuBar(third); });
-    host.bar->setMenuBar(second);
-    QCOMPARE(host.bar->menuBar(), third);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(old.isNull());
-    QVERIFY(second.isNull());
-    QCOMPARE(host.row()->itemAt(0)->layout()->count(), 1);
-    QCOMPARE(host.row()->itemAt(0)->layout()->itemAt(0)->widget(), third);
-}
-
-void tst_KestTitleBar::newMenuBarMayDieAtOnce()
-{
-    Host host;
-    const QPointer<QMenuBar> old(host.bar->menuBar());
-    host.show();
-    QTRY_VERIFY(old->isVisible());
-    auto *next = new QMenuBar;
-    const OnEvent filter(old, QEvent::HideToParent, [next] { delete next; });
-    host.bar->setMenuBar(next);
-    QCOMPARE(host.row()->itemAt(0)->layout()->count(), 0);
-    QVERIFY(host.bar->menuBar());
 }
 
 void tst_KestTitleBar::barWithoutParentIsHarmless()
