@@ -1052,18 +1052,24 @@ void tst_KestNavigationBar::focusMayMoveWhileTheBarDies()
     int changes = 0;
     widgetAt(*bar, 0, Left)->setFocus();
     const auto connection = connect(qApp, &QApplication::focusChanged, &window, [&] {
-        if (++changes > 2)
+        if (++changes > 1) {
+            // The one that came late has the focus now, and goes with it.
+            QCOMPARE(bar->indexOf(&late), -1);
+            bar->removeAction(&late);
             return;
+        }
         // Whatever is asked, the lists hold no entry that is on its way out.
         QCOMPARE(bar->indexOf(&left), -1);
         QVERIFY(bar->actionRect(&left).isNull());
         bar->setIconSize(QSize(20, 20));
         bar->removeAction(&left);
         bar->addAction(&late, Left);
+        const QSignalBlocker blocker(qApp);
+        widgetAt(*bar, groupLayout(*bar, Left)->count() - 1, Left)->setFocus();
     });
     delete bar;
     disconnect(connection);
-    QVERIFY(changes > 0);
+    QVERIFY(changes > 1);
     QVERIFY(late.associatedWidgets().isEmpty());
 }
 

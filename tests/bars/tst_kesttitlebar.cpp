@@ -787,7 +787,9 @@ void tst_KestTitleBar::extremePositionsDoNoHarm()
         host.bar->setLayoutDirection(direction);
         host.bar->resize(600, 48);
         painted(host.bar);
-        // The icon is far away, not back on the bar by an overflow.
+        // The icon is far away, or has no room, and is not back on the bar by an overflow.
+        if (position.height() == std::numeric_limits<int>::max())
+            QVERIFY(!host.bar->doIconRect().isValid());
         if (position.width() != 8)
             QVERIFY(!host.bar->doIconRect().intersects(host.bar->rect()));
     }
@@ -899,7 +901,7 @@ void tst_KestTitleBar::modifiedMarkComesAndGoes()
     auto *bar = new KestTitleBar(frame);
     frame->setWindowTitle(QStringLiteral("part[*]"));
     frame->show();
-    QCoreApplication::processEvents();
+    QTest::qWait(50); // until nothing is left to paint
     PaintCounter counter(bar);
     frame->setWindowModified(true);
     QTRY_COMPARE(counter.count, 1);
