@@ -31,6 +31,53 @@ QRect onHandle(const QSize &size)
     return offHandle(size).translated(size.width() - size.height(), 0);
 }
 
+// All that a switch's picture depends on.
+struct SwitchLook
+{
+    QSize size;
+    qreal ratio;
+    QRect handle;
+    QBrush background;
+    QColor backgroundBorder;
+    QBrush handleBrush;
+    QColor handleBorder;
+
+    bool operator!=(const SwitchLook &other) const
+    {
+        return size != other.size || ratio != other.ratio || handle != other.handle
+            || background != other.background || backgroundBorder != other.backgroundBorder
+            || handleBrush != other.handleBrush || handleBorder != other.handleBorder;
+    }
+};
+
+struct SwitchPicture
+{
+    SwitchLook look;
+    QPixmap pixmap;
+};
+
+// A width that is no whole number of device pixels is rounded up, so that the picture reaches the
+// widget's edge without being stretched.
+QPixmap draw(const SwitchLook &look)
+{
+    QPixmap pixmap(qCeil(look.size.width() * look.ratio), qCeil(look.size.height() * look.ratio));
+    pixmap.setDevicePixelRatio(look.ratio);
+    pixmap.fill(Qt::transparent);
+
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    painter.setPen(look.backgroundBorder);
+    painter.setBrush(look.background);
+    const int radius = look.size.height() / 2;
+    painter.drawRoundedRect(QRect(QPoint(), look.size), radius, radius, Qt::AbsoluteSize);
+
+    painter.setPen(look.handleBorder);
+    painter.setBrush(look.handleBrush);
+    painter.drawEllipse(look.handle);
+    return pixmap;
+}
+
 } // namespace
 
 class KestSwitchButtonPrivate
@@ -46,9 +93,11 @@ public:
     QColor checkedHandleBorderColor = Qt::transparent;
     QVariantAnimation handleAnimation; // its value is the handle's rectangle
     QSize cachedSizeHint;
+    SwitchPicture pictures[2]; // unchecked, checked
 
     void moveHandle(bool checked);
-    QPixmap picture(const QSize &size, qreal ratio, bool checked) const;
+    SwitchLook look(const QSize &size, qreal ratio, bool checked) const;
+    QPixmap picture(const QSize &size, qreal ratio, bool checked);
 };
 
 void KestSwitchButtonPrivate::moveHandle(bool checked)
@@ -58,26 +107,37 @@ void KestSwitchButtonPrivate::moveHandle(bool checked)
     handleAnimation.start();
 }
 
-// A width that is no whole number of device pixels is rounded up, so that the picture reaches the
-// widget's edge without being stretched.
-QPixmap KestSwitchButtonPrivate::picture(const QSize &size, qreal ratio, bool checked) const
+SwitchLook KestSwitchButtonPrivate::look(const QSize &size, qreal ratio, bool checked) const
 {
-    QPixmap pixmap(qCeil(size.width() * ratio), qCeil(size.height() * ratio));
-    pixmap.setDevicePixelRatio(ratio);
-    pixmap.fill(Qt::transparent);
+    const QRect handle = handleAnimation.currentValue().toRect();
+    if (checked) {
+        return { size,
+                 ratio,
+                 handle,
+                 checkedBackground,
+                 checkedBackgroundBorderColor,
+                 checkedHandleBrush,
+                 checkedHandleBorderColor };
+    }
+    return { size,
+             ratio,
+             handle,
+             uncheckedBackground,
+             uncheckedBackgroundBorderColor,
+             uncheckedHandleBrush,
+             uncheckedHandleBorderColor };
+}
 
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-
-    painter.setPen(checked ? checkedBackgroundBorderColor : uncheckedBackgroundBorderColor);
-    painter.setBrush(checked ? checkedBackground : uncheckedBackground);
-    const int radius = size.height() / 2;
-    painter.drawRoundedRect(QRect(QPoint(), size), radius, radius, Qt::AbsoluteSize);
-
-    painter.setPen(checked ? checkedHandleBorderColor : uncheckedHandleBorderColor);
-    painter.setBrush(checked ? checkedHandleBrush : uncheckedHandleBrush);
-    painter.drawEllipse(handleAnimation.currentValue().toRect());
-    return pixmap;
+// The last picture of either state is kept: most paints find nothing changed.
+QPixmap KestSwitchButtonPrivate::picture(const QSize &size, qreal ratio, bool checked)
+{
+    SwitchLook wanted = look(size, ratio, checked);
+    SwitchPicture &kept = pictures[checked ? 1 : 0];
+    if (kept.pixmap.isNull() || kept.look != wanted) {
+        kept.pixmap = draw(wanted);
+        kept.look = std::move(wanted);
+    }
+    return kept.pixmap;
 }
 
 KestSwitchButton::KestSwitchButton(QWidget *parent)

@@ -115,6 +115,9 @@ private Q_SLOTS:
     void looksLikeItsDrawing_data();
     void looksLikeItsDrawing();
     void customColorsArePainted();
+    void eachChangeIsDrawnAnew_data();
+    void eachChangeIsDrawnAnew();
+    void unchangedSwitchIsDrawnOnce();
     void fitsAnySize_data();
     void fitsAnySize();
     void emptySwitchPaintsNothing();
@@ -298,6 +301,94 @@ void tst_KestSwitchButton::customColorsArePainted()
     button.setChecked(true);
     clock.advanceBy(100);
     QCOMPARE(rendered(&button), expectedImage(on, OnHandle));
+}
+
+void tst_KestSwitchButton::eachChangeIsDrawnAnew_data()
+{
+    QTest::addColumn<QByteArray>("property");
+    for (const char *property :
+         { "uncheckedBackground", "uncheckedBackgroundBorderColor", "uncheckedHandleBrush",
+           "uncheckedHandleBorderColor", "checkedBackground", "checkedBackgroundBorderColor",
+           "checkedHandleBrush", "checkedHandleBorderColor", "checked" })
+        QTest::newRow(property) << QByteArray(property);
+}
+
+void tst_KestSwitchButton::eachChangeIsDrawnAnew()
+{
+    QFETCH(QByteArray, property);
+    AnimationClock clock;
+    const bool checked = property.startsWith("checked");
+    KestSwitchButton button;
+    button.resize(Size);
+    if (property != "checked") {
+        button.setChecked(checked);
+        clock.advanceBy(100);
+    }
+    const auto change = [&property](KestSwitchButton *changed) {
+        const QVariant value = changed->property(property);
+        if (value.userType() == QMetaType::QBrush)
+            changed->setProperty(property, QBrush(QColor(9, 87, 65)));
+        else if (value.userType() == QMetaType::QColor)
+            changed->setProperty(property, QColor(9, 87, 65));
+        else
+            changed->setChecked(true);
+    };
+    const QImage before = rendered(&button);
+    change(&button);
+    const QImage after = rendered(&button);
+    QVERIFY(after != before);
+
+    KestSwitchButton fresh;
+    fresh.resize(Size);
+    if (property != "checked") {
+        fresh.setChecked(checked);
+        clock.advanceBy(100);
+    }
+    change(&fresh);
+    QCOMPARE(after, rendered(&fresh));
+    // The way of the handle, another fineness, and back again.
+    clock.advanceBy(100);
+    const QImage arrived = rendered(&button);
+    QCOMPARE(arrived, rendered(&fresh));
+    QVERIFY(rendered(&button, 2.0) != arrived);
+    QCOMPARE(rendered(&button), arrived);
+    // A switch that is off keeps its handle where it is when it gets wider.
+    KestSwitchButton wide;
+    wide.resize(Size);
+    rendered(&wide);
+    wide.resize(Size.width() + 20, Size.height());
+    QCOMPARE(rendered(&wide), expectedImage(offLook(), OffHandle, 1.0, Size + QSize(20, 0)));
+}
+
+void tst_KestSwitchButton::unchangedSwitchIsDrawnOnce()
+{
+    // The style is handed each picture: the same one has the same key.
+    class KeyStyle : public QProxyStyle
+    {
+    public:
+        QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                    const QStyleOption *option) const override
+        {
+            keys.append(pixmap.cacheKey());
+            return QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+        }
+
+        mutable QVector<qint64> keys;
+    };
+    AnimationClock clock;
+    KeyStyle style;
+    KestSwitchButton button;
+    button.setStyle(&style);
+    button.resize(Size);
+    for (int i = 0; i < 4; ++i) {
+        rendered(&button);
+        button.toggle();
+        clock.advanceBy(100);
+    }
+    QCOMPARE(style.keys.size(), 4);
+    QVERIFY(style.keys.at(1) != style.keys.at(0));
+    QCOMPARE(style.keys.at(2), style.keys.at(0));
+    QCOMPARE(style.keys.at(3), style.keys.at(1));
 }
 
 void tst_KestSwitchButton::fitsAnySize_data()
