@@ -166,11 +166,9 @@ QList<QAbstractButton *> KestMessageBoxPrivate::buttons() const
     return buttonBox ? buttonBox->buttons() : QList<QAbstractButton *>();
 }
 
-// Of a standard button that a host has deleted the button box keeps the address.
 QPushButton *KestMessageBoxPrivate::standardButton(QDialogButtonBox::StandardButton button) const
 {
-    QPushButton *const held = buttonBox ? buttonBox->button(button) : nullptr;
-    return buttons().contains(held) ? held : nullptr;
+    return buttonBox ? buttonBox->button(button) : nullptr;
 }
 
 QAbstractButton *KestMessageBoxPrivate::firstWithRole(QDialogButtonBox::ButtonRole role) const

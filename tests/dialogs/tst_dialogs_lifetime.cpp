@@ -70,6 +70,26 @@ public:
     std::function<void()> action;
 };
 
+// Does something whenever the object that it filters gets an event of a type.
+class EventSlot : public QObject
+{
+public:
+    EventSlot(QEvent::Type type, const std::function<void()> &action)
+        : m_type(type), m_action(action)
+    { }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == m_type)
+            m_action();
+        return false;
+    }
+
+private:
+    QEvent::Type m_type;
+    std::function<void()> m_action;
+};
+
 } // namespace
 
 class tst_Dialogs_Lifetime : public QObject
@@ -86,6 +106,7 @@ private Q_SLOTS:
     void clickMayReplaceTheButtons();
     void clickMayDeleteTheBox();
     void letterMayDeleteTheBox();
+    void dyingBoxIsWholeForTheSlotsItCalls_data();
     void dyingBoxIsWholeForTheSlotsItCalls();
     void dyingButtonsMayAskForOthers();
     void deletedStandardButtonIsForgotten();
@@ -275,17 +296,29 @@ void tst_Dialogs_Lifetime::letterMayDeleteTheBox()
     QTRY_VERIFY(box.isNull());
 }
 
+void tst_Dialogs_Lifetime::dyingBoxIsWholeForTheSlotsItCalls_data()
+{
+    QTest::addColumn<bool>("focusOnTitleBar");
+    QTest::newRow("focus on a button") << false;
+    QTest::newRow("focus on the title bar") << true;
+}
+
 void tst_Dialogs_Lifetime::dyingBoxIsWholeForTheSlotsItCalls()
 {
+    QFETCH(bool, focusOnTitleBar);
     // A host's pointer to a widget is still there while the widget's children die.
     const QPointer<Box> box(new Box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"),
                                     Box::Ok | Box::Apply));
     QPushButton *const own = box->addButton(QStringLiteral("Own"), Box::ActionRole);
     QVERIFY(activate(box));
+    if (focusOnTitleBar)
+        box->titleBar()->setFocus();
     int calls = 0;
+    bool busy = false;
     const auto use = [&] {
-        if (!box)
+        if (!box || busy)
             return;
+        busy = true;
         ++calls;
         box->text();
         box->standardButton(nullptr);
@@ -293,14 +326,17 @@ void tst_Dialogs_Lifetime::dyingBoxIsWholeForTheSlotsItCalls()
         for (QAbstractButton *button : box->findChildren<QAbstractButton *>())
             button->click();
         box->clickedButton();
+        busy = false;
     };
+    EventSlot hidden(QEvent::Hide, use);
+    box->installEventFilter(&hidden);
+    connect(own, &QObject::destroyed, this, use);
     const QMetaObject::Connection connection =
         connect(qApp, &QApplication::focusChanged, this, use);
-    connect(own, &QObject::destroyed, this, use);
     delete box;
     disconnect(connection);
     QVERIFY(box.isNull());
-    QVERIFY(calls >= 2);
+    QVERIFY(calls >= 3);
 }
 
 void tst_Dialogs_Lifetime::dyingButtonsMayAskForOthers()

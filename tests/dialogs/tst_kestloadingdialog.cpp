@@ -341,29 +341,35 @@ void tst_KestLoadingDialog::hidingEndsIt()
 
 void tst_KestLoadingDialog::hidingEndsItOverAWindowThatWasNeverShown_data()
 {
-    QTest::addColumn<bool>("close");
-    QTest::newRow("hide") << false;
-    QTest::newRow("close") << true;
+    QTest::addColumn<QString>("way");
+    for (const char *way : { "hide", "close", "delete" })
+        QTest::newRow(way) << QString::fromLatin1(way);
 }
 
 void tst_KestLoadingDialog::hidingEndsItOverAWindowThatWasNeverShown()
 {
-    QFETCH(bool, close);
+    QFETCH(QString, way);
     Window window;
-    KestLoadingDialog overlay(&window);
-    QTimer::singleShot(5000, &overlay, &KestLoadingDialog::done);
-    QCOMPARE(execAnd(&overlay,
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    QTimer::singleShot(5000, overlay, &KestLoadingDialog::done);
+    QCOMPARE(execAnd(overlay,
                      [&] {
-                         if (close)
-                             overlay.close();
+                         if (way == QLatin1String("hide"))
+                             overlay->hide();
+                         else if (way == QLatin1String("close"))
+                             overlay->close();
                          else
-                             overlay.hide();
+                             QTimer::singleShot(0, &window, [&] { delete overlay; });
                      }),
              KestLoadingDialog::Canceled);
+    if (way == QLatin1String("delete")) {
+        QVERIFY(overlay.isNull());
+        return;
+    }
     // Hidden before its window is shown, it stays so, and runs again.
     window.show();
-    QVERIFY(!overlay.isVisible());
-    QCOMPARE(execAnd(&overlay, [&] { overlay.done(); }), KestLoadingDialog::Done);
+    QVERIFY(!overlay->isVisible());
+    QCOMPARE(execAnd(overlay, [&] { overlay->done(); }), KestLoadingDialog::Done);
 }
 
 void tst_KestLoadingDialog::hidingTheWindowEndsIt()
@@ -584,6 +590,7 @@ void tst_KestLoadingDialog::focusMovesOnWhereItCannotGoBack()
             edit->setParent(&other);
         overlay.done();
     });
+    QVERIFY(!other.focusWidget());
     // The next one in the order of the Tab key.
     QCOMPARE(QApplication::focusWidget(), form.edits[0]);
     QCOMPARE(form.focusWidget(), form.edits[0]);
