@@ -27,6 +27,19 @@ class KestTitleBar;
 
     The dialog owns what it is given: a title bar or central widget that is replaced, or cleared
     with a null pointer, is hidden at once and deleted when control returns to the event loop.
+
+    Whenever it is shown the keyboard focus is in the contents: in the tab order the title bar comes
+    last.
+
+    What is different from other dialogs:
+
+    - The dialog has a layout of its own; yours goes on a central widget.
+    - setWindowFlags() replaces the flags that make the frame. setWindowFlag() changes a single one
+      and keeps them.
+    - Where the library draws the frame itself, everywhere but on Windows, the size of the dialog
+      includes the margin of its shadow, 8 pixels on each side while it is neither maximised nor
+      full screen.
+    - setCentralWidget() does not resize a dialog that was given a size, or is shown.
 */
 class KEST_EXPORT KestDialog : public QDialog
 {
@@ -40,7 +53,8 @@ public:
 
     /*! Returns the title bar; creates and sets a new one where there is none. */
     KestTitleBar *titleBar() const;
-    /*! Makes \a bar the title bar, which moves the dialog; null leaves it without one. */
+    /*! Makes \a bar, which may come without a parent, the title bar, which moves the dialog; null
+        leaves it without one. */
     void setTitleBar(KestTitleBar *bar);
 
     /*! Returns the central widget, or null. */
@@ -49,8 +63,9 @@ public:
         Makes \a widget the central widget, below the title bar; null removes it.
 
         The dialog takes over the widget's window title unless it is empty, and its later changes.
-        When the widget is a QDialog, finishing it finishes this dialog with the same result. The
-        size of the dialog is left to its layout.
+        When the widget is a QDialog, finishing it finishes this dialog with the same result, and
+        it is there again when this dialog is shown the next time. The size of the dialog is left
+        to its layout.
     */
     void setCentralWidget(QWidget *widget);
 

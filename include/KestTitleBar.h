@@ -10,10 +10,10 @@
 
 QT_BEGIN_NAMESPACE
 class QMenuBar;
+class Ui_KestTitleBar;
 QT_END_NAMESPACE
 
 class KestTitleBarPrivate;
-class Ui_KestTitleBar;
 
 /*!
     \class KestTitleBar

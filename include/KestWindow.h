@@ -45,6 +45,28 @@ class KestWindowPrivate;
 
     The window is moved by its title bar, or by its navigation bar while the title bar is hidden,
     and by every further widget given to addMoveBar().
+
+    Whenever it is shown the keyboard focus is in the contents: in the tab order the navigation bar
+    and the title bar come last. Status tips go to the status bar, where there is one.
+
+    What is different from other windows:
+
+    - setCentralWidget() resizes the window: call resize() after it.
+    - The window has a layout of its own; yours goes on a central widget.
+    - setWindowFlags() replaces the flags that make the frame. setWindowFlag() changes a single one
+      and keeps them.
+    - Where the library draws the frame itself, everywhere but on Windows, the size of the window
+      includes the margin of its shadow, 8 pixels on each side while it is neither maximised nor
+      full screen.
+    - A QMainWindow as central widget is no window any more and gets no close event. A subclass of
+      KestWindow hands it on:
+
+    \code
+    void closeEvent(QCloseEvent *event) override
+    {
+        QCoreApplication::sendEvent(centralWidget(), event); // which may ignore it
+    }
+    \endcode
 */
 class KEST_EXPORT KestWindow : public QWidget
 {
@@ -62,8 +84,9 @@ public:
     /*! Returns the title bar; creates and sets a new one where there is none. */
     KestTitleBar *titleBar() const;
     /*!
-        Makes \a bar the title bar. The old one is hidden and deleted later. Null leaves the
-        window without a title bar, and a navigation bar then moves the window.
+        Makes \a bar the title bar, which moves the window while it is shown. It may come without
+        a parent. The old one is hidden and deleted later. Null leaves the window without a title
+        bar, and a navigation bar then moves the window.
     */
     void setTitleBar(KestTitleBar *bar);
 
@@ -88,8 +111,8 @@ public:
         Makes \a widget the central widget; null removes it.
 
         The window takes over the widget's window title, also when it changes later, and its
-        window icon, and is resized to the widget's size plus the height of the title bar. The
-        widget fills its background from now on.
+        window icon, and is resized to the widget's size plus the height of the title bar: a size
+        for the window has to be set after this. The widget fills its background from now on.
     */
     void setCentralWidget(QWidget *widget);
 

@@ -274,7 +274,7 @@ void KestTitleBar::setMenuBar(QMenuBar *menuBar)
 {
     if (d->menuBar == menuBar)
         return;
-    const QPointer<QMenuBar> old(d->menuBar);
+    const QPointer<QMenuBar> old(d->menuBar.data());
     const QPointer<KestTitleBar> guard(this);
     d->menuBar = menuBar;
     update();
@@ -299,9 +299,9 @@ QMenuBar *KestTitleBar::menuBar() const
     if (d->menuBar)
         return d->menuBar;
     auto *self = const_cast<KestTitleBar *>(this);
-    const QPointer<QMenuBar> created(new QMenuBar(self));
-    self->setMenuBar(created);
-    return created;
+    const QPointer<KestTitleBar> guard(self);
+    self->setMenuBar(new QMenuBar(self));
+    return guard ? d->menuBar.data() : nullptr;
 }
 
 bool KestTitleBar::iconIsVisible() const

@@ -21,12 +21,7 @@ public:
 
 KestToolButton::KestToolButton(QWidget *parent) : QToolButton(parent), d(new KestToolButtonPrivate)
 {
-    connect(this, &QAbstractButton::toggled, this, [this] {
-        const QPointer<KestToolButton> guard(this);
-        style()->unpolish(this);
-        if (guard)
-            style()->polish(this);
-    });
+    connect(this, &QAbstractButton::toggled, this, &KestToolButton::polishAnew);
 }
 
 KestToolButton::~KestToolButton()
@@ -85,7 +80,7 @@ void KestToolButton::mouseReleaseEvent(QMouseEvent *event)
     // QAbstractButton is prepared for that, while QToolButton notes the release afterwards, which
     // only matters where the press was on the menu's part of the button, and is no click.
     if (isDown())
-        QAbstractButton::mouseReleaseEvent(event);
+        QAbstractButton::mouseReleaseEvent(event); // NOLINT(bugprone-parent-virtual-call)
     else
         QToolButton::mouseReleaseEvent(event);
 }
@@ -101,4 +96,12 @@ void KestToolButton::paintEvent(QPaintEvent *)
             QIcon(icon().pixmap(window()->windowHandle(), iconSize(), QIcon::Selected, state));
     }
     style()->drawComplexControl(QStyle::CC_ToolButton, &option, &painter, this);
+}
+
+void KestToolButton::polishAnew()
+{
+    const QPointer<KestToolButton> guard(this);
+    style()->unpolish(this);
+    if (guard)
+        style()->polish(this);
 }

@@ -46,6 +46,8 @@ protected:
 
 private:
     Q_DISABLE_COPY(KestToolButton)
+    void polishAnew();
+
     KestToolButtonPrivate *d;
 };
 

@@ -88,6 +88,7 @@ KestWidgetItem::~KestWidgetItem()
 void KestWidgetItem::release()
 {
     disconnect(d->nameConnection);
+    disconnect(this, &KestWidgetItem::iconSizeChanged, nullptr, nullptr);
     d->action = nullptr;
     d->widget = nullptr;
 }

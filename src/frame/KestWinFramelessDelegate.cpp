@@ -40,6 +40,19 @@ HWND handleOf(const QWidget *widget)
     return reinterpret_cast<HWND>(widget->internalWinId());
 }
 
+// Knows whether a widget still has the native window that it had when a call left the library.
+class NativeWindowGuard
+{
+public:
+    explicit NativeWindowGuard(QWidget *widget) : m_widget(widget), m_window(handleOf(widget)) { }
+
+    bool holds() const { return m_widget && handleOf(m_widget) == m_window; }
+
+private:
+    const QPointer<QWidget> m_widget;
+    const HWND m_window;
+};
+
 bool isCompositionEnabled()
 {
     BOOL enabled = FALSE;
@@ -282,11 +295,11 @@ void KestWinFramelessDelegate::showSystemMenu(const QPoint &pos)
     }
 
     // The menu has a loop of its own, in which the window may die, or get another native one.
-    const QPointer<QWidget> widget(d->widget);
+    const NativeWindowGuard guard(d->widget);
     const qreal ratio = qGuiApp->devicePixelRatio();
     const int command = TrackPopupMenuEx(menu, TPM_RETURNCMD, int(pos.x() * ratio),
                                          int(pos.y() * ratio), window, nullptr);
-    if (command && widget && handleOf(widget) == window)
+    if (command && guard.holds())
         PostMessageW(window, WM_SYSCOMMAND, WPARAM(command), 0);
 }
 
@@ -365,8 +378,18 @@ bool KestWinFramelessDelegate::nativeEvent(const QByteArray &eventType, void *me
         showSystemMenu(d->widget->pos());
         *result = 0;
         return true;
-    case WM_SETFOCUS:
-        return !announceFocus();
+    case WM_SETFOCUS: {
+        const NativeWindowGuard guard(d->widget);
+        announceFocus();
+        // Without its window the message goes nowhere.
+        return !guard.holds();
+    }
+    case WM_SETTINGCHANGE:
+    case WM_DISPLAYCHANGE: {
+        const NativeWindowGuard guard(d->widget);
+        renewWorkRect(msg);
+        return !guard.holds();
+    }
     default:
         return false;
     }
@@ -510,6 +533,18 @@ void KestWinFramelessDelegate::placeMaximized(MSG *msg)
     pos->cy = covering.height();
 }
 
+// The task bar or the screen changed: the monitor is the same, what is left of it is not. The
+// system may have placed its maximised windows anew before it tells.
+void KestWinFramelessDelegate::renewWorkRect(MSG *msg)
+{
+    if (msg->message == WM_SETTINGCHANGE && msg->wParam != SPI_SETWORKAREA)
+        return;
+    d->monitor = nullptr;
+    if (IsZoomed(msg->hwnd)) {
+        SetWindowPos(msg->hwnd, nullptr, 0, 0, 0, 0, FrameChanged | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
 bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)
 {
     if (!msg->wParam) {
@@ -544,19 +579,15 @@ bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)
 }
 
 // The system does not say what gave the window the focus; the keys and buttons that are down do.
-// Returns whether the native window is still there afterwards.
-bool KestWinFramelessDelegate::announceFocus()
+void KestWinFramelessDelegate::announceFocus()
 {
     Qt::FocusReason reason = Qt::TabFocusReason;
     if (isKeyDown(VK_LBUTTON) || isKeyDown(VK_RBUTTON))
         reason = Qt::MouseFocusReason;
     else if (isKeyDown(VK_SHIFT))
         reason = Qt::BacktabFocusReason;
-    const QPointer<QWidget> widget(d->widget);
-    const HWND window = handleOf(widget);
     QFocusEvent event(QEvent::FocusIn, reason);
-    QCoreApplication::sendEvent(widget, &event);
-    return widget && handleOf(widget) == window;
+    QCoreApplication::sendEvent(d->widget, &event);
 }
 
 void KestWinFramelessDelegate::watch(QWidget *bar)

@@ -7,9 +7,11 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 
-class KestWinFramelessDelegatePrivate;
+QT_BEGIN_NAMESPACE
 class QPoint;
 class QWidget;
+QT_END_NAMESPACE
+class KestWinFramelessDelegatePrivate;
 struct tagMSG;
 using MSG = tagMSG;
 
@@ -64,8 +66,9 @@ private:
     void savePlacement();
     void restorePlacement();
     void placeMaximized(MSG *msg);
+    void renewWorkRect(MSG *msg);
     bool calculateClientArea(MSG *msg, long *result);
-    bool announceFocus();
+    void announceFocus();
     bool isFixedSize() const;
 
     KestWinFramelessDelegatePrivate *d;

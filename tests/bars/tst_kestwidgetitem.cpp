@@ -361,9 +361,12 @@ void tst_KestWidgetItem::connectionsEndWithTheItem()
         item->release();
         action.setObjectName(QStringLiteral("released"));
         QCOMPARE(count().second, before.second);
+        Q_EMIT item->iconSizeChanged(QSize(99, 99));
     }
     if (widget)
         QVERIFY(widget->objectName() != QStringLiteral("released"));
+    if (auto *button = qobject_cast<KestToolButton *>(widget))
+        QCOMPARE(button->iconSize(), IconSize);
 }
 
 void tst_KestWidgetItem::buttonIsDismissedInItsOwnEvent()

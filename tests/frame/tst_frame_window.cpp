@@ -11,11 +11,14 @@
 #include "RealInput.h"
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QUrl>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
@@ -74,6 +77,15 @@ private Q_SLOTS:
     void dragToTheTopMaximises();
     void dragDownRestores();
     void fixedSizeDoesNotMaximise();
+    void draggedToTheTopComesBackWithinReach();
+    void maximisedWindowHasNoEdge_data();
+    void maximisedWindowHasNoEdge();
+
+    void dragThatLosesItsBarFreesTheMouse_data();
+    void dragThatLosesItsBarFreesTheMouse();
+    void dragThatLosesItsWindowCostsNoClick_data();
+    void dragThatLosesItsWindowCostsNoClick();
+    void edgeDragThatLosesItsWindowIsOver();
 
     void buttonsMinimiseMaximiseAndClose();
     void maximiseButtonChangesItsLook();
@@ -82,6 +94,10 @@ private Q_SLOTS:
 
     void dialogIsMovedAndClosed();
     void dialogStaysOnTopOfItsParent();
+    void dialogHasItsEdgesWhereverItIsPlaced();
+    void typedTextGoesToTheContents_data();
+    void typedTextGoesToTheContents();
+    void dialogShownAgainTakesTypedText();
     void windowIsUsableWithoutShadow();
     void shadowBlendsWithACompositor();
 
@@ -356,6 +372,190 @@ void tst_Frame_Window::fixedSizeDoesNotMaximise()
     QVERIFY(frame().top() < WindowRect.top());
 }
 
+void tst_Frame_Window::draggedToTheTopComesBackWithinReach()
+{
+    // By a row of the bar that puts all others above the screen.
+    KestTitleBar *const bar = m_window->titleBar();
+    const QPoint start = bar->mapToGlobal(QPoint(bar->width() / 2, bar->height() - 4));
+    RealInput::moveTo(start);
+    RealInput::press();
+    RealInput::settle(80);
+    RealInput::glideTo(QPoint(start.x(), 1));
+    QTRY_VERIFY(m_window->isMaximized());
+    RealInput::release();
+    RealInput::settle(500);
+    RealInput::doubleClick(onTitleBar());
+    QTRY_VERIFY(!m_window->isMaximized());
+    QTRY_COMPARE(frame().size(), WindowRect.size());
+    QTRY_COMPARE(RealInput::windowPosition(m_window->winId()), QPoint(WindowRect.x(), -Shadow));
+    RealInput::settle(500);
+    RealInput::drag(onTitleBar(), onTitleBar() + QPoint(30, 200));
+    QTRY_COMPARE(frame(), QRect(WindowRect.x() + 30, 200 - Shadow, 520, 360));
+}
+
+void tst_Frame_Window::maximisedWindowHasNoEdge_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char *how : { "double click", "button", "program", "full screen" })
+        QTest::newRow(how) << how;
+}
+
+void tst_Frame_Window::maximisedWindowHasNoEdge()
+{
+    QFETCH(QString, how);
+    const size_t arrow = hashOfCursor(Qt::ArrowCursor);
+    const size_t vertical = hashOfCursor(Qt::SizeVerCursor);
+    m_window->setStyleSheet(QStringLiteral("KestWindow { border: none }"));
+    RealInput::settle(60);
+    KestTitleBar *const bar = m_window->titleBar();
+    const auto *button = bar->findChild<QWidget *>(QStringLiteral("maximumSizeBtn"));
+    // The topmost row of the bar belongs to the edge.
+    const QPoint row = how == QLatin1String("button")
+        ? QPoint(button->mapToGlobal(button->rect().center()).x(), frame().top() + Shadow)
+        : QPoint(onTitleBar().x(), frame().top() + Shadow);
+    QCOMPARE(row.y(), bar->mapToGlobal(QPoint(0, 0)).y());
+    RealInput::moveTo(row + QPoint(0, 30));
+    RealInput::glideTo(row, 4);
+    RealInput::settle(60);
+    QCOMPARE(RealInput::cursorHash(), vertical);
+
+    if (how == QLatin1String("double click"))
+        RealInput::doubleClick(row);
+    else if (how == QLatin1String("button"))
+        RealInput::click(row);
+    else if (how == QLatin1String("program"))
+        m_window->showMaximized();
+    else
+        m_window->showFullScreen();
+    QTRY_VERIFY(m_window->isMaximized() || m_window->isFullScreen());
+    QTRY_COMPARE(frame().size(), screenRect().size());
+    RealInput::settle(500); // so that the press below is no double click
+    RealInput::moveTo(frame().center());
+    RealInput::glideTo(frame().center() + QPoint(40, 40), 4);
+    QTRY_COMPARE(RealInput::cursorHash(), arrow);
+    QCOMPARE(frame().size(), screenRect().size());
+
+    // Its bar restores it.
+    RealInput::moveTo(QPoint(500, 20));
+    RealInput::press();
+    RealInput::settle(80);
+    RealInput::glideTo(QPoint(520, 120), 4);
+    RealInput::release();
+    QTRY_VERIFY(!m_window->isMaximized() && !m_window->isFullScreen());
+    QTRY_COMPARE(frame().size(), WindowRect.size());
+}
+
+void tst_Frame_Window::dragThatLosesItsBarFreesTheMouse_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char *how : { "hidden", "removed", "deleted", "replaced" })
+        QTest::newRow(how) << how;
+}
+
+void tst_Frame_Window::dragThatLosesItsBarFreesTheMouse()
+{
+    QFETCH(QString, how);
+    auto *button = new QPushButton(QStringLiteral("Press"));
+    m_window->setCentralWidget(button);
+    QVERIFY(settleAt(WindowRect));
+    QSignalSpy clicked(button, &QPushButton::clicked);
+    const QPoint start = onTitleBar();
+    RealInput::moveTo(start);
+    RealInput::press();
+    RealInput::settle(80);
+    RealInput::glideTo(start + QPoint(30, 30), 3);
+    QTRY_COMPARE(frame(), WindowRect.translated(30, 30));
+    if (how == QLatin1String("hidden"))
+        m_window->titleBar()->hide();
+    else if (how == QLatin1String("removed"))
+        m_window->removeMoveBar(m_window->titleBar());
+    else if (how == QLatin1String("deleted"))
+        delete m_window->titleBar();
+    else
+        m_window->setTitleBar(nullptr);
+    RealInput::glideTo(start + QPoint(60, 60), 3);
+    RealInput::release();
+    RealInput::settle(100);
+    QCOMPARE(frame(), WindowRect.translated(30, 30));
+    RealInput::click(button->mapToGlobal(button->rect().center()));
+    QTRY_COMPARE(clicked.count(), 1);
+}
+
+void tst_Frame_Window::dragThatLosesItsWindowCostsNoClick_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char *how : { "modal", "hidden", "minimised" })
+        QTest::newRow(how) << how;
+}
+
+void tst_Frame_Window::dragThatLosesItsWindowCostsNoClick()
+{
+    QFETCH(QString, how);
+    KestDialog dialog;
+    auto *button = new QPushButton(QStringLiteral("Press"));
+    dialog.setCentralWidget(button);
+    dialog.setGeometry(50, 40, 200, 140);
+    dialog.setModal(how == QLatin1String("modal"));
+    QSignalSpy clicked(button, &QPushButton::clicked);
+    if (!dialog.isModal()) {
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        RealInput::settle(100);
+    }
+    const QPoint start = onTitleBar();
+    RealInput::moveTo(start);
+    RealInput::press();
+    RealInput::settle(80);
+    RealInput::glideTo(start + QPoint(30, 30), 3);
+    QTRY_COMPARE(frame(), WindowRect.translated(30, 30));
+    if (how == QLatin1String("modal")) {
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    } else if (how == QLatin1String("hidden")) {
+        m_window->hide();
+    } else {
+        m_window->showMinimized();
+    }
+    RealInput::settle(100);
+    RealInput::glideTo(start + QPoint(60, 60), 3);
+    RealInput::release();
+    RealInput::settle(100);
+    const QPoint place = RealInput::windowPosition(dialog.winId());
+    RealInput::click(place + button->mapTo(&dialog, button->rect().center()));
+    QTRY_COMPARE(clicked.count(), 1);
+    dialog.hide();
+
+    // Nor does the window go on moving, or hold the mouse, when it is back.
+    m_window->showNormal();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    RealInput::settle(100);
+    const QPoint position = RealInput::windowPosition(m_window->winId());
+    RealInput::glideTo(frame().center(), 4);
+    RealInput::settle(60);
+    QCOMPARE(RealInput::windowPosition(m_window->winId()), position);
+}
+
+void tst_Frame_Window::edgeDragThatLosesItsWindowIsOver()
+{
+    const QPoint edge(frame().right() - 3, frame().center().y() + 40);
+    RealInput::moveTo(edge - QPoint(60, 0));
+    RealInput::glideTo(edge, 4);
+    RealInput::press();
+    RealInput::glideTo(edge + QPoint(30, 0), 4);
+    QTRY_COMPARE(frame().width(), WindowRect.width() + 30 - 3 + Shadow - 1);
+    const QSize size = frame().size();
+    m_window->hide();
+    RealInput::settle(60);
+    RealInput::release();
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    RealInput::settle(100);
+    RealInput::moveTo(frame().center());
+    RealInput::glideTo(frame().center() + QPoint(20, 30), 4);
+    RealInput::settle(60);
+    QCOMPARE(frame().size(), size);
+}
+
 void tst_Frame_Window::buttonsMinimiseMaximiseAndClose()
 {
     const auto button = [this](const char *name) {
@@ -493,6 +693,119 @@ void tst_Frame_Window::dialogStaysOnTopOfItsParent()
     RealInput::click(onTitleBar() + QPoint(-200, 0));
     RealInput::settle(100);
     QTRY_COMPARE(RealInput::pixel(onDialog), 0xD9D9D9u);
+}
+
+void tst_Frame_Window::dialogHasItsEdgesWhereverItIsPlaced()
+{
+    // Of some places that a window manager chooses Qt does not hear.
+    const size_t arrow = hashOfCursor(Qt::ArrowCursor);
+    const size_t horizontal = hashOfCursor(Qt::SizeHorCursor);
+    KestDialog dialog(m_window.get());
+    dialog.resize(300, 200);
+    int misplaced = 0;
+    for (int show = 0; show < 8; ++show) {
+        RealInput::moveTo(QPoint(5, screenRect().bottom() - 5));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        RealInput::settle(100);
+        const QPoint place = RealInput::windowPosition(dialog.winId());
+        misplaced += place != dialog.pos();
+        const QSize size = dialog.size();
+        const QPoint edge = place + QPoint(size.width() - 3, 120);
+        RealInput::moveTo(edge - QPoint(60, 0));
+        RealInput::settle(40);
+        QCOMPARE(RealInput::cursorHash(), arrow);
+        RealInput::glideTo(edge, 4);
+        RealInput::settle(40);
+        QCOMPARE(RealInput::cursorHash(), horizontal);
+        RealInput::press();
+        RealInput::glideTo(edge + QPoint(20, 0), 4);
+        RealInput::release();
+        QTRY_COMPARE(dialog.size(), size + QSize(20 - 3 + Shadow, 0));
+        QCOMPARE(RealInput::windowPosition(dialog.winId()), place);
+        dialog.hide();
+        RealInput::settle(30);
+    }
+    qInfo("the window manager put the dialog elsewhere %d times", misplaced);
+}
+
+void tst_Frame_Window::typedTextGoesToTheContents_data()
+{
+    QTest::addColumn<QString>("shell");
+    for (const char *shell :
+         { "window", "window filled late", "dialog", "dialog filled late", "QDialog" })
+        QTest::newRow(shell) << shell;
+}
+
+void tst_Frame_Window::typedTextGoesToTheContents()
+{
+    QFETCH(QString, shell);
+    QWidget *const form = shell == QLatin1String("QDialog") ? new QDialog : new QWidget;
+    auto *layout = new QVBoxLayout(form);
+    auto *text = new QPlainTextEdit;
+    text->setTabChangesFocus(true);
+    auto *edit = new QLineEdit;
+    auto *ok = new QPushButton(QStringLiteral("OK"));
+    ok->setDefault(true);
+    for (QWidget *widget : QList<QWidget *> { text, edit, ok })
+        layout->addWidget(widget);
+    std::unique_ptr<QWidget> top;
+    KestTitleBar *bar = nullptr;
+    const bool late = shell.endsWith(QLatin1String("late"));
+    if (shell.startsWith(QLatin1String("window"))) {
+        auto window = std::make_unique<KestWindow>();
+        if (late)
+            window->show();
+        window->navigationBar()->addHelp(QUrl(), QIcon(), KestNavigationBar::Right);
+        window->setCentralWidget(form);
+        bar = window->titleBar();
+        top = std::move(window);
+    } else {
+        auto dialog = std::make_unique<KestDialog>();
+        if (late)
+            dialog->show();
+        dialog->setCentralWidget(form);
+        bar = dialog->titleBar();
+        connect(ok, &QPushButton::clicked, dialog.get(), &QDialog::accept);
+        top = std::move(dialog);
+    }
+    top->resize(400, 300);
+    top->show();
+    QVERIFY(QTest::qWaitForWindowActive(top.get()));
+    RealInput::type(QStringLiteral("ab"));
+    QTRY_COMPARE(text->toPlainText(), QStringLiteral("ab"));
+    RealInput::key(QStringLiteral("Return"));
+    RealInput::settle(60);
+    QVERIFY(top->isVisible());
+    QCOMPARE(text->toPlainText(), QStringLiteral("ab\n"));
+    RealInput::key(QStringLiteral("Tab"));
+    RealInput::type(QStringLiteral("c"));
+    QTRY_COMPARE(edit->text(), QStringLiteral("c"));
+    RealInput::key(QStringLiteral("Shift+Tab"));
+    RealInput::key(QStringLiteral("Shift+Tab"));
+    QTRY_COMPARE(QApplication::focusWidget(), bar);
+    RealInput::key(QStringLiteral("Tab"));
+    QTRY_COMPARE(QApplication::focusWidget(), text);
+}
+
+void tst_Frame_Window::dialogShownAgainTakesTypedText()
+{
+    KestDialog dialog(m_window.get());
+    auto *edit = new QLineEdit;
+    dialog.setCentralWidget(edit);
+    dialog.resize(300, 200);
+    auto *close = dialog.titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn"));
+    for (const char *text : { "a", "b", "c" }) {
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        RealInput::settle(60);
+        edit->clear();
+        RealInput::type(QString::fromLatin1(text));
+        QTRY_COMPARE(edit->text(), QString::fromLatin1(text));
+        RealInput::click(RealInput::windowPosition(dialog.winId())
+                         + close->mapTo(&dialog, close->rect().center()));
+        QTRY_VERIFY(!dialog.isVisible());
+    }
 }
 
 void tst_Frame_Window::windowIsUsableWithoutShadow()

@@ -128,6 +128,7 @@ private Q_SLOTS:
 
     void titleBarMovesTheDialog();
     void newTitleBarMovesTheDialogAtOnce();
+    void barWithoutParentFollowsTheDialog();
     void furtherMoveBarsMoveTheDialog();
 
     void firstShowHasRoomForTheContents();
@@ -609,6 +610,29 @@ void tst_KestDialog::newTitleBarMovesTheDialogAtOnce()
     dialog.setTitleBar(bar);
     QVERIFY(!bar->isVisible());
     QVERIFY(movesItsWindow(bar));
+}
+
+void tst_KestDialog::barWithoutParentFollowsTheDialog()
+{
+    // Hidden, or shown by mistake as a window of its own.
+    for (const bool shown : { false, true }) {
+        KestDialog dialog;
+        dialog.resize(400, 300);
+        auto *bar = new KestTitleBar;
+        if (shown)
+            bar->show();
+        dialog.setTitleBar(bar);
+        QCOMPARE(bar->parentWidget(), &dialog);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QTRY_VERIFY(bar->isVisible());
+        QVERIFY(movesItsWindow(bar));
+        const auto *button = bar->findChild<QWidget *>(QStringLiteral("maximumSizeBtn"));
+        dialog.showMaximized();
+        QTRY_VERIFY(button->property("maximumsized").toBool());
+        dialog.showNormal();
+        QTRY_VERIFY(!button->property("maximumsized").toBool());
+    }
 }
 
 void tst_KestDialog::furtherMoveBarsMoveTheDialog()

@@ -43,10 +43,10 @@ public:
 
     QSize minimumSizeHint() const override { return hint; }
 
+    QEvent::Type moment = QEvent::None; // when it deletes its delegate
     QWidget *bar;
     QPointer<KestFramelessDelegate> delegate;
     QSize hint;
-    QEvent::Type moment = QEvent::None; // when it deletes its delegate
 
 protected:
     bool event(QEvent *event) override

@@ -132,6 +132,7 @@ private Q_SLOTS:
     void newWindowHasANameAndASize();
     void windowIsTopLevelWithAndWithoutParent();
     void windowOffersAllWindowButtons();
+    void singleFlagLeavesTheFrame();
     void metaObjectHasOneSlotOnly();
     void layoutsStandInOrder();
     void newWindowHasATitleBarAndAnEmptyCentralWidget();
@@ -167,6 +168,7 @@ private Q_SLOTS:
     void newTitleBarMovesTheWindowOnceItIsShown();
     void visibleBarMovesTheWindowAtOnce();
     void barWithoutParentMovesTheWindow();
+    void barWithoutParentFollowsTheWindow();
     void replacedNavigationBarNoLongerMovesTheWindow();
     void furtherMoveBarsMoveTheWindow();
 
@@ -245,6 +247,14 @@ void tst_KestWindow::windowOffersAllWindowButtons()
         const auto *button = window.titleBar()->findChild<QWidget *>(QLatin1String(name));
         QVERIFY2(button && button->isVisible(), name);
     }
+}
+
+void tst_KestWindow::singleFlagLeavesTheFrame()
+{
+    KestWindow window;
+    const Qt::WindowFlags flags = window.windowFlags();
+    window.setWindowFlag(Qt::WindowStaysOnTopHint);
+    QCOMPARE(window.windowFlags(), flags | Qt::WindowStaysOnTopHint);
 }
 
 void tst_KestWindow::metaObjectHasOneSlotOnly()
@@ -751,6 +761,27 @@ void tst_KestWindow::barWithoutParentMovesTheWindow()
         bar->hide();
         QVERIFY(movesItsWindow(window.navigationBar()));
     }
+}
+
+void tst_KestWindow::barWithoutParentFollowsTheWindow()
+{
+    KestWindow window;
+    window.setWindowIcon(redIcon());
+    auto *bar = new KestTitleBar;
+    window.setTitleBar(bar);
+    window.resize(500, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto *button = bar->findChild<QWidget *>(QStringLiteral("maximumSizeBtn"));
+    QCOMPARE(bar->layout()->contentsMargins().left(), 16 + 8 + 16); // icon, position and gap
+    window.showMaximized();
+    QTRY_VERIFY(button->property("maximumsized").toBool());
+    window.showNormal();
+    QTRY_VERIFY(!button->property("maximumsized").toBool());
+    QPixmap larger(24, 24);
+    larger.fill(Qt::blue);
+    window.setWindowIcon(QIcon(larger));
+    QCOMPARE(bar->layout()->contentsMargins().left(), 24 + 8 + 16);
 }
 
 void tst_KestWindow::replacedNavigationBarNoLongerMovesTheWindow()

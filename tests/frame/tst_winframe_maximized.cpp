@@ -34,6 +34,7 @@ std::unique_ptr<Shell> coloredShell()
 {
     auto shell = std::make_unique<Shell>();
     shell->titleBar()->setIconVisible(false);
+    shell->titleBar()->setFocusPolicy(Qt::NoFocus); // which themes show
     shell->setCentralWidget(new QWidget);
     const auto fill = [](QWidget *widget, unsigned color) {
         widget->setStyleSheet(
@@ -134,6 +135,9 @@ private Q_SLOTS:
     void contentsFillTheWorkAreaFromTheStart();
     void contentsOfADialogFillTheWorkArea();
     void clickIntoTheCornerCloses();
+    void windowHiddenAtOnceStaysHidden();
+    void windowRestoredAtOnceStaysRestored();
+    void windowHiddenNormalComesBackNormal();
 
 private:
     std::unique_ptr<KestWindow> m_window;
@@ -288,6 +292,44 @@ void tst_WinFrame_Maximized::clickIntoTheCornerCloses()
     const int inner = qCeil(qApp->devicePixelRatio()) - 1;
     RealInput::click(workArea(m_window.get()).topRight() + QPoint(-inner, inner));
     QTRY_VERIFY(!m_window->isVisible());
+}
+
+void tst_WinFrame_Maximized::windowHiddenAtOnceStaysHidden()
+{
+    m_window->showMaximized();
+    RealInput::settle(100);
+    m_window->hide();
+    m_window->show();
+    m_window->hide();
+    RealInput::settle(200);
+    QVERIFY(!m_window->isVisible());
+    QVERIFY(!IsWindowVisible(handleOf(m_window.get())));
+}
+
+void tst_WinFrame_Maximized::windowRestoredAtOnceStaysRestored()
+{
+    m_window->showMaximized();
+    RealInput::settle(100);
+    m_window->hide();
+    m_window->show();
+    m_window->showNormal();
+    RealInput::settle(200);
+    QVERIFY(!m_window->isMaximized());
+    QVERIFY(!IsZoomed(handleOf(m_window.get())));
+}
+
+void tst_WinFrame_Maximized::windowHiddenNormalComesBackNormal()
+{
+    // What it was when it was hidden is restored.
+    m_window->show();
+    RealInput::settle(100);
+    m_window->hide();
+    m_window->showMaximized();
+    RealInput::settle(200);
+    QVERIFY(!IsZoomed(handleOf(m_window.get())));
+    QVERIFY(!m_window->isMaximized());
+    m_window->showMaximized();
+    QCOMPARE(flaws(m_window.get()), QString());
 }
 
 int main(int argc, char *argv[])

@@ -36,12 +36,19 @@ private Q_SLOTS:
     void otherWindowsAreLeftAlone();
     void windowWithoutAFrameCoversTheWorkAreaOnly();
     void zoomedWindowIsNotMoved();
+    void newWorkAreaIsTaken_data();
+    void newWorkAreaIsTaken();
+    void otherSettingsChangeNothing();
 
     void layoutCoversAMaximizedWindow();
     void layoutKeepsToTheMarginsElse_data();
     void layoutKeepsToTheMarginsElse();
 
 private:
+    // What is left of a window of \a outside for its contents.
+    QRect contentsOf(const QRect &outside);
+    // What \a message does; whether it was consumed is in the result.
+    bool send(UINT message, WPARAM wParam = 0);
     // Where a window ends up that is to be placed at \a wanted.
     QRect place(const QRect &wanted, UINT flags = 0);
 
@@ -86,6 +93,26 @@ QRect tst_WinFrame_Placing::place(const QRect &wanted, UINT flags)
     return consumed || result != 7 ? QRect() : QRect(m_pos.x, m_pos.y, m_pos.cx, m_pos.cy);
 }
 
+QRect tst_WinFrame_Placing::contentsOf(const QRect &outside)
+{
+    NCCALCSIZE_PARAMS params = {};
+    params.rgrc[0] = { outside.left(), outside.top(), outside.right() + 1, outside.bottom() + 1 };
+    MSG msg = { m_windows.window, WM_NCCALCSIZE, TRUE, reinterpret_cast<LPARAM>(&params) };
+    long result = 7;
+    if (!m_delegate->nativeEvent(QByteArray(), &msg, &result))
+        return QRect();
+    const RECT &contents = params.rgrc[0];
+    return QRect(QPoint(contents.left, contents.top),
+                 QPoint(contents.right - 1, contents.bottom - 1));
+}
+
+bool tst_WinFrame_Placing::send(UINT message, WPARAM wParam)
+{
+    MSG msg = { m_windows.window, message, wParam, 0 };
+    long result = 0;
+    return m_delegate->nativeEvent(QByteArray(), &msg, &result);
+}
+
 void tst_WinFrame_Placing::maximizedWindowCoversTheWorkArea_data()
 {
     QTest::addColumn<QRect>("wanted");
@@ -102,16 +129,7 @@ void tst_WinFrame_Placing::maximizedWindowCoversTheWorkArea()
     QFETCH(QRect, wanted);
     QCOMPARE(place(wanted), Covering);
     // Which the system's frame leaves the work area of.
-    NCCALCSIZE_PARAMS params = {};
-    params.rgrc[0] = { Covering.left(), Covering.top(), Covering.right() + 1,
-                       Covering.bottom() + 1 };
-    MSG msg = { m_windows.window, WM_NCCALCSIZE, TRUE, reinterpret_cast<LPARAM>(&params) };
-    long result = 7;
-    QVERIFY(m_delegate->nativeEvent(QByteArray(), &msg, &result));
-    const RECT &contents = params.rgrc[0];
-    QCOMPARE(
-        QRect(QPoint(contents.left, contents.top), QPoint(contents.right - 1, contents.bottom - 1)),
-        WorkArea);
+    QCOMPARE(contentsOf(Covering), WorkArea);
 }
 
 void tst_WinFrame_Placing::halfOfAPlaceIsCompleted_data()
@@ -182,6 +200,52 @@ void tst_WinFrame_Placing::zoomedWindowIsNotMoved()
     m_windows.zoomed = false;
     QCoreApplication::sendEvent(m_window, &changed);
     QVERIFY(m_window->pos() != QPoint(200, 150));
+}
+
+void tst_WinFrame_Placing::newWorkAreaIsTaken_data()
+{
+    QTest::addColumn<UINT>("message");
+    QTest::addColumn<WPARAM>("wParam");
+    QTest::newRow("task bar") << UINT(WM_SETTINGCHANGE) << WPARAM(SPI_SETWORKAREA);
+    QTest::newRow("screen") << UINT(WM_DISPLAYCHANGE) << WPARAM(32);
+}
+
+void tst_WinFrame_Placing::newWorkAreaIsTaken()
+{
+    QFETCH(UINT, message);
+    QFETCH(WPARAM, wParam);
+    QCOMPARE(contentsOf(Covering), WorkArea);
+    const QRect later = WorkArea.adjusted(0, 0, 0, -50);
+    m_windows.workAreas[m_windows.monitor] = later;
+    m_windows.takeCalls();
+    QVERIFY(!send(message, wParam));
+    // The system is made to ask.
+    QCOMPARE(m_windows.takeCalls(), QStringList(QStringLiteral("SetWindowPos 0,0 0x0 0x37")));
+    QCOMPARE(contentsOf(Covering), later);
+
+    // Where the window is not maximised nothing is to be asked for before it is.
+    m_windows.zoomed = false;
+    m_windows.workAreas[m_windows.monitor] = WorkArea;
+    m_windows.takeCalls();
+    QVERIFY(!send(message, wParam));
+    QCOMPARE(m_windows.takeCalls(), QStringList());
+    m_windows.zoomed = true;
+    QCOMPARE(contentsOf(Covering), WorkArea);
+
+    m_windows.during[QStringLiteral("SetWindowPos")] = [this] {
+        delete m_window;
+        m_window = nullptr;
+    };
+    QVERIFY(send(message, wParam));
+}
+
+void tst_WinFrame_Placing::otherSettingsChangeNothing()
+{
+    QCOMPARE(contentsOf(Covering), WorkArea);
+    m_windows.takeCalls();
+    QVERIFY(!send(WM_SETTINGCHANGE));
+    QVERIFY(!send(WM_SETTINGCHANGE, SPI_SETWORKAREA + 1));
+    QCOMPARE(m_windows.takeCalls(), QStringList());
 }
 
 void tst_WinFrame_Placing::layoutCoversAMaximizedWindow()

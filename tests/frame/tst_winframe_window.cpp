@@ -199,6 +199,8 @@ private Q_SLOTS:
     void frameOfAMaximizedWindowIsBeyondTheWorkArea();
     void minimizeButton();
     void closeButton();
+    void icon_data();
+    void icon();
     void maximizedPlacementSurvivesHiding();
 
     void styleOfTheWindow();
@@ -209,6 +211,7 @@ private Q_SLOTS:
     void altSpaceOpensTheSystemMenu();
     void systemMenuOfAMaximizedWindow();
     void systemMenuOfAFixedWindow();
+    void systemMenuOfALimitedWindow();
     void systemMenuOfAMinimizedWindow();
     void chosenCommandReachesTheWindow();
 
@@ -581,6 +584,35 @@ void tst_WinFrame_Window::closeButton()
     QTRY_VERIFY(!m_window->isVisible());
 }
 
+void tst_WinFrame_Window::icon_data()
+{
+    QTest::addColumn<QSize>("maximum");
+    QTest::addColumn<bool>("closes");
+    QTest::newRow("of a window") << QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) << true;
+    QTest::newRow("of a window of limited size") << QSize(900, 700) << false;
+}
+
+void tst_WinFrame_Window::icon()
+{
+    QFETCH(QSize, maximum);
+    QFETCH(bool, closes);
+    m_window->setMaximumSize(maximum);
+    RealInput::settle(50);
+    const QPoint point =
+        m_window->titleBar()->mapToGlobal(QPoint(24, m_window->titleBar()->height() / 2));
+    QCOMPARE(hitTest(m_window.get(), point), HTSYSMENU);
+    // A press opens no menu: there is no system menu in the window's style.
+    RealInput::click(point);
+    RealInput::settle(100);
+    const HWND popup = FindWindowW(L"#32768", nullptr);
+    QVERIFY(!popup || !IsWindowVisible(popup));
+    RealInput::settle(600); // no double click
+    RealInput::doubleClick(point);
+    RealInput::settle(200);
+    QCOMPARE(!m_window->isVisible(), closes);
+    QVERIFY(!m_window->isMaximized());
+}
+
 void tst_WinFrame_Window::maximizedPlacementSurvivesHiding()
 {
     const HWND window = handleOf(m_window.get());
@@ -679,6 +711,24 @@ void tst_WinFrame_Window::systemMenuOfAFixedWindow()
     const QHash<UINT, UINT> expected {
         { SC_RESTORE, MF_GRAYED },  { SC_MOVE, 0 },  { SC_SIZE, MF_DISABLED }, { SC_MINIMIZE, 0 },
         { SC_MAXIMIZE, MF_GRAYED }, { SC_CLOSE, 0 },
+    };
+    QCOMPARE(menu.states, expected);
+}
+
+void tst_WinFrame_Window::systemMenuOfALimitedWindow()
+{
+    // It has lost the style of a minimise button, not the entry.
+    m_window->setMaximumSize(900, 700);
+    m_window->setParent(nullptr, m_window->windowFlags() | Qt::WindowStaysOnTopHint);
+    m_window->show();
+    RealInput::settle(50);
+    QVERIFY(!(GetWindowLongW(handleOf(m_window.get()), GWL_STYLE) & WS_MINIMIZEBOX));
+    const QPoint point = centerOf(m_window->titleBar());
+    const OpenMenu menu =
+        systemMenu(m_window.get(), [&] { releaseRightButton(m_window.get(), point); });
+    const QHash<UINT, UINT> expected {
+        { SC_RESTORE, MF_GRAYED }, { SC_MOVE, 0 },     { SC_SIZE, 0 },
+        { SC_MINIMIZE, 0 },        { SC_MAXIMIZE, 0 }, { SC_CLOSE, 0 },
     };
     QCOMPARE(menu.states, expected);
 }
