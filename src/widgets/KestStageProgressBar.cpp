@@ -125,7 +125,8 @@ qint64 KestStageProgressBarPrivate::contentsHeight() const
     qint64 highest = 0;
     for (const QString &text : texts)
         highest = qMax(highest, qint64(captionHeight(text)));
-    const qint64 perStage = qMax((4 * r * n - 3 * r) / n, highest + 2 * metrics.leading());
+    const qint64 leading = metrics.leading();
+    const qint64 perStage = qMax((4 * r * n - 3 * r) / n, highest + 2 * leading);
     return n * perStage + qMax(qint64(0), captionHeight(texts.constFirst()) - r);
 }
 
