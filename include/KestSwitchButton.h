@@ -39,7 +39,8 @@ class KestSwitchButtonPrivate;
     It is a checkable QAbstractButton: clicks, the space key, setChecked(), toggled() and button
     groups are Qt's. Four brushes and four border colours give the look of the two states; a
     disabled switch looks like a disabled icon of the style. On is at the right in right-to-left
-    layouts too.
+    layouts too. A switch that got the focus by the keyboard shows a ring in the palette's text
+    colour.
 
     The colours change at once with the state. The handle takes 100 ms to its new end, but its
     motion asks for no repaint of its own: a paint shows it where it is by then. After setChecked(),

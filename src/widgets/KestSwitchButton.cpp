@@ -16,6 +16,7 @@ namespace {
 
 const int MoveMs = 100; // the handle's way from end to end
 const int HandleInset = 1; // pixels between the track's edge and the handle
+const int FocusWidth = 2; // pixels of the ring that shows the keyboard's focus
 // The device pixels per pixel that the switch is drawn for.
 const qreal SmallestRatio = 1.0 / 16;
 const qreal LargestRatio = 16;
@@ -282,6 +283,16 @@ void KestSwitchButton::paintEvent(QPaintEvent *)
 
     const QSizeF target = QSizeF(picture.size()) / ratio;
     painter.drawPixmap(QRectF(QPointF(), target), styled, styled.rect());
+
+    // Only who walks the window by keyboard has to find the switch: a click needs no ring.
+    const QStyle::State byKeyboard = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+    if ((option.state & byKeyboard) == byKeyboard) {
+        const qreal half = FocusWidth * 0.5;
+        const qreal radius = height() * 0.5 - half;
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().windowText().color(), FocusWidth));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius, radius);
+    }
 }
 
 void KestSwitchButton::resizeEvent(QResizeEvent *event)

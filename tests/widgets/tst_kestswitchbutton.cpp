@@ -15,6 +15,7 @@
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyleOptionButton>
+#include <QtWidgets/QVBoxLayout>
 
 #include <limits>
 
@@ -140,6 +141,7 @@ private Q_SLOTS:
     void clickToggles();
     void spaceToggles();
     void tabReachesIt();
+    void focusOfTheKeyboardShowsAsARing();
     void groupsAreExclusive();
     void rightToLeftKeepsOnAtTheRight();
     void accessibilitySeesACheckBox();
@@ -700,6 +702,45 @@ void tst_KestSwitchButton::tabReachesIt()
     first.setFocus();
     QTest::keyClick(&first, Qt::Key_Tab);
     QVERIFY(second.hasFocus());
+}
+
+void tst_KestSwitchButton::focusOfTheKeyboardShowsAsARing()
+{
+    QWidget window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *first = new KestSwitchButton;
+    auto *second = new KestSwitchButton;
+    layout->addWidget(first);
+    layout->addWidget(second);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Qt::darkGreen);
+    second->setPalette(palette);
+    second->setChecked(true);
+    QTest::qWait(150);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+
+    const QImage plain = second->grab().toImage();
+    second->setFocus(Qt::MouseFocusReason);
+    QVERIFY(second->hasFocus());
+    QCOMPARE(second->grab().toImage(), plain);
+
+    first->setFocus();
+    QTest::keyClick(first, Qt::Key_Tab);
+    QVERIFY(second->hasFocus());
+    const QImage marked = second->grab().toImage();
+    const int middle = marked.width() / 2;
+    const int bottom = marked.height() - 1;
+    for (int y : { 0, 1, bottom - 1, bottom })
+        QCOMPARE(marked.pixelColor(middle, y), QColor(Qt::darkGreen));
+    for (int y : { 2, bottom - 2 })
+        QCOMPARE(marked.pixelColor(middle, y), plain.pixelColor(middle, y));
+    // Round there, and blended at its edges.
+    for (int x : { 1, marked.width() - 2 })
+        QVERIFY(marked.pixelColor(x, bottom / 2).red() < 20);
+
+    QTest::keyClick(second, Qt::Key_Backtab);
+    QCOMPARE(second->grab().toImage(), plain);
 }
 
 void tst_KestSwitchButton::groupsAreExclusive()
