@@ -1107,7 +1107,11 @@ void tst_KestFramelessDelegate::dragToTheTopMaximises()
     QCOMPARE(host.y(), WindowRect.y() + y - start.y());
     QCoreApplication::processEvents();
     QCOMPARE(host.isMaximized(), maximised);
-    sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(start.x(), y));
+    // The same drag takes it down again.
+    QCursor::setPos(start.x(), 100);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(start.x(), 100));
+    QVERIFY(!host.isMaximized());
+    sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(start.x(), 100));
 }
 
 void tst_KestFramelessDelegate::dragToTheTopIgnoresFixedSize()
@@ -1301,6 +1305,10 @@ void tst_KestFramelessDelegate::edgeDragEndsWithoutRelease()
     sendMouse(&host, QEvent::MouseButtonPress, QPoint(500, 350));
     hover(&host, QPoint(480, 350));
     QCOMPARE(host.geometry(), geometry);
+    // The edges are there as ever, where the frame is.
+    host.installEventFilter(host.delegate);
+    hover(&host, geometry.topLeft());
+    QCOMPARE(host.cursor().shape(), Qt::SizeFDiagCursor);
 }
 
 void tst_KestFramelessDelegate::dragGoesOnWhileOtherBarsGo()
