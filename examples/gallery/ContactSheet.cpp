@@ -16,7 +16,7 @@
 namespace {
 
 const int ColumnCount = 3;
-const int ColumnWidth = 620; // pixels at 100 %
+const int ColumnWidth = 660; // pixels at 100 %
 const int Gap = 10; // pixels
 const int CaptionHeight = 14; // pixels
 const int CaptionSize = 10; // pixels
@@ -91,7 +91,7 @@ private:
 
 } // namespace
 
-bool writeContactSheet(const QString &file, double rate)
+QImage contactSheet(double rate)
 {
     const int width = qRound(ColumnWidth * rate);
     QVector<QVector<Block>> columns(ColumnCount);
@@ -116,5 +116,5 @@ bool writeContactSheet(const QString &file, double rate)
         }
     }
     painter.end();
-    return page.save(file);
+    return page;
 }

@@ -4,10 +4,10 @@
 #ifndef CONTACTSHEET_H
 #define CONTACTSHEET_H
 
-#include <QtCore/QString>
+#include <QtGui/QImage>
 
-/*! Writes one picture of every standard widget in every state, as the application's style sheet
-    shows them, to \a file. Returns whether it was written. */
-bool writeContactSheet(const QString &file, double rate);
+/*! One picture of every standard widget in every state, as the application's style sheet shows
+    them. \a rate is the one that the sheet is scaled by. */
+QImage contactSheet(double rate);
 
 #endif // CONTACTSHEET_H

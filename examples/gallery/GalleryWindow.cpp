@@ -8,11 +8,13 @@
 #include "KestNavigationBar.h"
 #include "KestStyleSheet.h"
 #include "KestTitleBar.h"
+#include "Scaling.h"
 
 #include <QtCore/QUrl>
 #include <QtWidgets/QActionGroup>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
@@ -20,24 +22,22 @@
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QStatusBar>
-#include <QtWidgets/QStyle>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QWidgetAction>
 
 namespace {
 
 const QSize InitialSize(1100, 760); // pixels
-const int ListWidth = 190; // pixels
-const QSize IconSize(16, 16); // pixels
+const int ListWidth = 215; // pixels
+const int ColumnWidth = 100; // pixels, of tables
+const int NavigationHeight = 50; // pixels
+const QSize LeastSize(720, 480); // pixels
+const QSize ActionIconSize(16, 16); // pixels
+const QSize WindowIconSize(20, 20); // pixels
 
 QIcon libraryIcon(const char *name)
 {
     return QIcon(QStringLiteral(":/KestWidgets/Resources/") + QLatin1String(name));
-}
-
-QFont scaledFont(QFont font, double rate)
-{
-    font.setPointSizeF(font.pointSizeF() * rate);
-    return font;
 }
 
 QIcon logo(const char *name)
@@ -49,24 +49,21 @@ QIcon logo(const char *name)
 
 GalleryWindow::GalleryWindow(QWidget *parent) : KestWindow(parent)
 {
-    m_font = QApplication::font();
-    m_titleFont = titleBar()->font();
+    m_iconPos = titleBar()->getIconPos();
     createPages();
-    titleBar()->setIconSize(QSize(20, 20));
     setWindowIcon(logo("kest.png"));
     createMenus();
     createTitleBarActions();
     createNavigationBar();
     createStatusBar();
     resize(InitialSize);
-    setMinimumSize(720, 480);
     setCurrentPage(0);
     applyLook();
 }
 
 QList<int> GalleryWindow::scales()
 {
-    return { 100, 125, 150, 200 };
+    return { 100, 125, 150, 175, 200 };
 }
 
 int GalleryWindow::pageCount() const
@@ -106,15 +103,16 @@ void GalleryWindow::createPages()
 
     m_list = new QListWidget;
     m_list->setObjectName(QStringLiteral("pageList"));
-    m_list->setStyleSheet(QStringLiteral(
-        "QListWidget { border: none; border-right: 1px solid #D9D9D9; }"
-        "QListWidget::item { min-height: 32px; padding-left: 12px; border: none; }"));
+    m_list->setStyleSheet(
+        QStringLiteral("QListWidget { border: none; border-right: 1px solid #D9D9D9; }"
+                       "QListWidget::item { min-height: 32px; padding-left: 12px; }"));
     m_stack = new QStackedWidget;
     const QList<QWidget *> pages = createGalleryPages();
     for (QWidget *page : pages) {
         m_list->addItem(page->windowTitle());
         auto *area = new QScrollArea;
         area->setFrameShape(QFrame::NoFrame);
+        area->setFocusPolicy(Qt::NoFocus); // what is on the page has it
         area->setWidgetResizable(true);
         area->setWidget(page);
         m_stack->addWidget(area);
@@ -199,14 +197,26 @@ void GalleryWindow::createStatusBar()
 void GalleryWindow::applyLook()
 {
     const double rate = m_scale / 100.0;
-    QApplication::setFont(scaledFont(m_font, rate));
-    titleBar()->setFont(scaledFont(m_titleFont, rate));
     // The application's sheet is scaled as a whole, the sheets of single widgets by the walk.
-    qApp->setStyleSheet(KestStyleSheet::scaleSheet(m_themes.at(m_theme).sheet, float(rate)));
+    m_themes.at(m_theme).apply(rate);
     ChangeObjectSizeAndFontSize(this, rate, rate);
+    // What the program itself has given a size is its own to scale.
     m_list->setFixedWidth(qRound(ListWidth * rate));
-    titleBar()->setActionIconSize(IconSize * rate);
-    navigationBar()->setIconSize(IconSize * rate);
+    setMinimumSize(LeastSize * rate);
+    const QList<QTableView *> tables = findChildren<QTableView *>();
+    for (QTableView *table : tables) {
+        table->verticalHeader()->resetDefaultSectionSize();
+        table->horizontalHeader()->setDefaultSectionSize(qRound(ColumnWidth * rate));
+    }
+    navigationBar()->setFixedHeight(qRound(NavigationHeight * rate));
+    navigationBar()->setIconSize(ActionIconSize * rate);
+    titleBar()->setActionIconSize(ActionIconSize * rate);
+    // The walk has told the title bar to enlarge its icon; a larger icon is sharper.
+    titleBar()->setProperty("geoRate", 1.0);
+    titleBar()->setIconSize(WindowIconSize * rate);
+    titleBar()->setIconPos(m_iconPos * rate);
+    titleBar()->updateWindowIcon();
+    lightenPlaceholders(this);
 
     // The title bar drops actions that change, so this one is put on it anew.
     titleBar()->removeAction(m_search);

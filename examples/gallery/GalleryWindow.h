@@ -8,7 +8,7 @@
 
 #include "KestWindow.h"
 
-#include <QtGui/QFont>
+#include <QtCore/QSize>
 
 class QAction;
 class QActionGroup;
@@ -48,8 +48,7 @@ private:
     const QList<Theme> m_themes = Theme::all();
     int m_theme = 0;
     int m_scale = 100;
-    QFont m_font;
-    QFont m_titleFont;
+    QSize m_iconPos; // of the window's icon, unscaled
     QListWidget *m_list = nullptr;
     QStackedWidget *m_stack = nullptr;
     QAction *m_search = nullptr;

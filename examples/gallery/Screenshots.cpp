@@ -3,6 +3,7 @@
 
 #include "Screenshots.h"
 
+#include "ContactSheet.h"
 #include "GalleryWindow.h"
 #include "KestLoadingDialog.h"
 #include "pages/DialogsPage.h"
@@ -12,6 +13,7 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QScopedPointer>
 #include <QtCore/QTimer>
+#include <QtGui/QImage>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QDialog>
 
@@ -37,10 +39,15 @@ public:
     void write(QWidget *widget, const QString &name)
     {
         settle();
+        write(widget->grab().toImage(), name);
+    }
+
+    void write(const QImage &picture, const QString &name)
+    {
         QString file = name.toLower();
         file.replace(QLatin1Char(' '), QLatin1Char('-'));
         const QString path = m_folder.filePath(file + QStringLiteral(".png"));
-        const bool written = widget->grab().save(path);
+        const bool written = picture.save(path);
         if (!written)
             qWarning("gallery: cannot write %s", qPrintable(path));
         m_ok = m_ok && written;
@@ -85,13 +92,18 @@ bool writeScreenshots(GalleryWindow *window, const QString &folder)
         window->setTheme(i);
         writer.write(window, QStringLiteral("theme-") + window->themeName(i));
     }
-    window->setTheme(0);
     const QSize size = window->size();
-    for (const int percent : GalleryWindow::scales()) {
-        window->setScale(percent);
-        window->resize(size * percent / 100);
-        writer.write(window, QStringLiteral("scale-%1").arg(percent));
+    for (int i = 0; i < window->themeCount(); ++i) {
+        window->setTheme(i);
+        for (const int percent : GalleryWindow::scales()) {
+            const QString look = QStringLiteral("%1-%2").arg(window->themeName(i)).arg(percent);
+            window->setScale(percent);
+            window->resize(size * percent / 100);
+            writer.write(window, QStringLiteral("scale-") + look);
+            writer.write(contactSheet(percent / 100.0), QStringLiteral("contact-sheet-") + look);
+        }
     }
+    window->setTheme(0);
     window->setScale(100);
     window->resize(size);
     return writer.ok();

@@ -55,6 +55,8 @@ void Theme::apply(double rate) const
     static const QFont unscaled = QApplication::font();
     QFont font = unscaled;
     font.setPointSizeF(font.pointSizeF() * rate);
+    // Under a sheet, the parts of combo boxes, spin boxes and headers keep the font they had.
+    qApp->setStyleSheet(QString());
     QApplication::setFont(font);
     qApp->setStyleSheet(KestStyleSheet::scaleSheet(sheet, float(rate)));
 }

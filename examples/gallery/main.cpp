@@ -53,7 +53,7 @@ int main(int argc, char *argv[])
         QString::fromLatin1(ScreenshotsOption),
         QStringLiteral("Write pictures of everything into <folder> and exit."),
         QStringLiteral("folder"));
-    const QCommandLineOption contactSheet(
+    const QCommandLineOption sheetFile(
         QString::fromLatin1(ContactSheetOption),
         QStringLiteral("Write a picture of every widget in every state to <file> and exit."),
         QStringLiteral("file"));
@@ -68,15 +68,15 @@ int main(int argc, char *argv[])
     const QCommandLineOption scale(QStringLiteral("scale"),
                                    QStringLiteral("The contact sheet's scale in percent."),
                                    QStringLiteral("percent"), QStringLiteral("100"));
-    parser.addOptions({ screenshots, contactSheet, theme, sheet, scale });
+    parser.addOptions({ screenshots, sheetFile, theme, sheet, scale });
     parser.process(app);
 
-    if (parser.isSet(contactSheet)) {
+    if (parser.isSet(sheetFile)) {
         const double rate = parser.value(scale).toInt() / 100.0;
         const Theme look = parser.isSet(sheet) ? Theme::fromFiles(parser.values(sheet))
                                                : Theme::named(parser.value(theme));
         look.apply(rate);
-        return writeContactSheet(parser.value(contactSheet), rate) ? 0 : 1;
+        return contactSheet(rate).save(parser.value(sheetFile)) ? 0 : 1;
     }
 
     GalleryWindow window;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
+#include "SheetRules.h"
+
 #include "KestNavigationBar.h"
 #include "KestStyleSheet.h"
 #include "KestTitleBar.h"
@@ -37,40 +39,10 @@ namespace {
 
 const char SheetFolder[] = ":/stylesheet/Resources/stylesheet/";
 
-struct Rule
-{
-    QStringList selectors;
-    QMap<QString, QString> declarations;
-};
-
 QString sheetText(const QString &name)
 {
     QFile file(QLatin1String(SheetFolder) + name);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-QList<Rule> rulesOf(const QString &sheet)
-{
-    QString text = sheet;
-    text.remove(QRegularExpression(QStringLiteral("/\\*.*?\\*/"),
-                                   QRegularExpression::DotMatchesEverythingOption));
-    QList<Rule> rules;
-    QRegularExpressionMatchIterator matches =
-        QRegularExpression(QStringLiteral("([^{}]+)\\{([^{}]*)\\}")).globalMatch(text);
-    while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        Rule rule;
-        for (const QString &selector : match.captured(1).split(QLatin1Char(',')))
-            rule.selectors.append(selector.simplified());
-        for (const QString &line : match.captured(2).split(QLatin1Char(';'))) {
-            const int colon = line.indexOf(QLatin1Char(':'));
-            if (colon > 0)
-                rule.declarations.insert(line.left(colon).simplified(),
-                                         line.mid(colon + 1).simplified());
-        }
-        rules.append(rule);
-    }
-    return rules;
 }
 
 // The value that the sheet's rules for exactly this selector give a property last.

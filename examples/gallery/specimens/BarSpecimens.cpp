@@ -18,7 +18,7 @@ namespace {
 
 using namespace Poses;
 
-const int BarWidth = 460; // pixels
+const int BarWidth = 640; // pixels
 const QSize IconSize(16, 16); // pixels
 const QString Normal = QStringLiteral("normal");
 

@@ -6,7 +6,6 @@
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
 
-#include <QtCore/QVariant>
 #include <QtGui/QPalette>
 #include <QtWidgets/QDial>
 #include <QtWidgets/QDialog>
@@ -67,7 +66,8 @@ void scaleOwnSizes(QWidget *widget, double rate)
         if (auto *bar = qobject_cast<KestTitleBar *>(child)) {
             bar->setActionIconSize(bar->getActionIconSize() * rate);
             bar->setIconPos(bar->getIconPos() * rate);
-            bar->setProperty("geoRate", rate);
+            bar->setIconSize(bar->iconSize() * rate);
+            bar->updateWindowIcon();
         } else if (auto *navigation = qobject_cast<KestNavigationBar *>(child)) {
             navigation->setIconSize(navigation->iconSize() * rate);
         } else if (auto *view = qobject_cast<QAbstractItemView *>(child)) {

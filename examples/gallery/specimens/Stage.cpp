@@ -16,10 +16,21 @@ namespace {
 const int Margin = 6; // pixels around the widget
 const QPoint Place(20, 20); // of the window on the screen
 
+QList<QWidget *> visibleWindows()
+{
+    QList<QWidget *> visible;
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (QWidget *window : all) {
+        if (window->isVisible())
+            visible.append(window);
+    }
+    return visible;
+}
+
 } // namespace
 
 Stage::Stage(const Specimen &specimen, const SpecimenState &state, double rate)
-    : m_window(new QWidget), m_widget(specimen.create())
+    : m_others(visibleWindows()), m_window(new QWidget), m_widget(specimen.create())
 {
     m_window->setFocusPolicy(Qt::StrongFocus);
     auto *layout = new QVBoxLayout(m_window.data());
@@ -49,10 +60,10 @@ Stage::~Stage()
 QList<QWidget *> Stage::windows() const
 {
     QList<QWidget *> shown { m_window.data() };
-    const QWidgetList all = QApplication::topLevelWidgets();
-    for (QWidget *other : all) {
-        if (other != m_window.data() && other->isVisible())
-            shown.append(other);
+    const QList<QWidget *> all = visibleWindows();
+    for (QWidget *window : all) {
+        if (window != m_window.data() && !m_others.contains(window))
+            shown.append(window);
     }
     return shown;
 }

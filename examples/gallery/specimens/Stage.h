@@ -30,6 +30,7 @@ public:
     QImage picture() const;
 
 private:
+    const QList<QWidget *> m_others; // what was on the screen before
     QScopedPointer<QWidget> m_window;
     QWidget *m_widget;
 };
