@@ -245,11 +245,9 @@ KestMessageBox::KestMessageBox(Icon icon, const QString &title, const QString &t
 
 KestMessageBox::~KestMessageBox()
 {
-    // Whoever hears of it still meets a whole box: of what the rest of the destruction hides, takes
-    // the focus from or deletes nothing leads to the record any more.
+    // Whoever hears of it still meets a whole box: nothing that the rest of the destruction hides
+    // or deletes leads to the record any more.
     hide();
-    if (QWidget *const focus = focusWidget())
-        focus->clearFocus();
     delete d->buttonBox;
     delete d;
 }

@@ -976,6 +976,7 @@ void tst_KestMessageBox::secondShowPutsTheFocusOnAButtonAgain()
     box.titleBar()->setFocus();
     QVERIFY(box.titleBar()->hasFocus());
     box.hide();
+    QCOMPARE(box.focusWidget(), box.titleBar());
     box.show();
     QCOMPARE(box.focusWidget(), buttonOf(box, Box::Ok));
 
