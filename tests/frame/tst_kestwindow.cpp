@@ -1350,6 +1350,9 @@ void tst_KestWindow::laterBarsWin()
     window.setTitleBar(static_cast<KestTitleBar *>(lost[0].data()));
     window.setNavigationBar(static_cast<KestNavigationBar *>(lost[1].data()));
     window.setStatusBar(static_cast<QStatusBar *>(lost[2].data()));
+    // The first and the last of each; what came between was never put in.
+    for (const char *row : { "titleLayout", "menuBarLayout", "statusBarLayout" })
+        QCOMPARE(rowOf(window, row)->count(), 2);
     deleteDeferred();
     QCOMPARE(window.titleBar(), title);
     QCOMPARE(window.navigationBar(), navigation);
