@@ -134,6 +134,7 @@ private Q_SLOTS:
     void contentsFillTheWorkAreaFromTheStart_data();
     void contentsFillTheWorkAreaFromTheStart();
     void contentsOfADialogFillTheWorkArea();
+    void overlayCoversTheWorkArea();
     void clickIntoTheCornerCloses();
     void windowHiddenAtOnceStaysHidden();
     void windowRestoredAtOnceStaysRestored();
@@ -281,6 +282,24 @@ void tst_WinFrame_Maximized::contentsOfADialogFillTheWorkArea()
     QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
     QTRY_VERIFY(IsZoomed(handleOf(dialog.get())));
     QCOMPARE(flaws(dialog.get()), QString());
+}
+
+void tst_WinFrame_Maximized::overlayCoversTheWorkArea()
+{
+    m_window->showMaximized();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QCOMPARE(flaws(m_window.get()), QString());
+    KestLoadingDialog overlay(m_window.get());
+    overlay.show();
+    RealInput::settle(200);
+    const QRect work = workArea(m_window.get());
+    const QImage screen = screenshot();
+    // A veil over the contents, from edge to edge.
+    const QRgb veiled = screen.pixel(work.bottomRight());
+    QVERIFY((veiled & 0xffffff) != ContentsColor);
+    QCOMPARE(screen.pixel(work.bottomLeft()), veiled);
+    QCOMPARE(screen.pixel(work.bottomRight() - QPoint(20, 20)), veiled);
+    QVERIFY((screen.pixel(work.topLeft()) & 0xffffff) != BarColor);
 }
 
 void tst_WinFrame_Maximized::clickIntoTheCornerCloses()
