@@ -28,6 +28,8 @@
 #include <QtWidgets/QWidgetAction>
 
 #include <limits>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -1279,12 +1281,14 @@ void tst_KestTitleBar::actionsAddedTogetherAreLaidOutTogether()
     host.show();
     QVERIFY(QTest::qWaitForWindowExposed(&host));
     int places = 0;
+    std::vector<std::unique_ptr<OnEvent>> filters;
     for (int i = 0; i < 5; ++i) {
         host.bar->addAction(new QAction(QStringLiteral("action"), &host));
         auto *button = host.bar->findChildren<KestToolButton *>().constLast();
         QVERIFY(button->isVisible());
-        new OnEvent(button, QEvent::Move, [&places] { ++places; });
-        new OnEvent(button, QEvent::Resize, [&places] { ++places; });
+        filters.push_back(std::make_unique<OnEvent>(button, QEvent::Move, [&places] { ++places; }));
+        filters.push_back(
+            std::make_unique<OnEvent>(button, QEvent::Resize, [&places] { ++places; }));
     }
     QCOMPARE(places, 0);
     QVERIFY(host.bar->layout()->isEnabled());
