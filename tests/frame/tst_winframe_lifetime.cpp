@@ -379,6 +379,7 @@ void tst_WinFrame_Lifetime::windowWithoutHandleIsNotMoved()
     delete m_window;
     m_window = new Window;
     m_windows.window = nullptr;
+    m_windows.rect = QRect(0, 0, 1, 1); // what is said of none
     QEvent changed(QEvent::WindowStateChange);
     QCoreApplication::sendEvent(m_window, &changed);
     QCOMPARE(m_window->pos(), WindowRect.topLeft());
