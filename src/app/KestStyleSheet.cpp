@@ -57,7 +57,7 @@ int roundedToInt(float value)
 // Writes \a value to \a to, which has room for LongestNumber, and returns the end of it.
 QChar *write(int value, QChar *to)
 {
-    char digits[LongestNumber];
+    char digits[LongestNumber] = {};
     const char *const end = std::to_chars(digits, digits + LongestNumber, value).ptr;
     for (const char *digit = digits; digit != end; ++digit)
         *to++ = QLatin1Char(*digit);
