@@ -30,6 +30,7 @@ namespace {
 const QSize InitialSize(1100, 760); // pixels
 const int ListWidth = 215; // pixels
 const int ColumnWidth = 100; // pixels, of tables
+const int RowHeight = 30; // pixels, of tables
 const int NavigationHeight = 50; // pixels
 const QSize LeastSize(720, 480); // pixels
 const QSize ActionIconSize(16, 16); // pixels
@@ -205,7 +206,7 @@ void GalleryWindow::applyLook()
     setMinimumSize(LeastSize * rate);
     const QList<QTableView *> tables = findChildren<QTableView *>();
     for (QTableView *table : tables) {
-        table->verticalHeader()->resetDefaultSectionSize();
+        table->verticalHeader()->setDefaultSectionSize(qRound(RowHeight * rate));
         table->horizontalHeader()->setDefaultSectionSize(qRound(ColumnWidth * rate));
     }
     navigationBar()->setFixedHeight(qRound(NavigationHeight * rate));

@@ -8,6 +8,8 @@
 #include <QtCore/QFile>
 #include <QtGui/QFont>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
 
 namespace {
 
@@ -55,8 +57,15 @@ void Theme::apply(double rate) const
     static const QFont unscaled = QApplication::font();
     QFont font = unscaled;
     font.setPointSizeF(font.pointSizeF() * rate);
-    // Under a sheet, the parts of combo boxes, spin boxes and headers keep the font they had.
     qApp->setStyleSheet(QString());
     QApplication::setFont(font);
+    // The parts of combo boxes, spin boxes and tables keep the font that they had under a sheet.
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        if (qobject_cast<QLineEdit *>(widget) || qobject_cast<QHeaderView *>(widget)
+            || qobject_cast<QHeaderView *>(widget->parentWidget())) {
+            widget->setFont(font);
+        }
+    }
     qApp->setStyleSheet(KestStyleSheet::scaleSheet(sheet, float(rate)));
 }
