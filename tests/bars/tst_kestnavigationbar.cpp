@@ -23,6 +23,9 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QWidgetAction>
 
+#include <memory>
+#include <vector>
+
 namespace {
 
 const auto Left = KestNavigationBar::Left;
@@ -1098,14 +1101,16 @@ void tst_KestNavigationBar::actionsAddedTogetherAreLaidOutTogether()
     bar.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bar));
     int places = 0;
+    std::vector<std::unique_ptr<OnEvent>> filters;
     int last = -1;
     QVector<QWidget *> buttons { widgetAt(bar, 0, Left) };
     for (int i = 0; i < 5; ++i) {
         bar.addAction(QStringLiteral("action %1").arg(i), Left);
         QWidget *const button = widgetAt(bar, i + 1, Left);
         QVERIFY(button->isVisible());
-        new OnEvent(button, QEvent::Move, [&places] { ++places; });
-        new OnEvent(button, QEvent::Resize, [&places] { ++places; });
+        filters.push_back(std::make_unique<OnEvent>(button, QEvent::Move, [&places] { ++places; }));
+        filters.push_back(
+            std::make_unique<OnEvent>(button, QEvent::Resize, [&places] { ++places; }));
         buttons.append(button);
     }
     QCOMPARE(places, 0);
