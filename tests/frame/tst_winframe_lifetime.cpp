@@ -275,7 +275,7 @@ void tst_WinFrame_Lifetime::frameMayDieWhenARestoredWindowIsMoved()
     m_window->setWindowState(Qt::WindowMaximized);
     m_window->setContentsMargins(1, 2, 3, 4);
     m_window->onMove = [this] { delete m_window->delegate; };
-    QEvent changed(QEvent::WindowStateChange);
+    QWindowStateChangeEvent changed(Qt::WindowMaximized);
     m_window->overrideWindowState(Qt::WindowNoState);
     QCoreApplication::sendEvent(m_window, &changed);
     QVERIFY(!m_window->delegate);
@@ -380,7 +380,7 @@ void tst_WinFrame_Lifetime::windowWithoutHandleIsNotMoved()
     m_window = new Window;
     m_windows.window = nullptr;
     m_windows.rect = QRect(0, 0, 1, 1); // what is said of none
-    QEvent changed(QEvent::WindowStateChange);
+    QWindowStateChangeEvent changed(Qt::WindowMaximized);
     QCoreApplication::sendEvent(m_window, &changed);
     QCOMPARE(m_window->pos(), WindowRect.topLeft());
 

@@ -7,6 +7,7 @@
 #include "FakeWindows.h"
 #include "KestWinFramelessDelegate.h"
 
+#include <QtGui/QWindowStateChangeEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidget>
@@ -194,7 +195,7 @@ void tst_WinFrame_Placing::zoomedWindowIsNotMoved()
     m_window->setGeometry(200, 150, 400, 300);
     m_window->show();
     m_windows.rect = QRect(-8, -8, 800, 600);
-    QEvent changed(QEvent::WindowStateChange);
+    QWindowStateChangeEvent changed(Qt::WindowMaximized);
     QCoreApplication::sendEvent(m_window, &changed);
     QCOMPARE(m_window->pos(), QPoint(200, 150));
     m_windows.zoomed = false;
