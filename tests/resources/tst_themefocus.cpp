@@ -28,12 +28,11 @@ QHash<QWidget *, QRect> geometries(const QWidget *window)
     return all;
 }
 
-// Neither of the sheets nor of their rules: Qt paints the glow of dials and the frame in its table
-// of colours itself, and the switch has no look for the focus.
+// Beyond the reach of a sheet: Qt paints the glow of dials and the frame in its table of colours
+// itself.
 bool paintsItsOwnFocus(const QWidget *widget)
 {
-    return widget->inherits("QDial") || widget->inherits("QWellArray")
-        || widget->inherits("KestSwitchButton");
+    return widget->inherits("QDial") || widget->inherits("QWellArray");
 }
 
 void pressTab(QWidget *window)

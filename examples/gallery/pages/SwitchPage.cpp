@@ -8,9 +8,7 @@
 #include "KestSwitchButton.h"
 
 #include <QtCore/QVariantAnimation>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QFocusFrame>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHBoxLayout>
@@ -74,11 +72,6 @@ QWidget *createStates()
 SwitchPage::SwitchPage(QWidget *parent) : QWidget(parent)
 {
     setWindowTitle(tr("Switch button"));
-    // The switch itself has no look for the focus.
-    auto *mark = new QFocusFrame(this);
-    connect(qApp, &QApplication::focusChanged, mark, [mark](QWidget *, QWidget *now) {
-        mark->setWidget(qobject_cast<KestSwitchButton *>(now));
-    });
     KestSwitchButton *button = createSwitch(true);
     auto *form = new PropertyForm(button);
     auto *enabled = new QCheckBox;

@@ -127,6 +127,6 @@ QVector<Specimen> Specimens::ranges()
         { QStringLiteral("QLCDNumber"), createNumber, { normalState(), disabledState() } },
         { QStringLiteral("KestSwitchButton"),
           createSwitch,
-          { normalState(), { QStringLiteral("disabled"), disabled(), QString() } } },
+          { normalState(), focusState(), { QStringLiteral("disabled"), disabled(), QString() } } },
     };
 }
