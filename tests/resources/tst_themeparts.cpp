@@ -1,26 +1,40 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
+#include "KestIPAddressEdit.h"
 #include "KestMessageBox.h"
+#include "KestNavigationBar.h"
+#include "KestTitleBar.h"
 #include "Pixels.h"
+#include "SheetRules.h"
 #include "Themes.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QScopedPointer>
 #include <QtGui/QImage>
 #include <QtTest/QTest>
+#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QCommandLinkButton>
+#include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QProgressBar>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QStyleOption>
+#include <QtWidgets/QTabBar>
 #include <QtWidgets/QTableWidget>
+#include <QtWidgets/QTextEdit>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QTreeWidget>
 
 namespace {
 
@@ -88,6 +102,12 @@ private Q_SLOTS:
     void handlesOfSplittersAreSeen();
     void shortButtonsOfMessageBoxesAreWide_data() { themes(); }
     void shortButtonsOfMessageBoxesAreWide();
+    void barsDrawTheirSeparators_data();
+    void barsDrawTheirSeparators();
+    void textsHaveOneColor_data() { themes(); }
+    void textsHaveOneColor();
+    void partsHaveTheirImages_data() { themes(); }
+    void partsHaveTheirImages();
 
 private:
     static void themes();
@@ -331,6 +351,142 @@ void tst_ThemeParts::shortButtonsOfMessageBoxesAreWide()
         }
     }
     QVERIFY(widest >= 56 + 28);
+}
+
+void tst_ThemeParts::barsDrawTheirSeparators_data()
+{
+    QTest::addColumn<QString>("theme");
+    QTest::addColumn<bool>("titleBar");
+    QTest::addColumn<QColor>("line");
+    QTest::addColumn<int>("gap");
+    const auto rows = [](const char *theme, QRgb line, int gap) {
+        QTest::addRow("%s, title bar", theme) << theme << true << QColor(line) << gap;
+        QTest::addRow("%s, navigation bar", theme) << theme << false << QColor(0xCCCCCC) << 8;
+    };
+    rows("default", 0xBEBEBE, 8);
+    rows("tool", 0x5C7479, 10);
+    rows("kest-blue", 0xC4C4C4, 12);
+}
+
+void tst_ThemeParts::barsDrawTheirSeparators()
+{
+    QFETCH(bool, titleBar);
+    QFETCH(QColor, line);
+    QFETCH(int, gap);
+    QWidget window;
+    window.resize(600, 60);
+    QWidget *bar = nullptr;
+    if (titleBar)
+        bar = new KestTitleBar(&window);
+    else
+        bar = new KestNavigationBar(&window);
+    bar->resize(600, 48);
+    QAction separator;
+    separator.setSeparator(true);
+    bar->addAction(&separator);
+    window.show();
+    const QWidget *drawn = nullptr;
+    for (const QWidget *child : bar->findChildren<QWidget *>()) {
+        if (child->inherits("KestSeparator"))
+            drawn = child;
+    }
+    QVERIFY(drawn);
+    const QRect place(drawn->mapTo(bar, QPoint(0, 0)), drawn->size());
+    const QImage image = bar->grab().toImage();
+    int columns = 0;
+    for (int x = place.left(); x <= place.right(); ++x) {
+        if (image.pixelColor(x, place.center().y()) != line)
+            continue;
+        ++columns;
+        for (int y = place.top(); y <= place.bottom(); ++y) {
+            const bool inside = y >= place.top() + gap && y <= place.bottom() - gap;
+            QCOMPARE(image.pixelColor(x, y) == line, inside);
+        }
+    }
+    QCOMPARE(columns, 1);
+}
+
+void tst_ThemeParts::textsHaveOneColor()
+{
+    QWidget window;
+    QLabel label(&window);
+    const QColor text = [&label] {
+        label.ensurePolished();
+        return label.palette().color(label.foregroundRole());
+    }();
+    QCheckBox check(&window);
+    QRadioButton radio(&window);
+    QPushButton button(&window);
+    QLineEdit edit(&window);
+    QTextEdit area(&window);
+    QComboBox box(&window);
+    QSpinBox spin(&window);
+    QGroupBox group(&window);
+    QTreeWidget tree(&window);
+    QTableWidget table(&window);
+    QToolButton tool(&window);
+    QTabBar tabs(&window);
+    QProgressBar progress(&window);
+    KestIPAddressEdit address(&window);
+    for (QWidget *widget : std::initializer_list<QWidget *> { &check, &radio, &button, &edit, &area,
+                                                              &box, &spin, &group, &tree, &table,
+                                                              &tool, &tabs, &progress, &address }) {
+        widget->ensurePolished();
+        // The role that a widget names is not always the one that its style writes in.
+        for (const QPalette::ColorRole role : { widget->foregroundRole(), QPalette::WindowText,
+                                                QPalette::Text, QPalette::ButtonText })
+            QVERIFY2(widget->palette().color(QPalette::Active, role) == text,
+                     widget->metaObject()->className());
+    }
+}
+
+void tst_ThemeParts::partsHaveTheirImages()
+{
+    QFETCH(QString, theme);
+    QHash<QString, QString> images; // of each selector, by the last rule that has one
+    for (const QString &file : Themes::files(theme)) {
+        for (const Rule &rule : rulesOf(Themes::text(file))) {
+            const QString image = rule.declarations.value(QStringLiteral("image"));
+            if (image.isEmpty())
+                continue;
+            for (const QString &selector : rule.selectors)
+                images.insert(selector, image.section(QLatin1Char('/'), -1).chopped(1));
+        }
+    }
+    const auto expect = [&images](const QString &part, const QString &image) {
+        if (images.value(part) != image + QStringLiteral(".png"))
+            QFAIL(qPrintable(part + QStringLiteral(": ") + images.value(part)));
+    };
+    const bool blue = theme == QLatin1String("kest-blue");
+    const QString spin = QStringLiteral("QAbstractSpinBox::");
+    const QString downArrow = QStringLiteral("down-arrow");
+    expect(QStringLiteral("QComboBox::down-arrow"), downArrow);
+    expect(spin + QStringLiteral("up-arrow"), QStringLiteral("up-button"));
+    expect(spin + downArrow, blue ? downArrow : QStringLiteral("down-button"));
+    expect(QStringLiteral("QTabBar::close-button"), QStringLiteral("close-light"));
+    for (const QString &state : { QStringLiteral("open"), QStringLiteral("closed") }) {
+        const QString branch = QStringLiteral("QTreeView::branch:%1:has-children").arg(state);
+        const QString image =
+            QStringLiteral("tree-") + (state == QLatin1String("open") ? "open" : "close");
+        expect(branch, image + QStringLiteral("-light"));
+        expect(branch + QStringLiteral(":selected"), image);
+    }
+    const QString indicator = QStringLiteral("%1::indicator:%2%3");
+    for (const QString &state : { QString(), QStringLiteral("hover"), QStringLiteral("pressed"),
+                                  QStringLiteral("disabled") }) {
+        const QString selector = state.isEmpty() ? state : QLatin1Char(':') + state;
+        const QString suffix = state.isEmpty() ? state : QLatin1Char('-') + state;
+        for (const QString &value : { QStringLiteral("checked"), QStringLiteral("unchecked"),
+                                      QStringLiteral("indeterminate") }) {
+            const bool partly = value == QLatin1String("indeterminate");
+            const QString name = partly ? QStringLiteral("partiallychecked") : value;
+            expect(indicator.arg(QStringLiteral("QCheckBox"), value, selector),
+                   QStringLiteral("checkbox-") + name + suffix);
+            if (!partly)
+                expect(indicator.arg(QStringLiteral("QRadioButton"), value, selector),
+                       QStringLiteral("radiobutton-") + name + suffix);
+        }
+    }
 }
 
 THEME_TEST_MAIN(tst_ThemeParts)
