@@ -107,6 +107,7 @@ QWidget *createViews()
     auto *tabs = new QTabWidget;
 
     auto *table = new QTableWidget(12, 4);
+    table->setTabKeyNavigation(false); // the arrows do: Tab leads out of it
     for (int row = 0; row < table->rowCount(); ++row) {
         for (int column = 0; column < table->columnCount(); ++column) {
             table->setItem(
@@ -127,7 +128,9 @@ QWidget *createViews()
         folder->setExpanded(i == 1);
     }
     tabs->addTab(tree, Page::tr("Tree"));
-    tabs->addTab(new QTextEdit(Page::tr("Text of several lines.")), Page::tr("Text"));
+    auto *text = new QTextEdit(Page::tr("Text of several lines."));
+    text->setTabChangesFocus(true);
+    tabs->addTab(text, Page::tr("Text"));
     tabs->addTab(new QWidget, Page::tr("Disabled"));
     tabs->setTabEnabled(3, false);
     return tabs;
