@@ -6,6 +6,7 @@
 #include "Specimen.h"
 #include "Stage.h"
 
+#include <QtCore/QPair>
 #include <QtCore/QRect>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QImage>
@@ -69,7 +70,7 @@ public:
         }
     }
 
-    int height() const { return m_size.height(); }
+    QSize size() const { return m_size; }
 
     void paint(QPainter *painter) const
     {
@@ -94,26 +95,39 @@ private:
 QImage contactSheet(double rate)
 {
     const int width = qRound(ColumnWidth * rate);
-    QVector<QVector<Block>> columns(ColumnCount);
+    const int pageWidth = ColumnCount * (width + 2 * Gap);
+    QVector<QPair<QPoint, Block>> placed;
+    QVector<Block> wide; // what no column holds stands in rows below them
     QVector<int> heights(ColumnCount, Gap);
     for (const Specimen &specimen : Specimen::all()) {
         const Block block(specimen, rate, width);
+        if (block.size().width() > width) {
+            wide.append(block);
+            continue;
+        }
         const auto shortest = std::min_element(heights.begin(), heights.end());
-        columns[int(shortest - heights.begin())].append(block);
-        *shortest += block.height() + 2 * Gap;
+        const int column = int(shortest - heights.begin());
+        placed.append({ QPoint(Gap + column * (width + 2 * Gap), *shortest), block });
+        *shortest += block.size().height() + 2 * Gap;
     }
 
-    QImage page(ColumnCount * (width + 2 * Gap), *std::max_element(heights.begin(), heights.end()),
-                QImage::Format_RGB32);
+    QPoint at(Gap, *std::max_element(heights.begin(), heights.end()));
+    int bottom = at.y();
+    for (const Block &block : qAsConst(wide)) {
+        if (at.x() > Gap && at.x() + block.size().width() > pageWidth)
+            at = QPoint(Gap, bottom);
+        placed.append({ at, block });
+        at.rx() += block.size().width() + 2 * Gap;
+        bottom = qMax(bottom, at.y() + block.size().height() + 2 * Gap);
+    }
+
+    QImage page(pageWidth, bottom, QImage::Format_RGB32);
     page.fill(Ground);
     QPainter painter(&page);
-    for (int i = 0; i < ColumnCount; ++i) {
+    for (const auto &entry : qAsConst(placed)) {
         painter.resetTransform();
-        painter.translate(Gap + i * (width + 2 * Gap), Gap);
-        for (const Block &block : qAsConst(columns[i])) {
-            block.paint(&painter);
-            painter.translate(0, block.height() + 2 * Gap);
-        }
+        painter.translate(entry.first);
+        entry.second.paint(&painter);
     }
     painter.end();
     return page;
