@@ -91,6 +91,7 @@ bool writeScreenshots(GalleryWindow *window, const QString &folder)
     for (int i = 0; i < window->themeCount(); ++i) {
         window->setTheme(i);
         writer.write(window, QStringLiteral("theme-") + window->themeName(i));
+        writer.write(contactSheet(1.0), QStringLiteral("contact-sheet-") + window->themeName(i));
     }
     const QSize size = window->size();
     for (int i = 0; i < window->themeCount(); ++i) {
@@ -100,7 +101,6 @@ bool writeScreenshots(GalleryWindow *window, const QString &folder)
             window->setScale(percent);
             window->resize(size * percent / 100);
             writer.write(window, QStringLiteral("scale-") + look);
-            writer.write(contactSheet(percent / 100.0), QStringLiteral("contact-sheet-") + look);
         }
     }
     window->setTheme(0);
