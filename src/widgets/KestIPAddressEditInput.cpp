@@ -103,7 +103,8 @@ void KestIPAddressEditPrivate::insertDigit(const QString &digit)
         return;
     QTextLayout &layout = q->textLayout(cursorPosition);
     QString digits = layout.text();
-    if (digits.length() >= SectionLength)
+    // A dead key in front of a digit makes a text of two characters.
+    if (digits.length() + std::max(1, digit.length()) > SectionLength)
         return;
     const int offset = positionInSection(cursorPosition);
     const bool appended = offset >= digits.length();

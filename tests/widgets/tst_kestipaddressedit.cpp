@@ -206,6 +206,7 @@ private Q_SLOTS:
     void keysWithoutEffectPaintNothing_data();
     void keysWithoutEffectPaintNothing();
     void keypadDigitsAreDigits();
+    void sectionsTakeNoDigitOfSeveralCharactersTooMany();
     void typedKeysAreNoShortcuts();
 
     void readOnlyKeys_data();
@@ -662,6 +663,28 @@ void tst_KestIPAddressEdit::keypadDigitsAreDigits()
     Edit edit;
     QTest::keyClick(&edit, Qt::Key_7, Qt::KeypadModifier);
     QCOMPARE(stateOf(&edit), QStringLiteral("7||| @1"));
+}
+
+// A dead key gives the digit behind it a text of two characters.
+void tst_KestIPAddressEdit::sectionsTakeNoDigitOfSeveralCharactersTooMany()
+{
+    Edit edit;
+    setState(&edit, QStringLiteral("12|1|| @1"));
+    const auto type = [&edit](const QString &text) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_5, Qt::NoModifier, text);
+        QCoreApplication::sendEvent(&edit, &event);
+    };
+    QSignalSpy changed(&edit, &KestIPAddressEdit::editChanged);
+    type(QStringLiteral("^5"));
+    QCOMPARE(stateOf(&edit), QStringLiteral("12|1|| @1"));
+    setState(&edit, QStringLiteral("12|1|| @2"));
+    type(QStringLiteral("^5"));
+    QCOMPARE(stateOf(&edit), QStringLiteral("12|1|| @2"));
+    QCOMPARE(changed.count(), 0);
+    setState(&edit, QStringLiteral("12|1|| @5"));
+    type(QStringLiteral("^5"));
+    QCOMPARE(stateOf(&edit), QStringLiteral("12|1^5|| @7"));
+    QCOMPARE(changed.count(), 1);
 }
 
 void tst_KestIPAddressEdit::typedKeysAreNoShortcuts()
