@@ -29,3 +29,11 @@ if(KEST_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   target_link_options(kest_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+if(KEST_BUILD_FUZZERS)
+  # Assertions of Qt's headers count as findings.
+  target_compile_options(kest_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow -fno-sanitize-recover=all
+    -fno-omit-frame-pointer -UNDEBUG -UQT_NO_DEBUG)
+  target_link_options(kest_options INTERFACE -fsanitize=address,undefined,float-cast-overflow)
+endif()
