@@ -3,6 +3,7 @@
 
 #include "KestCircleProgressBar.h"
 
+#include "KeptPicture.h"
 #include "KestAccessibleProgress.h"
 
 #include <QtCore/QElapsedTimer>
@@ -41,6 +42,7 @@ public:
     QBrush barBrush = QColor(0x32, 0x6C, 0xF3);
     QBrush backgroundBrush = QColor(0xEE, 0xEE, 0xEE);
     Qt::PenCapStyle penCapStyle = Qt::FlatCap;
+    KeptPicture<int, QBrush> ring; // the background, by the bar's width and its brush
     bool onScreen = false;
     QMetaObject::Connection restored; // of a minimised window, while the ring is shown in it
     QElapsedTimer lastStep; // when the animations were last told the time
@@ -57,6 +59,7 @@ public:
     void catchUp();
     void resume();
     QRectF arcRect(const QSize &size) const;
+    void paintRing(QPainter *painter, const QSize &size);
 };
 
 KestCircleProgressBarPrivate::KestCircleProgressBarPrivate()
@@ -170,6 +173,21 @@ QRectF KestCircleProgressBarPrivate::arcRect(const QSize &size) const
     const int left = (size.width() - side) / 2; // whole pixels
     const int top = (size.height() - side) / 2;
     return { left + half, top + half, qreal(side) - barWidth, qreal(side) - barWidth };
+}
+
+// Stroking all of the ring is most of a paint, and it seldom changes. Lines of one pixel are no
+// outlines to fill but dots, which overlap: they come out otherwise by way of a picture.
+void KestCircleProgressBarPrivate::paintRing(QPainter *painter, const QSize &size)
+{
+    const auto draw = [this, &size](QPainter *drawing) {
+        drawing->setRenderHint(QPainter::Antialiasing);
+        drawing->setPen(QPen(backgroundBrush, barWidth));
+        drawing->drawArc(arcRect(size), 0, FullTurn);
+    };
+    if (barWidth > 1)
+        ring.paint(painter, size, { barWidth, backgroundBrush }, draw);
+    else
+        draw(painter);
 }
 
 KestCircleProgressBar::KestCircleProgressBar(QWidget *parent)
@@ -358,10 +376,7 @@ void KestCircleProgressBar::paintEvent(QPaintEvent *)
     const QRectF rect = d->arcRect(size());
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(d->backgroundBrush, d->barWidth));
-    painter.drawArc(rect, 0, FullTurn);
+    d->paintRing(&painter, size());
 
     // A maximum of 0 alone draws the busy arc, though only a range of 0 to 0 sets it in motion.
     if (d->maximum == 0) {

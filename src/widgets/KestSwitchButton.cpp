@@ -3,9 +3,10 @@
 
 #include "KestSwitchButton.h"
 
+#include "KeptPicture.h"
+
 #include <QtCore/QPointer>
 #include <QtCore/QVariantAnimation>
-#include <QtCore/QtMath>
 #include <QtGui/QPaintEngine>
 #include <QtGui/QPainter>
 #include <QtGui/QPixmap>
@@ -57,14 +58,9 @@ struct SwitchPicture
     QPixmap pixmap;
 };
 
-// A width that is no whole number of device pixels is rounded up, so that the picture reaches the
-// widget's edge without being stretched.
 QPixmap draw(const SwitchLook &look)
 {
-    QPixmap pixmap(qCeil(look.size.width() * look.ratio), qCeil(look.size.height() * look.ratio));
-    pixmap.setDevicePixelRatio(look.ratio);
-    pixmap.fill(Qt::transparent);
-
+    QPixmap pixmap = emptyPicture(look.size, look.ratio);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
 

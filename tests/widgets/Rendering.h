@@ -12,6 +12,7 @@
 #include <QtCore/QtMath>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
+#include <QtGui/QPainter>
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
 #include <QtWidgets/QStyle>
@@ -19,6 +20,7 @@
 #include <QtWidgets/QWidget>
 
 #include <memory>
+#include <utility>
 
 /*! Returns a white image of \a size device-independent pixels at \a ratio. */
 inline QImage canvas(const QSize &size, qreal ratio)
@@ -71,13 +73,84 @@ inline void addRenderingRows()
     QTest::addColumn<qreal>("ratio");
     for (const char *style : { "Fusion", "Windows" }) {
         for (const bool sheet : { false, true }) {
-            for (const qreal ratio : { 1.0, 1.5, 2.0 }) {
-                QTest::addRow("%s%s at %.1f", style, sheet ? " with the default sheet" : "", ratio)
+            for (const qreal ratio : { 1.0, 1.25, 1.5, 2.0 }) {
+                QTest::addRow("%s%s at %.2f", style, sheet ? " with the default sheet" : "", ratio)
                     << QString::fromLatin1(style) << sheet << ratio;
             }
         }
     }
 }
+
+/*! A place that a widget is painted at. */
+struct Surface
+{
+    QByteArray name;
+    QImage image; // as it is before
+    QTransform transform;
+
+    /*! Returns the image with what \a widget paints there. */
+    QImage painted(QWidget *widget) const
+    {
+        QImage result = image;
+        QPainter painter(&result);
+        painter.setTransform(transform);
+        widget->render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+        return result;
+    }
+};
+
+/*! Returns places where what is kept of a widget must not show: other than whole device pixels,
+    turned, mirrored, stretched, other colours. */
+inline QVector<Surface> surfaces()
+{
+    const auto surface = [](const char *name, qreal ratio, const QTransform &transform,
+                            QImage::Format format = QImage::Format_ARGB32_Premultiplied) {
+        QImage image = canvas(QSize(360, 360), ratio).convertToFormat(format);
+        image.fill(QColor(250, 240, 200));
+        return Surface { name, image, transform };
+    };
+    QTransform turned;
+    turned.translate(100, 20);
+    turned.rotate(30);
+    return {
+        surface("plain", 1.0, QTransform()),
+        surface("moved", 1.0, QTransform::fromTranslate(7, 3)),
+        surface("moved by parts", 1.0, QTransform::fromTranslate(7.5, 3.25)),
+        surface("moved in a row", 1.0, QTransform::fromTranslate(7.5, 3)),
+        surface("moved in a column", 1.0, QTransform::fromTranslate(7, 3.5)),
+        surface("within a device pixel", 1.5, QTransform::fromTranslate(1, 1)),
+        surface("three to one", 1.0, QTransform::fromScale(3, 3)),
+        surface("one to two", 1.0, QTransform::fromScale(0.5, 0.5)),
+        surface("stretched", 1.0, QTransform::fromScale(1, 2)),
+        surface("mirrored", 1.0, QTransform(-1, 0, 0, 1, 300, 0)),
+        surface("turned", 1.0, turned),
+        surface("moved on a fine one", 2.0, QTransform::fromTranslate(5, 2)),
+        surface("few colours", 1.0, QTransform(), QImage::Format_RGB16),
+        surface("many colours", 1.0, QTransform(), QImage::Format_RGBA64_Premultiplied),
+        surface("ten bits", 1.0, QTransform(), QImage::Format_RGB30),
+        surface("opaque", 1.0, QTransform(), QImage::Format_RGB32),
+        surface("other order", 1.0, QTransform(), QImage::Format_RGBA8888_Premultiplied),
+        surface("not multiplied", 1.0, QTransform(), QImage::Format_ARGB32),
+    };
+}
+
+/*! Paints what \a Paint, a function of a painter, does. */
+template <class Paint>
+class Drawing : public QWidget
+{
+public:
+    Drawing(const QSize &size, Paint paint) : m_paint(std::move(paint)) { resize(size); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        m_paint(&painter);
+    }
+
+private:
+    const Paint m_paint;
+};
 
 /*! Dresses a widget in a row's style and sheet, as long as it lives. */
 class Dress

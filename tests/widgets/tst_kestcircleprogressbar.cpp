@@ -11,6 +11,7 @@
 #include <QtCore/QPointer>
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
+#include <QtGui/QPicture>
 #include <QtGui/QTextOption>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAccessibleWidget>
@@ -37,26 +38,31 @@ struct Figure
     QFont font;
 };
 
+void draw(QPainter *painter, const Figure &figure)
+{
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    painter->setFont(figure.font);
+    painter->setBrush(Qt::NoBrush);
+    QPen ring;
+    ring.setWidth(figure.barWidth);
+    ring.setBrush(figure.background);
+    painter->setPen(ring);
+    painter->drawArc(figure.ring, 0, 5760);
+    if (figure.hasArc) {
+        painter->setPen(figure.arc);
+        painter->drawArc(figure.ring, figure.start, figure.span);
+    }
+    if (!figure.text.isEmpty()) {
+        painter->setPen(figure.arc.brush().color());
+        painter->drawText(figure.ring, figure.text, QTextOption(Qt::AlignCenter));
+    }
+}
+
 QImage drawn(const Figure &figure, qreal ratio = 1.0, const QSize &size = Size)
 {
     QImage image = canvas(size, ratio);
     QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setFont(figure.font);
-    painter.setBrush(Qt::NoBrush);
-    QPen ring;
-    ring.setWidth(figure.barWidth);
-    ring.setBrush(figure.background);
-    painter.setPen(ring);
-    painter.drawArc(figure.ring, 0, 5760);
-    if (figure.hasArc) {
-        painter.setPen(figure.arc);
-        painter.drawArc(figure.ring, figure.start, figure.span);
-    }
-    if (!figure.text.isEmpty()) {
-        painter.setPen(figure.arc.brush().color());
-        painter.drawText(figure.ring, figure.text, QTextOption(Qt::AlignCenter));
-    }
+    draw(&painter, figure);
     return image;
 }
 
@@ -123,6 +129,11 @@ private Q_SLOTS:
     void looksLikeItsDrawing_data();
     void looksLikeItsDrawing();
     void brushesCapsAndWidthsArePainted();
+    void eachChangeIsDrawnAnew_data();
+    void eachChangeIsDrawnAnew();
+    void everyPlaceShowsTheSame_data();
+    void everyPlaceShowsTheSame();
+    void pictureOfCommandsKeepsItsLines();
     void textIsDrawnThroughTheOverride();
     void hiddenTextIsNotDrawn();
     void valueGlidesInTenthOfASecond();
@@ -512,6 +523,98 @@ void tst_KestCircleProgressBar::brushesCapsAndWidthsArePainted()
         figure.arc = QPen(gradient, 16, Qt::SolidLine, cap);
         QCOMPARE(rendered(&bar), drawn(figure));
     }
+}
+
+void tst_KestCircleProgressBar::eachChangeIsDrawnAnew_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    for (const qreal ratio : { 1.0, 1.25, 1.5, 2.0 })
+        QTest::addRow("at %.2f", ratio) << ratio;
+}
+
+void tst_KestCircleProgressBar::eachChangeIsDrawnAnew()
+{
+    QFETCH(qreal, ratio);
+    PlainCircle bar;
+    Figure figure;
+    QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+    bar.setBackgroundBrush(QColor(200, 10, 10, 90));
+    figure.background = QColor(200, 10, 10, 90);
+    QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+    bar.setBackgroundBrush(QBrush(QColor(200, 10, 10), Qt::Dense3Pattern));
+    figure.background = QBrush(QColor(200, 10, 10), Qt::Dense3Pattern);
+    QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+    for (const int width : { 11, 1, 0, 2, 30 }) {
+        bar.setBarWidth(width);
+        figure.barWidth = width;
+        figure.arc.setWidth(width);
+        figure.ring = QRectF(width * 0.5, width * 0.5, 100 - width, 100 - width);
+        QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+    }
+    // The square stays as large, in another place.
+    for (const QSize &size : { QSize(140, 100), QSize(100, 140), QSize(60, 60), Size }) {
+        bar.resize(size);
+        const int side = qMin(size.width(), size.height());
+        figure.ring = QRectF((size.width() - side) / 2 + 15, (size.height() - side) / 2 + 15,
+                             side - 30, side - 30);
+        QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio, size));
+    }
+    // The same once more, and at a ratio that comes in between.
+    QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+    QCOMPARE(rendered(&bar, 3.0), drawn(figure, 3.0));
+    QCOMPARE(rendered(&bar, ratio), drawn(figure, ratio));
+}
+
+void tst_KestCircleProgressBar::everyPlaceShowsTheSame_data()
+{
+    QTest::addColumn<int>("barWidth");
+    QTest::addColumn<QBrush>("background");
+    QTest::newRow("plain") << 10 << QBrush(QColor(238, 238, 238));
+    QTest::newRow("translucent") << 7 << QBrush(QColor(10, 200, 100, 77));
+    QTest::newRow("as thin as can be") << 1 << QBrush(QColor(10, 200, 100, 77));
+    QLinearGradient gradient(0, 0, 100, 0);
+    gradient.setColorAt(0, QColor(255, 0, 0, 30));
+    gradient.setColorAt(1, Qt::blue);
+    QTest::newRow("gradient") << 20 << QBrush(gradient);
+}
+
+void tst_KestCircleProgressBar::everyPlaceShowsTheSame()
+{
+    QFETCH(int, barWidth);
+    QFETCH(QBrush, background);
+    PlainCircle bar;
+    bar.setBarWidth(barWidth);
+    bar.setBackgroundBrush(background);
+    Figure figure;
+    figure.barWidth = barWidth;
+    figure.arc.setWidth(barWidth);
+    figure.background = background;
+    const qreal half = barWidth * 0.5;
+    figure.ring = QRectF(QPointF(), Size).adjusted(half, half, -half, -half);
+    Drawing drawing(Size, [&figure](QPainter *painter) { draw(painter, figure); });
+    // Twice each: what the first one leaves behind is no other's.
+    const QVector<Surface> all = surfaces() + surfaces();
+    for (const Surface &surface : all)
+        QVERIFY2(surface.painted(&bar) == surface.painted(&drawing), surface.name);
+}
+
+void tst_KestCircleProgressBar::pictureOfCommandsKeepsItsLines()
+{
+    PlainCircle bar;
+    rendered(&bar);
+    QPicture commands;
+    bar.render(&commands, QPoint(), QRegion(), QWidget::DrawChildren);
+    Drawing drawing(Size, [](QPainter *painter) { draw(painter, Figure()); });
+    QPicture expected;
+    drawing.render(&expected, QPoint(), QRegion(), QWidget::DrawChildren);
+    const auto enlarged = [](const QPicture &picture) {
+        QImage image = canvas(Size * 3, 1.0);
+        QPainter painter(&image);
+        painter.scale(3, 3);
+        painter.drawPicture(0, 0, picture);
+        return image;
+    };
+    QCOMPARE(enlarged(commands), enlarged(expected));
 }
 
 void tst_KestCircleProgressBar::textIsDrawnThroughTheOverride()
