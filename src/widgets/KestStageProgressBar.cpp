@@ -3,12 +3,14 @@
 
 #include "KestStageProgressBar.h"
 
+#include "KeptPicture.h"
 #include "KestAccessibleProgress.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QPointer>
 #include <QtCore/QVector>
 #include <QtGui/QFontMetrics>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QStyle>
@@ -31,6 +33,13 @@ int sideOf(qint64 length)
     return int(qBound(-LongestSide, length, LongestSide));
 }
 
+// How large a caption is in the bar's font.
+struct Measure
+{
+    QSize size;
+    int inkWidth;
+};
+
 } // namespace
 
 // Radii and numbers of steps are the host's, so that everything that is made of them is wider than
@@ -51,39 +60,54 @@ public:
     QVector<QString> texts = QVector<QString>(stageCount);
     QPen stageIndexTextPen = QPen(Qt::white);
     QBrush rateBackground = QColor(0x35, 0x80, 0xCE);
+    // Each of the captions, by the metrics of the font; empty until asked for.
+    mutable QVector<Measure> knownMeasures;
+    mutable QFontMetrics measuredIn = QFontMetrics(QFont());
+    // The bar without and with all of its progress, by circles, connecting bar and brush.
+    KeptPicture<QVector<QRectF>, QRectF, QBrush> restPicture;
+    KeptPicture<QVector<QRectF>, QRectF, QBrush> donePicture;
 
     bool isHorizontal() const { return orientation == Qt::Horizontal; }
-    int captionWidth(const QString &text) const;
+    const QVector<Measure> &measures() const;
     qint64 captionPadding() const;
-    int captionHeight(const QString &text) const;
+    int captionHeight(const Measure &measure) const;
     QSize contentsSize() const;
     qint64 contentsWidth() const;
     qint64 contentsHeight() const;
     QVector<QRectF> stageRects(const QRect &contents, int hintHeight) const;
     QVector<QRectF> textRects(const QVector<QRectF> &stages) const;
     QRectF barRect(const QPointF &first, const QPointF &last) const;
-    QPainterPath shape(const QVector<QRectF> &stages) const;
+    QPainterPath shape(const QVector<QRectF> &stages, const QRectF &bar) const;
+    void fill(QPainter *painter, const QVector<QRectF> &stages);
     QRectF completedPart(const QRectF &whole) const;
 };
 
-int KestStageProgressBarPrivate::captionWidth(const QString &text) const
+// Measuring is a large part of painting and laying out, and captions seldom change.
+const QVector<Measure> &KestStageProgressBarPrivate::measures() const
 {
-    return q->fontMetrics().boundingRect(text).width();
+    const QFontMetrics metrics = q->fontMetrics();
+    if (knownMeasures.isEmpty() || measuredIn != metrics) {
+        knownMeasures.clear();
+        for (const QString &text : texts)
+            knownMeasures.append({ metrics.size(0, text), metrics.boundingRect(text).width() });
+        measuredIn = metrics;
+    }
+    return knownMeasures;
 }
 
 // How far the first or last caption sticks out beside its circle.
 qint64 KestStageProgressBarPrivate::captionPadding() const
 {
     const qint64 r = stageCircleRadius;
-    const qint64 first = captionWidth(texts.constFirst()) / 2 - r;
-    const qint64 last = captionWidth(texts.constLast()) / 2 - r;
+    const qint64 first = measures().constFirst().inkWidth / 2 - r;
+    const qint64 last = measures().constLast().inkWidth / 2 - r;
     return std::max({ qint64(0), first, last });
 }
 
 // Captions that are not shown take no room.
-int KestStageProgressBarPrivate::captionHeight(const QString &text) const
+int KestStageProgressBarPrivate::captionHeight(const Measure &measure) const
 {
-    return textVisible ? q->fontMetrics().size(0, text).height() : 0;
+    return textVisible ? measure.size.height() : 0;
 }
 
 QSize KestStageProgressBarPrivate::contentsSize() const
@@ -99,8 +123,8 @@ qint64 KestStageProgressBarPrivate::contentsWidth() const
     const qint64 n = stageCount;
     if (!isHorizontal()) {
         int widest = 0;
-        for (const QString &text : texts)
-            widest = qMax(widest, q->fontMetrics().size(0, text).width());
+        for (const Measure &caption : measures())
+            widest = qMax(widest, caption.size.width());
         return textVisible ? widest + 2 * r + CaptionGap : 2 * r;
     }
 
@@ -108,8 +132,8 @@ qint64 KestStageProgressBarPrivate::contentsWidth() const
     if (!textVisible)
         return perStage * n;
     qint64 widest = 0;
-    for (const QString &text : texts)
-        widest = qMax(widest, qint64(captionWidth(text)));
+    for (const Measure &caption : measures())
+        widest = qMax(widest, qint64(caption.inkWidth));
     return (n - 2) * qMax(widest + CaptionSpacing, perStage) + 2 * captionPadding()
         + CaptionSpacing;
 }
@@ -123,11 +147,11 @@ qint64 KestStageProgressBarPrivate::contentsHeight() const
         return textVisible ? 2 * r + metrics.height() + metrics.leading() : 2 * r;
 
     qint64 highest = 0;
-    for (const QString &text : texts)
-        highest = qMax(highest, qint64(captionHeight(text)));
+    for (const Measure &caption : measures())
+        highest = qMax(highest, qint64(captionHeight(caption)));
     const qint64 leading = metrics.leading();
     const qint64 perStage = qMax((4 * r * n - 3 * r) / n, highest + 2 * leading);
-    return n * perStage + qMax(qint64(0), captionHeight(texts.constFirst()) - r);
+    return n * perStage + qMax(qint64(0), captionHeight(measures().constFirst()) - r);
 }
 
 // The rectangles of the circles in the rectangle that the style leaves them. The height of the
@@ -144,7 +168,7 @@ QVector<QRectF> KestStageProgressBarPrivate::stageRects(const QRect &contents, i
         top += contents.height() / 2 - (textVisible ? hintHeight / 2 : r); // whole pixels
         length = contents.width() - 2 * r - 2 * padding;
     } else if (textVisible) {
-        length = contents.height() - qMax(qint64(captionHeight(texts.constFirst())), r) - r;
+        length = contents.height() - qMax(qint64(captionHeight(measures().constFirst())), r) - r;
     } else {
         left += contents.width() / 2 - r; // whole pixels
         length = contents.height() - 2 * r;
@@ -165,16 +189,16 @@ QVector<QRectF> KestStageProgressBarPrivate::stageRects(const QRect &contents, i
 
 QVector<QRectF> KestStageProgressBarPrivate::textRects(const QVector<QRectF> &stages) const
 {
-    const QFontMetrics metrics = q->fontMetrics();
+    const int leading = q->fontMetrics().leading();
     QVector<QRectF> rects;
     rects.reserve(stageCount);
     for (int i = 0; i < stageCount; ++i) {
         const QRectF &stage = stages.at(i);
-        const QSizeF text = metrics.size(0, texts.at(i));
+        const QSizeF text = measures().at(i).size;
         if (isHorizontal()) {
             const qreal half = std::trunc(text.width() / 2); // whole pixels
             rects.append(QRectF(QPointF(stage.left() + stage.width() * 0.5 - half,
-                                        stage.top() + stage.height() + metrics.leading()),
+                                        stage.top() + stage.height() + leading),
                                 text));
         } else {
             rects.append(QRectF(stage.left() + stage.width() + CaptionGap, stage.top(),
@@ -199,13 +223,14 @@ QRectF KestStageProgressBarPrivate::barRect(const QPointF &first, const QPointF 
     return { left, top, right - left + 1, bottom - top + 1 };
 }
 
-QPainterPath KestStageProgressBarPrivate::shape(const QVector<QRectF> &stages) const
+QPainterPath KestStageProgressBarPrivate::shape(const QVector<QRectF> &stages,
+                                                const QRectF &bar) const
 {
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     for (const QRectF &stage : stages)
         path.addEllipse(stage);
-    path.addRect(barRect(stages.constFirst().center(), stages.constLast().center()));
+    path.addRect(bar);
     return path;
 }
 
@@ -222,10 +247,32 @@ QRectF KestStageProgressBarPrivate::completedPart(const QRectF &whole) const
     return part;
 }
 
+// The bar, and over it as much of the progress as there is.
+void KestStageProgressBarPrivate::fill(QPainter *painter, const QVector<QRectF> &stages)
+{
+    const QRectF bar = barRect(stages.constFirst().center(), stages.constLast().center());
+    const QPainterPath path = shape(stages, bar);
+    const auto fillWith = [&](KeptPicture<QVector<QRectF>, QRectF, QBrush> *picture,
+                              const QBrush &brush) {
+        picture->paint(painter, q->size(), { stages, bar, brush }, [&](QPainter *drawing) {
+            drawing->setRenderHint(QPainter::Antialiasing);
+            drawing->fillPath(path, brush);
+        });
+    };
+    fillWith(&restPicture, q->palette().window());
+    painter->save();
+    painter->setClipRect(completedPart(path.boundingRect()));
+    fillWith(&donePicture, rateBackground);
+    painter->restore();
+}
+
 KestStageProgressBar::KestStageProgressBar(QWidget *parent)
     : QWidget(parent), d(new KestStageProgressBarPrivate(this))
 {
     KestAccessibleProgress::install();
+    // Fonts that come and go may change what a font's name stands for.
+    connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, this,
+            [this] { d->knownMeasures.clear(); });
     adjustSize();
 }
 
@@ -249,6 +296,7 @@ void KestStageProgressBar::setStageCount(int count)
         return;
     d->stageCount = count;
     d->texts.resize(count);
+    d->knownMeasures.clear();
     update();
     updateGeometry();
 }
@@ -281,6 +329,7 @@ void KestStageProgressBar::setText(int index, const QString &text)
     if (index < 0 || index >= d->stageCount)
         return;
     d->texts[index] = text;
+    d->knownMeasures.clear();
     update();
     updateGeometry();
 }
@@ -463,16 +512,10 @@ void KestStageProgressBar::paintEvent(QPaintEvent *)
     const QVector<QString> texts = d->texts;
     const QVector<QRectF> captions = textVisible ? d->textRects(stages) : QVector<QRectF>();
     const int value = d->value;
-    const QPainterPath shape = d->shape(stages);
 
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(shape, palette().window());
-
-    painter.save();
-    painter.setClipRect(d->completedPart(shape.boundingRect()));
-    painter.fillPath(shape, d->rateBackground);
-    painter.restore();
+    d->fill(&painter, stages);
 
     for (int i = 0; i < stages.size() && guard; ++i) {
         drawStage(&painter, i, stages.at(i), value);

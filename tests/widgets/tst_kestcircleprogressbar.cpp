@@ -60,10 +60,8 @@ void draw(QPainter *painter, const Figure &figure)
 
 QImage drawn(const Figure &figure, qreal ratio = 1.0, const QSize &size = Size)
 {
-    QImage image = canvas(size, ratio);
-    QPainter painter(&image);
-    draw(&painter, figure);
-    return image;
+    Drawing drawing(size, [&figure](QPainter *painter) { draw(painter, figure); });
+    return rendered(&drawing, ratio);
 }
 
 // The arc alone, at any span.
@@ -575,6 +573,7 @@ void tst_KestCircleProgressBar::everyPlaceShowsTheSame_data()
     QLinearGradient gradient(0, 0, 100, 0);
     gradient.setColorAt(0, QColor(255, 0, 0, 30));
     gradient.setColorAt(1, Qt::blue);
+    QTest::newRow("pattern") << 20 << QBrush(Qt::magenta, Qt::DiagCrossPattern);
     QTest::newRow("gradient") << 20 << QBrush(gradient);
 }
 

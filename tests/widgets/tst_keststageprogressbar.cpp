@@ -8,16 +8,22 @@
 
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
+#include <QtGui/QFontDatabase>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
+#include <QtGui/private/qfont_p.h>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAccessibleWidget>
 #include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionProgressBar>
 #include <QtWidgets/QVBoxLayout>
 
 #include <functional>
 #include <limits>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -115,9 +121,8 @@ struct Figure
     QFont font;
 };
 
-QImage drawn(const Figure &figure, const QSize &size, qreal ratio)
+void draw(QPainter *painter, const Figure &figure)
 {
-    QImage image = canvas(size, ratio);
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     for (const QRectF &stage : figure.stages)
@@ -129,24 +134,73 @@ QImage drawn(const Figure &figure, const QSize &size, qreal ratio)
         : QRectF(QPointF(whole.left(), whole.bottom() - whole.height() * figure.share),
                  whole.bottomRight());
 
-    QPainter painter(&image);
-    painter.setFont(figure.font);
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.fillPath(path, figure.rest);
-    painter.setClipRect(part);
-    painter.fillPath(path, figure.done);
-    painter.setClipping(false);
+    painter->setFont(figure.font);
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    painter->fillPath(path, figure.rest);
+    painter->setClipRect(part);
+    painter->fillPath(path, figure.done);
+    painter->setClipping(false);
     for (int i = 0; i < figure.stages.size(); ++i) {
-        painter.setPen(figure.number);
-        painter.drawText(figure.stages.at(i), Qt::AlignCenter, QString::number(i + 1));
+        painter->setPen(figure.number);
+        painter->drawText(figure.stages.at(i), Qt::AlignCenter, QString::number(i + 1));
         if (i < figure.captions.size()) {
-            painter.setPen(figure.captionColor);
-            painter.drawText(figure.captions.at(i),
-                             figure.horizontal ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter,
-                             figure.texts.at(i));
+            painter->setPen(figure.captionColor);
+            painter->drawText(figure.captions.at(i),
+                              figure.horizontal ? Qt::AlignCenter
+                                                : Qt::AlignLeft | Qt::AlignVCenter,
+                              figure.texts.at(i));
         }
     }
-    return image;
+}
+
+QImage drawn(const Figure &figure, const QSize &size, qreal ratio)
+{
+    Drawing drawing(size, [&figure](QPainter *painter) { draw(painter, figure); });
+    return rendered(&drawing, ratio);
+}
+
+// What a bar with circles of the default radius is to look like, where its circles and captions are
+// known to be right.
+Figure figureOf(Probe *bar)
+{
+    bar->paint();
+    Figure figure;
+    figure.stages = bar->stages;
+    figure.captions = bar->captions;
+    figure.texts = bar->texts;
+    figure.horizontal = bar->orientation() == Qt::Horizontal;
+    const QPointF first = bar->stages.first().center();
+    const QPointF last = bar->stages.last().center();
+    if (figure.horizontal) {
+        figure.bar = QRect(QPoint(int(first.x()), int(first.y() - 2)),
+                           QPoint(int(last.x()), int(first.y() + 2)));
+    } else if (bar->textVisible()) {
+        figure.bar = QRect(QPoint(int(first.x() - 2), int(last.y())),
+                           QPoint(int(first.x() + 2), int(first.y())));
+    } else {
+        figure.bar = QRect(QPoint(int(first.x() + 2), int(last.y())),
+                           QPoint(int(first.x() - 2), int(first.y())));
+    }
+    figure.share = double(bar->value()) / bar->maximum();
+    figure.done = bar->rateBackground();
+    figure.rest = bar->palette().window();
+    figure.number = bar->stageIndexTextPen();
+    figure.captionColor = bar->palette().windowText().color();
+    figure.font = bar->font();
+    return figure;
+}
+
+// Another font than the one that stands in for an unknown one.
+QString otherFamily(const QString &unknown)
+{
+    const QString text = QStringLiteral("iMW");
+    const int width = QFontMetrics(QFont(unknown, 12)).horizontalAdvance(text);
+    const QStringList families = QFontDatabase().families(QFontDatabase::Latin);
+    for (const QString &family : families) {
+        if (QFontMetrics(QFont(family, 12)).horizontalAdvance(text) != width)
+            return family;
+    }
+    return QString();
 }
 
 void setCaptions(KestStageProgressBar *bar, const QStringList &texts)
@@ -221,6 +275,12 @@ private Q_SLOTS:
     void overridesAreAskedForEachStep();
     void looksLikeItsDrawing_data();
     void looksLikeItsDrawing();
+    void eachChangeIsDrawnAnew_data();
+    void eachChangeIsDrawnAnew();
+    void everyPlaceShowsTheSame_data();
+    void everyPlaceShowsTheSame();
+    void captionsAreMeasuredAnew_data();
+    void captionsAreMeasuredAnew();
     void connectingBars_data();
     void connectingBars();
     void emptyBarShowsNoProgress();
@@ -907,32 +967,161 @@ void tst_KestStageProgressBar::looksLikeItsDrawing()
                 if (captions)
                     setCaptions(&bar, captionsOf(5));
                 bar.resize(bar.sizeHint() + QSize(17, 23));
-                bar.paint();
-
-                Figure figure;
-                figure.stages = bar.stages;
-                figure.captions = bar.captions;
-                figure.texts = bar.texts;
-                figure.horizontal = orientation == Qt::Horizontal;
-                const QPointF first = bar.stages.first().center();
-                const QPointF last = bar.stages.last().center();
-                if (figure.horizontal) {
-                    figure.bar = QRect(QPoint(int(first.x()), int(first.y() - 2)),
-                                       QPoint(int(last.x()), int(first.y() + 2)));
-                } else if (captions) {
-                    figure.bar = QRect(QPoint(int(first.x() - 2), int(last.y())),
-                                       QPoint(int(first.x() + 2), int(first.y())));
-                } else {
-                    figure.bar = QRect(QPoint(int(first.x() + 2), int(last.y())),
-                                       QPoint(int(first.x() - 2), int(first.y())));
-                }
-                figure.share = value / 99.0;
-                figure.rest = bar.palette().brush(QPalette::Active, QPalette::Window);
-                figure.captionColor = bar.palette().color(QPalette::Active, QPalette::WindowText);
-                figure.font = bar.font();
-                QCOMPARE(rendered(&bar, ratio), drawn(figure, bar.size(), ratio));
+                QCOMPARE(rendered(&bar, ratio), drawn(figureOf(&bar), bar.size(), ratio));
             }
         }
+    }
+}
+
+void tst_KestStageProgressBar::eachChangeIsDrawnAnew_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<Qt::Orientation>("orientation");
+    for (const qreal ratio : { 1.0, 1.25, 1.5, 2.0 }) {
+        QTest::addRow("row at %.2f", ratio) << ratio << Qt::Horizontal;
+        QTest::addRow("column at %.2f", ratio) << ratio << Qt::Vertical;
+    }
+}
+
+void tst_KestStageProgressBar::eachChangeIsDrawnAnew()
+{
+    QFETCH(qreal, ratio);
+    QFETCH(Qt::Orientation, orientation);
+    QLinearGradient gradient(0, 0, 300, 300);
+    gradient.setColorAt(0, Qt::yellow);
+    gradient.setColorAt(1, QColor(0, 0, 255, 100));
+    QPalette palette;
+    palette.setBrush(QPalette::Active, QPalette::Window, QColor(10, 120, 30, 99));
+    palette.setBrush(QPalette::Disabled, QPalette::Window, QBrush(gradient));
+    palette.setBrush(QPalette::Inactive, QPalette::Window, QColor(90, 20, 30));
+    FramedStyle framed;
+    std::unique_ptr<QStyle> fusion(QStyleFactory::create(QStringLiteral("Fusion")));
+    Probe bar;
+    bar.setStyle(fusion.get());
+    bar.setOrientation(orientation);
+    bar.setValue(40);
+    bar.resize(300, 280);
+    const QVector<std::function<void()>> changes {
+        [] {},
+        [&] { bar.setValue(70); },
+        [&] { bar.setRateBackground(gradient); },
+        [&] { bar.setRateBackground(QColor(100, 0, 0, 100)); },
+        [&] { bar.setRateBackground(QBrush(Qt::red, Qt::Dense5Pattern)); },
+        [&] { bar.setPalette(palette); },
+        [&] { bar.setEnabled(false); },
+        [&] { bar.setEnabled(true); },
+        [&] { bar.setStageCount(3); },
+        [&] { bar.setStageCount(6); },
+        [&] { setCaptions(&bar, captionsOf(5)); },
+        [&] { bar.setText(0, QStringLiteral("A much longer beginning")); },
+        [&] { bar.setFont(QFont(bar.font().family(), 17)); },
+        [&] { bar.setStyle(&framed); },
+        [&] { bar.resize(280, 300); },
+        [&] { bar.resize(300, 300); },
+        [&] { bar.setTextVisible(false); },
+        [&] { bar.setLayoutDirection(Qt::RightToLeft); },
+        [&] { bar.setOrientation(Qt::Horizontal); },
+        [&] { bar.setOrientation(Qt::Vertical); },
+        [&] { bar.setStyle(fusion.get()); },
+    };
+    for (int i = 0; i < changes.size(); ++i) {
+        changes.at(i)();
+        for (const qreal other : { ratio, ratio + 1.0, ratio }) {
+            QVERIFY2(rendered(&bar, other) == drawn(figureOf(&bar), bar.size(), other),
+                     qPrintable(QStringLiteral("change %1 at %2").arg(i).arg(other)));
+        }
+    }
+    bar.setStyle(nullptr);
+}
+
+void tst_KestStageProgressBar::everyPlaceShowsTheSame_data()
+{
+    QTest::addColumn<Qt::Orientation>("orientation");
+    QTest::addColumn<QBrush>("brush");
+    QLinearGradient gradient(0, 0, 100, 0);
+    gradient.setColorAt(0, QColor(255, 0, 0, 30));
+    gradient.setColorAt(1, Qt::blue);
+    QTest::newRow("row") << Qt::Horizontal << QBrush(QColor(9, 200, 9));
+    QTest::newRow("translucent row") << Qt::Horizontal << QBrush(QColor(9, 200, 9, 90));
+    QTest::newRow("column") << Qt::Vertical << QBrush(QColor(9, 200, 9, 90));
+    QTest::newRow("gradient") << Qt::Horizontal << QBrush(gradient);
+    QTest::newRow("pattern") << Qt::Vertical << QBrush(Qt::magenta, Qt::DiagCrossPattern);
+}
+
+void tst_KestStageProgressBar::everyPlaceShowsTheSame()
+{
+    QFETCH(Qt::Orientation, orientation);
+    QFETCH(QBrush, brush);
+    Probe bar;
+    bar.setOrientation(orientation);
+    bar.setRateBackground(brush);
+    QPalette palette = bar.palette();
+    palette.setBrush(QPalette::Window, brush);
+    bar.setPalette(palette);
+    bar.setValue(50);
+    bar.resize(120, 110);
+    const Figure figure = figureOf(&bar);
+    Drawing drawing(bar.size(), [&figure](QPainter *painter) { draw(painter, figure); });
+    // Twice each: what the first one leaves behind is no other's.
+    const QVector<Surface> all = surfaces() + surfaces();
+    for (const Surface &surface : all)
+        QVERIFY2(surface.painted(&bar) == surface.painted(&drawing), surface.name);
+}
+
+void tst_KestStageProgressBar::captionsAreMeasuredAnew_data()
+{
+    QTest::addColumn<Qt::Orientation>("orientation");
+    QTest::newRow("row") << Qt::Horizontal;
+    QTest::newRow("column") << Qt::Vertical;
+}
+
+void tst_KestStageProgressBar::captionsAreMeasuredAnew()
+{
+    QFETCH(Qt::Orientation, orientation);
+    // A name that stands for no font, yet.
+    const QString family = QStringLiteral("Nowhere %1").arg(orientation);
+    Probe bar;
+    bar.setOrientation(orientation);
+    setCaptions(&bar, captionsOf(5));
+    QSize before = bar.sizeHint();
+    const QVector<std::function<void()>> changes {
+        [&] { bar.setText(0, QStringLiteral("An even longer beginning of many words")); },
+        [&] { bar.setText(4, QStringLiteral("An end that is longer than the whole rest of it")); },
+        [&] { bar.setFont(QFont(bar.font().family(), 30)); },
+        [&] { bar.setStyleSheet(QStringLiteral("* { font-size: 7px; }")); },
+        [&] { bar.setStageCount(2); },
+        [&] { bar.setStageCount(9); },
+        [&] {
+            bar.setText(8, QStringLiteral("One that has to be the longest of all of them here"));
+        },
+        [&] { bar.setStyleSheet(QString()); },
+        [&] { bar.setFont(QFont(family, 12)); },
+        [&] {
+            QFont::insertSubstitution(family, otherFamily(family));
+            QFontCache::instance()->clear();
+            Q_EMIT qGuiApp->fontDatabaseChanged();
+        },
+    };
+    for (int i = 0; i < changes.size(); ++i) {
+        changes.at(i)();
+        const QSize hint = bar.sizeHint();
+        QVERIFY2(hint != before, qPrintable(QString::number(i)));
+        before = hint;
+        Probe fresh;
+        fresh.setOrientation(orientation);
+        fresh.setStageCount(bar.stageCount());
+        for (int j = 0; j < bar.stageCount(); ++j)
+            fresh.setText(j, bar.text(j));
+        fresh.setTextVisible(true);
+        fresh.setFont(bar.font());
+        fresh.setStyleSheet(bar.styleSheet());
+        QCOMPARE(hint, fresh.sizeHint());
+        bar.resize(hint);
+        fresh.resize(hint);
+        bar.paint();
+        fresh.paint();
+        QCOMPARE(bar.stages, fresh.stages);
+        QCOMPARE(bar.captions, fresh.captions);
     }
 }
 
