@@ -126,6 +126,7 @@ Q_SIGNALS:
     void iconSizeChanged(const QSize &size);
 
 protected:
+    bool event(QEvent *event) override;
     void actionEvent(QActionEvent *event) override;
 
 private:

@@ -5,6 +5,7 @@
 
 #include "KestNavigationImageButton.h"
 #include "KestUserButton.h"
+#include "QuietLayout.h"
 #include "Util.h"
 
 #include <QtCore/QPointer>
@@ -44,6 +45,8 @@ void bindButton(KestToolButton *button, QWidgetAction *action)
 class KestNavigationBarPrivate
 {
 public:
+    explicit KestNavigationBarPrivate(KestNavigationBar *bar) : quiet(bar) { }
+
     struct Group
     {
         QList<std::shared_ptr<KestWidgetItem>> items;
@@ -52,6 +55,7 @@ public:
 
     Group groups[GroupCount];
     QSize iconSize = QSize(16, 16);
+    QuietLayout quiet;
 
     // Null for a position that is no group.
     Group *group(int position)
@@ -61,7 +65,7 @@ public:
 };
 
 KestNavigationBar::KestNavigationBar(QWidget *parent)
-    : QWidget(parent), d(new KestNavigationBarPrivate)
+    : QWidget(parent), d(new KestNavigationBarPrivate(this))
 {
     setFixedHeight(BarHeight);
     auto *layout = new QHBoxLayout(this);
@@ -241,6 +245,12 @@ void KestNavigationBar::setIconSize(const QSize &size)
     Q_EMIT iconSizeChanged(size);
 }
 
+bool KestNavigationBar::event(QEvent *event)
+{
+    d->quiet.see(event);
+    return QWidget::event(event);
+}
+
 void KestNavigationBar::actionEvent(QActionEvent *event)
 {
     // Changes reach the widgets by themselves.
@@ -251,7 +261,7 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
     const QPointer<KestNavigationBar> guard(this);
 
     if (event->type() == QEvent::ActionAdded) {
-        const Util::QuietLayout quiet(layout());
+        const QuietLayout::Scope quiet(d->quiet);
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->iconSize, this);
         // Whoever heard of the new widget may have taken the action away again. One that belongs to
@@ -264,19 +274,18 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
         return;
     }
 
-    const std::shared_ptr<KestWidgetItem> item =
+    std::shared_ptr<KestWidgetItem> item =
         group ? Util::find(action, group->items) : std::shared_ptr<KestWidgetItem>();
     if (!item)
         return;
-    group->items.removeOne(item);
     QWidget *const widget = item->widget();
-    if (!widget)
-        return;
-    group->layout->removeWidget(widget);
+    const QuietLayout::Scope quiet(d->quiet, widget);
+    Util::takeItem(item, group->items, group->layout);
     // It belongs to its action, which may be put on a bar again; unless it is elsewhere already.
-    if (item->isCustomWidget() && widget->parentWidget() == this) {
+    if (widget && item->isCustomWidget() && widget->parentWidget() == this) {
         widget->hide();
         if (guard && item->widget() && widget->parentWidget() == this && widget->isHidden())
             widget->setParent(nullptr);
     }
+    item.reset(); // its button dies while the layout is quiet
 }

@@ -5,6 +5,7 @@
 
 #include "KestMaximumSizeButton.h"
 #include "MenuBarItem.h"
+#include "QuietLayout.h"
 #include "Util.h"
 #include "ui_KestTitleBar.h"
 
@@ -69,7 +70,7 @@ QString caption(const QWidget *window)
 class KestTitleBarPrivate
 {
 public:
-    explicit KestTitleBarPrivate(KestTitleBar *bar) : q(bar) { }
+    explicit KestTitleBarPrivate(KestTitleBar *bar) : q(bar), quiet(bar) { }
 
     QSize pixmapSize() const;
     QSize position() const;
@@ -94,6 +95,7 @@ public:
     bool iconVisible = true;
     bool customIcon = false;
     QList<std::shared_ptr<KestWidgetItem>> items;
+    QuietLayout quiet;
     QSize iconSize = QSize(32, 32);
     QSize iconPos = QSize(8, 4);
     QSize actionIconSize = QSize(32, 32);
@@ -405,6 +407,7 @@ void KestTitleBar::onMinimumSizeBtn()
 
 bool KestTitleBar::event(QEvent *event)
 {
+    d->quiet.see(event);
     switch (event->type()) {
     case QEvent::DynamicPropertyChange:
         if (static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == GeoRateProperty)
@@ -486,7 +489,7 @@ void KestTitleBar::actionEvent(QActionEvent *event)
     QAction *const action = event->action();
     if (event->type() == QEvent::ActionAdded) {
         const QPointer<KestTitleBar> guard(this);
-        const Util::QuietLayout quiet(layout());
+        const QuietLayout::Scope quiet(d->quiet);
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->actionIconSize, this);
         // Whoever heard of the new widget may have taken the action away again.
@@ -498,12 +501,12 @@ void KestTitleBar::actionEvent(QActionEvent *event)
         return;
     }
     // A change is not told from a removal: what a button can follow reaches it without the bar.
-    const std::shared_ptr<KestWidgetItem> item = Util::find(action, d->items);
+    std::shared_ptr<KestWidgetItem> item = Util::find(action, d->items);
     if (!item)
         return;
-    d->items.removeOne(item);
-    if (QWidget *widget = item->widget())
-        ui->actionLayout->removeWidget(widget);
+    const QuietLayout::Scope quiet(d->quiet, item->widget());
+    Util::takeItem(item, d->items, ui->actionLayout);
+    item.reset(); // its button dies while the layout is quiet
 }
 
 bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)

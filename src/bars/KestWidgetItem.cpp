@@ -6,6 +6,7 @@
 #include "KestSeparator.h"
 #include "KestToolButton.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidgetAction>
 
@@ -70,6 +71,7 @@ KestWidgetItem::KestWidgetItem(QAction *action, Qt::Orientation orientation, con
         d->widget = button;
         if (d->action)
             bindButton(button, iconSize);
+        settle();
     }
 }
 
@@ -106,6 +108,18 @@ QWidget *KestWidgetItem::widget() const
 bool KestWidgetItem::isCustomWidget() const
 {
     return d->customWidget;
+}
+
+// Qt posts two events to a widget that is made and shown: to polish it, which is done by then, and
+// to paint it. All that is posted is searched for what is pending for a widget that dies, and a bar
+// with many buttons would have it full of theirs.
+void KestWidgetItem::settle()
+{
+    if (!d->widget || !d->widget->testAttribute(Qt::WA_WState_Polished))
+        return;
+    QCoreApplication::removePostedEvents(d->widget, QEvent::PolishRequest);
+    QCoreApplication::removePostedEvents(d->widget, QEvent::UpdateLater);
+    d->widget->update();
 }
 
 // What QToolButton::setDefaultAction() does not mirror is followed by the item, and ends with it.

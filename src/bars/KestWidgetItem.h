@@ -58,6 +58,7 @@ Q_SIGNALS:
 private:
     Q_DISABLE_COPY(KestWidgetItem)
     void bindButton(KestToolButton *button, const QSize &iconSize);
+    void settle();
 
     KestWidgetItemPrivate *d;
 };

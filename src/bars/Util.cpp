@@ -45,6 +45,18 @@ std::shared_ptr<KestWidgetItem> Util::find(QWidget *widget, const ItemList &item
     return findFirst(items, [widget](const auto &item) { return item->widget() == widget; });
 }
 
+void Util::takeItem(const std::shared_ptr<KestWidgetItem> &item, ItemList &items, QLayout *layout)
+{
+    const int index = items.indexOf(item);
+    items.removeAt(index);
+    QWidget *const widget = item->widget();
+    if (!widget)
+        return;
+    // Mostly in the same place in the layout, which is long where there are many.
+    QLayoutItem *const same = layout->itemAt(index);
+    delete layout->takeAt(same && same->widget() == widget ? index : layout->indexOf(widget));
+}
+
 QPixmap Util::iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State state,
                          qreal devicePixelRatio)
 {

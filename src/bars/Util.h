@@ -7,7 +7,6 @@
 #include "KestWidgetItem.h"
 
 #include <QtCore/QList>
-#include <QtCore/QPointer>
 #include <QtGui/QIcon>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QLayout>
@@ -52,10 +51,22 @@ void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
     items.insert(index, item);
     if (!item->widget())
         return;
-    layout->insertWidget(place, item->widget());
+    QWidget *const widget = item->widget();
+    if (widget->isVisible() && widget->parentWidget() == layout->parentWidget()
+        && !widget->testAttribute(Qt::WA_LaidOut)) {
+        // The layout itself would have it shown later, by a call that waits in the event queue.
+        widget->setAttribute(Qt::WA_LaidOut);
+        layout->insertItem(place, new QWidgetItemV2(widget));
+    } else {
+        layout->insertWidget(place, widget);
+    }
     if (item->isCustomWidget() && item->widget() && item->action())
         item->widget()->setVisible(item->action()->isVisible());
 }
+
+/*! Takes \a item out of \a items, and its widget out of \a layout, as addItem() put them there. */
+void takeItem(const std::shared_ptr<KestWidgetItem> &item,
+              QList<std::shared_ptr<KestWidgetItem>> &items, QLayout *layout);
 
 /*!
     Returns \a icon at its first available size for \a state, scaled down to \a maximumHeight where
@@ -64,31 +75,6 @@ void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
 */
 QPixmap iconPixmap(const QIcon &icon, int maximumHeight, QIcon::State state,
                    qreal devicePixelRatio);
-
-/*!
-    Keeps a layout from being activated as long as it lives. A widget that is shown activates its
-    parent's layout at once, which moves all others for each one that is added; what changed is laid
-    out when control returns to the event loop.
-*/
-class QuietLayout
-{
-public:
-    explicit QuietLayout(QLayout *layout) : m_layout(layout), m_enabled(layout->isEnabled())
-    {
-        layout->setEnabled(false);
-    }
-    ~QuietLayout()
-    {
-        if (m_layout)
-            m_layout->setEnabled(m_enabled);
-    }
-
-private:
-    Q_DISABLE_COPY(QuietLayout)
-
-    const QPointer<QLayout> m_layout; // weak, since the bar may be deleted meanwhile
-    const bool m_enabled;
-};
 
 /*! Returns \a icon, as it is for QIcon::Off, with exactly \a pixels, and a device pixel ratio of
     1. */

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "QuietLayout.h"
+
+#include <QtCore/QEvent>
+#include <QtWidgets/QLayout>
+
+namespace {
+
+// The widget is half dead, and known by its address alone.
+void takeOut(const QObject *widget, QLayout *layout)
+{
+    int place = 0;
+    while (QLayoutItem *item = layout->itemAt(place)) {
+        if (item->widget() == widget) {
+            delete layout->takeAt(place);
+            continue;
+        }
+        if (QLayout *inner = item->layout())
+            takeOut(widget, inner);
+        ++place;
+    }
+}
+
+} // namespace
+
+void QuietLayout::see(QEvent *event)
+{
+    if (!m_quiet)
+        return;
+    switch (event->type()) {
+    case QEvent::ChildRemoved: {
+        const QObject *const child = static_cast<QChildEvent *>(event)->child();
+        if (child->isWidgetType() && child != m_leaving)
+            takeOut(child, m_bar->layout());
+        break;
+    }
+    case QEvent::LayoutRequest:
+    case QEvent::Resize:
+        end();
+        m_bar->layout()->invalidate();
+        m_bar->layout()->activate();
+        break;
+    default:
+        break;
+    }
+}
+
+void QuietLayout::end()
+{
+    m_quiet = false;
+    m_bar->layout()->setEnabled(true);
+}
+
+QuietLayout::Scope::Scope(QuietLayout &quiet, const QWidget *leaving)
+    : m_quiet(quiet), m_bar(quiet.m_bar)
+{
+    m_quiet.m_leaving = leaving;
+    // A layout that is disabled already is the host's, or that of the scope around.
+    if (!m_bar->layout()->isEnabled())
+        return;
+    m_bar->layout()->setEnabled(false);
+    m_quiet.m_quiet = m_began = true;
+}
+
+QuietLayout::Scope::~Scope()
+{
+    if (!m_bar)
+        return;
+    // Not that of the scope around: it may be back in the layout by now.
+    m_quiet.m_leaving = nullptr;
+    if (m_began && m_quiet.m_quiet)
+        m_quiet.end();
+}
