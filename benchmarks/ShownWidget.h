@@ -52,14 +52,19 @@ Work toggleAndPaint(Button *button)
     };
 }
 
-/*! Paints \a edit while it has the focus. */
+/*! Paints \a edit while it has the focus, and the fields in it: they may be opaque, and then are
+   not painted along with it. */
 inline Work paintFocused(QWidget *edit, QWidget *focus = nullptr)
 {
     const auto owner = shown(edit);
     giveFocus(focus ? focus : edit);
-    return [owner, edit] {
-        for (int i = 0; i < Paints; ++i)
+    const QList<QWidget *> fields = edit->findChildren<QWidget *>();
+    return [owner, edit, fields] {
+        for (int i = 0; i < Paints; ++i) {
+            for (QWidget *field : fields)
+                field->update();
             edit->repaint();
+        }
     };
 }
 

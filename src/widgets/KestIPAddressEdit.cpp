@@ -79,8 +79,9 @@ bool isTyping(const QKeyEvent *event)
 class Sections
 {
 public:
-    Sections(const QWidget *edit, const QStyleOptionFrame &option)
-        : m_dotWidth(option.fontMetrics.boundingRect(Dot).width())
+    Sections(const QWidget *edit, const QStyleOptionFrame &option,
+             const KestIPAddressEditPrivate::Widths &widths)
+        : m_dotWidth(widths.dot)
     {
         const int height = edit->height();
         m_first = edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit);
@@ -89,7 +90,7 @@ public:
             m_first.setTop(0);
             m_first.setBottom(height - 1);
         }
-        m_first.setWidth(option.fontMetrics.boundingRect(sectionTemplate()).width());
+        m_first.setWidth(widths.section);
     }
 
     int dotWidth() const { return m_dotWidth; }
@@ -147,6 +148,27 @@ QRect KestIPAddressEditPrivate::cursorRect() const
     return cursor.toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
+// Every paint needs them, and only another font changes them.
+const KestIPAddressEditPrivate::Widths &
+KestIPAddressEditPrivate::widths(const QFontMetrics &metrics) const
+{
+    if (knownWidths.section == 0 || measuredIn != metrics) {
+        knownWidths.section = metrics.boundingRect(sectionTemplate()).width();
+        knownWidths.dot = metrics.boundingRect(Dot).width();
+        measuredIn = metrics;
+    }
+    return knownWidths;
+}
+
+// As text at the beginning of a rectangle that is as wide as the dot's ink, and cuts the rest off.
+void KestIPAddressEditPrivate::paintDot(QPainter *painter, const QRectF &rect) const
+{
+    painter->save();
+    painter->setClipRect(rect, Qt::IntersectClip);
+    dotLayout.lineAt(0).draw(painter, rect.topLeft());
+    painter->restore();
+}
+
 KestIPAddressEdit::KestIPAddressEdit(QWidget *parent)
     : QWidget(parent), d(new KestIPAddressEditPrivate(this))
 {
@@ -164,6 +186,8 @@ KestIPAddressEdit::KestIPAddressEdit(QWidget *parent)
     });
     connect(this, &QWidget::customContextMenuRequested, this,
             &KestIPAddressEdit::onCustomContextMenuRequested);
+    // Fonts that come and go may change what a font's name stands for.
+    connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, this, [this] { d->knownWidths = {}; });
     updateTextLayout();
     initActions();
     setReadOnly(d->readOnly);
@@ -289,6 +313,9 @@ void KestIPAddressEdit::updateTextLayout()
         layout.setFont(font());
         redoTextLayout(layout);
     }
+    d->dotLayout.setCacheEnabled(true);
+    d->dotLayout.setFont(font());
+    redoTextLayout(d->dotLayout);
 }
 
 // Returns the ascent of the line.
@@ -405,7 +432,7 @@ QRect KestIPAddressEdit::rectOfIpSection(int section) const
     initStyleOption(&option);
     if (!guard)
         return QRect();
-    return Sections(this, option).rect(section);
+    return Sections(this, option, d->widths(option.fontMetrics)).rect(section);
 }
 
 // Where the text of a section is in the rectangle of the section: in its middle.
@@ -424,7 +451,7 @@ int KestIPAddressEdit::xToCursor(int x) const
     initStyleOption(&option);
     if (!guard)
         return 0;
-    const Sections sections(this, option);
+    const Sections sections(this, option, d->widths(option.fontMetrics));
     if (!guard || x < sections.rect(0).left())
         return 0;
     // A dot belongs to what is before it, and so does what is behind the last section.
@@ -444,7 +471,7 @@ void KestIPAddressEdit::paintEvent(QPaintEvent *)
     QPainter painter(this);
     style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
 
-    const Sections sections(this, option);
+    const Sections sections(this, option, d->widths(option.fontMetrics));
     const bool withCursor = d->cursorVisible && hasFocus() && !d->readOnly;
     for (int section = 0; section < SectionCount; ++section) {
         const QTextLayout &layout = d->layouts[size_t(section)];
@@ -454,7 +481,7 @@ void KestIPAddressEdit::paintEvent(QPaintEvent *)
         if (section < LastSection) {
             const QRectF dotRect(rect.right() + 1, bounds.top(), sections.dotWidth(),
                                  bounds.height());
-            painter.drawText(dotRect, Dot, QTextOption());
+            d->paintDot(&painter, dotRect);
         }
         if (withCursor && section == sectionOfCursorPosition(d->cursorPosition)) {
             layout.drawCursor(&painter, bounds.topLeft() + QPoint(0, d->cursorAscentOffset),

@@ -6,6 +6,7 @@
 
 #include <QtCore/QTimer>
 #include <QtCore/QVector>
+#include <QtGui/QFontMetrics>
 #include <QtGui/QTextLayout>
 
 #include <array>
@@ -48,11 +49,20 @@ class KestIPAddressEditPrivate
 public:
     using Selection = QVector<QTextLayout::FormatRange>; // of one section; the first one counts
 
+    // Of what does not change with the address.
+    struct Widths
+    {
+        int section = 0;
+        int dot = 0;
+    };
+
     explicit KestIPAddressEditPrivate(KestIPAddressEdit *edit) : q(edit) { }
 
     QString text(int section) const { return layouts[size_t(section)].text(); }
 
     QRect cursorRect() const;
+    const Widths &widths(const QFontMetrics &metrics) const;
+    void paintDot(QPainter *painter, const QRectF &rect) const;
     void copy() const;
     void paste();
     void setCursorPosition(int position);
@@ -75,6 +85,9 @@ public:
     int pressPosition = 0;
     bool mousePressed = false; // what follows is a drag
     std::array<QTextLayout, SectionCount> layouts;
+    QTextLayout dotLayout = QTextLayout(QString(Dot));
+    mutable Widths knownWidths; // by the metrics of the font; 0 until asked for
+    mutable QFontMetrics measuredIn = QFontMetrics(QFont());
     QTimer blinkTimer;
     bool cursorVisible = false;
     QVector<Selection> selections = QVector<Selection>(SectionCount);

@@ -10,6 +10,8 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QtMath>
+#include <QtGui/QFontDatabase>
+#include <QtGui/QFontMetrics>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
@@ -151,6 +153,19 @@ protected:
 private:
     const Paint m_paint;
 };
+
+/*! Returns another font than the one that stands in for the font \a unknown. */
+inline QString otherFamily(const QString &unknown)
+{
+    const QString text = QStringLiteral("iMW");
+    const int width = QFontMetrics(QFont(unknown, 12)).horizontalAdvance(text);
+    const QStringList families = QFontDatabase().families(QFontDatabase::Latin);
+    for (const QString &family : families) {
+        if (QFontMetrics(QFont(family, 12)).horizontalAdvance(text) != width)
+            return family;
+    }
+    return QString();
+}
 
 /*! Dresses a widget in a row's style and sheet, as long as it lives. */
 class Dress

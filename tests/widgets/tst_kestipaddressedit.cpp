@@ -14,6 +14,7 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QPainter>
+#include <QtGui/private/qfont_p.h>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QAction>
@@ -268,6 +269,7 @@ private Q_SLOTS:
     void sectionsArePacked();
     void invalidContentsRectIsReplaced();
     void fontChangeLaysOutAnew();
+    void changesOfTheFontMoveTheSections();
 
     void look_data();
     void look();
@@ -1769,6 +1771,43 @@ void tst_KestIPAddressEdit::fontChangeLaysOutAnew()
     QVERIFY(after.width() > before.width());
 }
 
+void tst_KestIPAddressEdit::changesOfTheFontMoveTheSections()
+{
+    const QStringList texts { QStringLiteral("192"), QStringLiteral("16"), QStringLiteral("100"),
+                              QStringLiteral("255") };
+    const QString family = QStringLiteral("Nowhere");
+    Edit edit(texts.join(QLatin1Char('|')) + QStringLiteral(" @0"));
+    edit.resize(700, 60);
+    QCOMPARE(rendered(&edit), expectedLook(edit, texts, -1, -4));
+    const QVector<std::function<void()>> changes {
+        [&] { edit.setFont(QFont(edit.font().family(), 21)); },
+        [&] { edit.setFont(QFont(family, 21)); },
+        [&] { edit.setStyleSheet(QStringLiteral("* { font-size: 9px; font-style: italic; }")); },
+        [&] { edit.setLayoutDirection(Qt::RightToLeft); },
+        [&] { edit.setStyleSheet(QString()); },
+    };
+    for (int i = 0; i < changes.size(); ++i) {
+        changes.at(i)();
+        // Which of the two comes first.
+        if (i % 2 == 0)
+            sendMouseAt(&edit, 0);
+        for (const qreal ratio : { 1.0, 1.5 }) {
+            QVERIFY2(rendered(&edit, ratio) == expectedLook(edit, texts, -1, -4, ratio),
+                     qPrintable(QString::number(i)));
+        }
+    }
+    // A font of that name comes, or its stand-in goes.
+    const KestIPAddressEditPrivate *d = recordOf(&edit);
+    const int before = d->widths(edit.fontMetrics()).section;
+    QFont::insertSubstitution(family, otherFamily(family));
+    QFontCache::instance()->clear();
+    Q_EMIT qGuiApp->fontDatabaseChanged();
+    const int after = d->widths(edit.fontMetrics()).section;
+    QCOMPARE(after, Places(edit).section);
+    QVERIFY(after != before);
+    QCOMPARE(d->widths(edit.fontMetrics()).dot, Places(edit).dot);
+}
+
 void tst_KestIPAddressEdit::look_data()
 {
     QTest::addColumn<QString>("state");
@@ -1776,7 +1815,7 @@ void tst_KestIPAddressEdit::look_data()
     QTest::addColumn<bool>("readOnly");
     QTest::addColumn<bool>("cursor");
     QTest::addColumn<qreal>("ratio");
-    for (qreal ratio : { 1.0, 1.5, 2.0 }) {
+    for (const qreal ratio : { 1.0, 1.25, 1.5, 2.0 }) {
         const auto row = [ratio](const char *name, const char *state, bool enabled, bool readOnly,
                                  bool cursor) {
             QTest::newRow(qPrintable(QStringLiteral("%1, %2").arg(QLatin1String(name)).arg(ratio)))

@@ -8,7 +8,6 @@
 
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
-#include <QtGui/QFontDatabase>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
@@ -188,19 +187,6 @@ Figure figureOf(Probe *bar)
     figure.captionColor = bar->palette().windowText().color();
     figure.font = bar->font();
     return figure;
-}
-
-// Another font than the one that stands in for an unknown one.
-QString otherFamily(const QString &unknown)
-{
-    const QString text = QStringLiteral("iMW");
-    const int width = QFontMetrics(QFont(unknown, 12)).horizontalAdvance(text);
-    const QStringList families = QFontDatabase().families(QFontDatabase::Latin);
-    for (const QString &family : families) {
-        if (QFontMetrics(QFont(family, 12)).horizontalAdvance(text) != width)
-            return family;
-    }
-    return QString();
 }
 
 void setCaptions(KestStageProgressBar *bar, const QStringList &texts)
