@@ -3,6 +3,8 @@
 
 #include "KestFramelessDelegate_p.h"
 
+#include "Util.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtGui/QCursor>
@@ -115,8 +117,11 @@ void KestFramelessDelegate::removeMoveBar(QWidget *widget)
     // What is not watched any more is not heard of when the button is released.
     if (d->movedBar == widget)
         endMove();
-    if (d->widget == widget)
-        leaveEdges();
+    if (d->widget != widget)
+        return;
+    if (QWindow *window = widget->windowHandle())
+        window->removeEventFilter(this);
+    leaveEdges();
 }
 
 bool KestFramelessDelegate::shadowless() const
@@ -143,6 +148,11 @@ void KestFramelessDelegate::setShadowless(bool shadowless)
 
 bool KestFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched->isWindowType()) {
+        if (event->type() == QEvent::Resize)
+            adaptMarginsUnlaid();
+        return false;
+    }
     if (watched == d->widget) {
         // What is done here may have the host delete the window.
         const QPointer<KestFramelessDelegate> guard(this);
@@ -173,10 +183,21 @@ bool KestFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
 void KestFramelessDelegate::resizeEvent(QResizeEvent *)
 {
     const QPointer<KestFramelessDelegate> guard(this);
-    const int margin = d->isNormal() ? d->shadowWidth : 0;
+    const int margin = d->margin();
     d->widget->setContentsMargins(margin, margin, margin, margin);
     if (guard)
         updateLayout();
+}
+
+// The layout hears of a new size before any filter does. Margins that change along with the size,
+// as they do when the window is maximised or restored, would have it lay out once for each of them.
+void KestFramelessDelegate::adaptMarginsUnlaid()
+{
+    QLayout *const layout = d->widget->layout();
+    if (!layout || d->widget->contentsMargins().left() == d->margin())
+        return;
+    const Util::QuietLayout quiet(layout);
+    resizeEvent(nullptr);
 }
 
 void KestFramelessDelegate::styleChangeEvent(QEvent *)
@@ -186,10 +207,12 @@ void KestFramelessDelegate::styleChangeEvent(QEvent *)
 
 void KestFramelessDelegate::platformSurfaceEvent(QPlatformSurfaceEvent *event)
 {
-    if (event->surfaceEventType() != QPlatformSurfaceEvent::SurfaceCreated
-        || d->widget->maximumSize() == UnlimitedSize) {
+    if (event->surfaceEventType() != QPlatformSurfaceEvent::SurfaceCreated)
         return;
-    }
+    if (QWindow *window = d->widget->windowHandle())
+        window->installEventFilter(this);
+    if (d->widget->maximumSize() == UnlimitedSize)
+        return;
     // The window is just being made: setWindowFlags() would make it once more.
     const Qt::WindowFlags flags = d->widget->windowFlags() & ~Qt::WindowMaximizeButtonHint;
     d->widget->overrideWindowFlags(flags);

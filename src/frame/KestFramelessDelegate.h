@@ -85,6 +85,7 @@ protected:
 private:
     Q_DISABLE_COPY(KestFramelessDelegate)
     void region(const QPoint &globalPos, const QPoint &windowPos);
+    void adaptMarginsUnlaid();
     void updateLayout();
     void paintShadow(QImage *image, const QPoint &origin, int width);
 

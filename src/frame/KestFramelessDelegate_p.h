@@ -17,6 +17,7 @@ public:
     static constexpr int DefaultShadowWidth = 8; // pixels of transparent margin
 
     bool isNormal() const { return !widget->isMaximized() && !widget->isFullScreen(); }
+    int margin() const { return isNormal() ? shadowWidth : 0; }
     bool isFixedSize() const { return widget->minimumSize() == widget->maximumSize(); }
 
     QWidget *widget = nullptr;

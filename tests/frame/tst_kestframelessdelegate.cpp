@@ -265,6 +265,7 @@ private Q_SLOTS:
     void contentsMarginsFollowTheState();
     void layoutMarginsFollowTheSheetsBorder();
     void layoutMarginsAreLeftWithoutSheet();
+    void changesOfTheStateLayOutOnce();
     void maximumSizeTakesTheMaximiseHint();
     void plainEventsOfTypeResizeAreIgnored();
 
@@ -1370,6 +1371,41 @@ void tst_KestFramelessDelegate::layoutMarginsFollowTheSheetsBorder()
         QCoreApplication::sendEvent(&host, &event);
         QCOMPARE(layout->contentsMargins(), QMargins(5, 3, 3, 3));
     }
+}
+
+void tst_KestFramelessDelegate::changesOfTheStateLayOutOnce()
+{
+    Host host;
+    host.setStyleSheet(QStringLiteral("Host { border: 3px solid red; }"));
+    auto *layout = new QVBoxLayout(&host);
+    auto *child = new QWidget;
+    layout->addWidget(child);
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    QTest::qWait(10); // until all is laid out
+    EventCounter counter(child);
+    const auto change = [&](void (QWidget::*show)(), int margin) {
+        counter.clear();
+        (host.*show)();
+        QTRY_COMPARE(child->geometry(), host.rect().adjusted(margin, margin, -margin, -margin));
+        QTest::qWait(10);
+        QCOMPARE(child->geometry(), host.rect().adjusted(margin, margin, -margin, -margin));
+        QCOMPARE(counter.count(QEvent::Resize), 1);
+        QVERIFY(layout->isEnabled());
+    };
+    for (int i = 0; i < 2; ++i) {
+        change(&QWidget::showMaximized, 0);
+        change(&QWidget::showNormal, 8 + 3);
+        change(&QWidget::showFullScreen, 3);
+        change(&QWidget::showNormal, 8 + 3);
+    }
+    // A window of the system's that is made later is the same.
+    host.setAttribute(Qt::WA_NativeWindow);
+    host.hide();
+    host.setWindowFlags(host.windowFlags() | Qt::WindowStaysOnTopHint);
+    host.show();
+    QTest::qWait(10);
+    change(&QWidget::showMaximized, 0);
 }
 
 void tst_KestFramelessDelegate::layoutMarginsAreLeftWithoutSheet()
