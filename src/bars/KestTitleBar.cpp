@@ -240,8 +240,12 @@ void KestTitleBarPrivate::releaseMaximumSizeButton()
     if (!maximumSizeBtn || !maximumSizeBtn->underMouse()
         || maximumSizeBtn->rect().contains(maximumSizeBtn->mapFromGlobal(QCursor::pos())))
         return;
+    const QPointer<QWidget> button(maximumSizeBtn.data());
     QEvent leave(QEvent::Leave);
-    QCoreApplication::sendEvent(maximumSizeBtn, &leave);
+    QCoreApplication::sendEvent(button, &leave);
+    // A widget that hears of it so is not painted anew.
+    if (button)
+        button->update();
 }
 
 KestTitleBar::KestTitleBar(QWidget *parent)
