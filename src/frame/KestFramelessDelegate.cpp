@@ -3,8 +3,6 @@
 
 #include "KestFramelessDelegate_p.h"
 
-#include "Util.h"
-
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtGui/QCursor>
@@ -193,11 +191,14 @@ void KestFramelessDelegate::resizeEvent(QResizeEvent *)
 // as they do when the window is maximised or restored, would have it lay out once for each of them.
 void KestFramelessDelegate::adaptMarginsUnlaid()
 {
-    QLayout *const layout = d->widget->layout();
-    if (!layout || d->widget->contentsMargins().left() == d->margin())
+    const QPointer<QLayout> layout(d->widget->layout());
+    if (!layout || !layout->isEnabled() || d->widget->contentsMargins().left() == d->margin())
         return;
-    const Util::QuietLayout quiet(layout);
+    layout->setEnabled(false);
     resizeEvent(nullptr);
+    // Unless it died meanwhile, with the window or without it.
+    if (layout)
+        layout->setEnabled(true);
 }
 
 void KestFramelessDelegate::styleChangeEvent(QEvent *)
