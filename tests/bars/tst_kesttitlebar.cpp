@@ -12,6 +12,7 @@
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTranslator>
 #include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
@@ -292,7 +293,12 @@ void tst_KestTitleBar::formKeepsAnObjectName()
 {
     Host host;
     QCOMPARE(host.bar->metaObject()->className(), "KestTitleBar");
+    QCOMPARE(host.bar->objectName(), QStringLiteral("KestTitleBar"));
+    // Whatever comes later leaves the host's own.
     host.bar->setObjectName(QStringLiteral("own"));
+    host.show();
+    QEvent languageChange(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(host.bar, &languageChange);
     QCOMPARE(host.bar->objectName(), QStringLiteral("own"));
 }
 
@@ -514,13 +520,19 @@ void tst_KestTitleBar::windowIconIsFollowed()
     QCOMPARE(painted(host.bar).pixelColor(12, 24), QColor(Qt::blue));
     QCOMPARE(host.bar->doIconRect().size(), QSize(24, 24));
 
+    // The application's icon stands for those without one of their own.
+    const auto reset = qScopeGuard([] { QApplication::setWindowIcon(QIcon()); });
     Host other;
-    QApplication::setWindowIcon(icon({ QSize(20, 20) }, Qt::green));
+    other.show();
+    QTRY_VERIFY(other.isVisible());
     QCoreApplication::processEvents();
-    QEvent event(QEvent::ApplicationWindowIconChange);
-    QCoreApplication::sendEvent(&other, &event);
+    PaintCounter paints(other.bar);
+    QApplication::setWindowIcon(icon({ QSize(20, 20) }, Qt::green));
     QCOMPARE(other.bar->doIconRect().size(), QSize(20, 20));
-    QApplication::setWindowIcon(QIcon());
+    QCOMPARE(painted(other.bar).pixelColor(12, 24), QColor(Qt::green));
+    QCOMPARE(host.bar->doIconRect().size(), QSize(24, 24));
+    paints.count = 0;
+    QTRY_VERIFY(paints.count > 0);
 }
 
 void tst_KestTitleBar::windowIconWithoutSizesLeavesTheOldOne()
@@ -1122,15 +1134,32 @@ void tst_KestTitleBar::menuBarIsCreatedOnRequest()
 void tst_KestTitleBar::menuBarIsReplaced()
 {
     Host host;
+    host.show();
     const QPointer<QMenuBar> old(host.bar->menuBar());
+    QTRY_VERIFY(old->isVisible());
     auto *menuBar = new QMenuBar;
+    menuBar->addMenu(QStringLiteral("File"));
+    menuBar->setAutoFillBackground(true);
+    PaintCounter paints(host.bar);
     host.bar->setMenuBar(menuBar);
     QCOMPARE(host.bar->menuBar(), menuBar);
     QVERIFY(old->isHidden());
     QVERIFY(!old->parent());
+    QCOMPARE(menuBar->parentWidget(), host.bar);
+    QVERIFY(!menuBar->autoFillBackground());
+    QCOMPARE(menuBar->sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed));
+    QLayout *const row = host.row()->itemAt(0)->layout();
+    QCOMPARE(row->count(), 1);
+    QCOMPARE(row->itemAt(0)->widget(), menuBar);
+    QTRY_VERIFY(menuBar->isVisible());
+    QTRY_COMPARE(menuBar->width(), row->geometry().width());
+    QVERIFY(menuBar->width() > 0);
+    QCOMPARE(menuBar->geometry().center().y(), row->geometry().center().y());
+    // The title stands elsewhere now.
+    QTRY_VERIFY(paints.count > 0);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(old.isNull());
-    QCOMPARE(host.row()->itemAt(0)->layout()->count(), 1);
+    QCOMPARE(host.bar->menuBar(), menuBar);
 }
 
 void tst_KestTitleBar::menuBarIsCleared()

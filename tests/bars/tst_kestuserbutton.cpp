@@ -137,13 +137,21 @@ void tst_KestUserButton::rightToLeftIsMirrored()
 {
     Button button;
     RecordingStyle style;
-    style.frameContents = QRect(10, 12, 100, 20);
+    // Not in the middle of the button: it is the contents that are mirrored.
+    style.frameContents = QRect(10, 12, 90, 20);
     button.setStyle(&style);
     const QRect icon = button.doIconRect(button.option());
     const QRect text = button.doTextRect(button.option());
+    QCOMPARE(icon.left(), 10);
+    QCOMPARE(text.left(), 10 + 16 + 5);
     button.setLayoutDirection(Qt::RightToLeft);
-    QCOMPARE(button.doIconRect(button.option()).right(), 119 - icon.left());
-    QCOMPARE(button.doTextRect(button.option()).right(), 119 - text.left());
+    const QRect mirroredIcon(100 - 16, icon.y(), 16, icon.height());
+    const QRect mirroredText(100 - 16 - 5 - text.width(), text.y(), text.width(), text.height());
+    QCOMPARE(button.doIconRect(button.option()), mirroredIcon);
+    QCOMPARE(button.doTextRect(button.option()), mirroredText);
+    button.grab();
+    QCOMPARE(style.pixmapRect, mirroredIcon);
+    QCOMPARE(style.textRect, mirroredText);
 }
 
 void tst_KestUserButton::rightToLeftKeepsToUnevenContents()

@@ -263,12 +263,16 @@ void tst_KestMessageBox::secondConstructorFillsTheBox()
 
 void tst_KestMessageBox::secondConstructorsDefaults()
 {
-    const Box box(Box::NoIcon, QString(), QString());
-    const QMessageBox theirs(QMessageBox::NoIcon, QString(), QString());
+    const Box box(Box::Warning, QStringLiteral("title"), QStringLiteral("text"));
+    QCOMPARE(box.icon(), Box::Warning);
+    QCOMPARE(box.windowTitle(), QStringLiteral("title"));
+    QCOMPARE(box.text(), QStringLiteral("text"));
     QCOMPARE(box.standardButtons(), Box::StandardButtons(Box::NoButton));
+    QVERIFY(buttonBox(box)->buttons().isEmpty());
     QVERIFY(!box.parentWidget());
-    QCOMPARE(box.windowFlags(), Qt::WindowFlags(0x08000903));
-    QVERIFY(theirs.windowFlags().testFlag(Qt::MSWindowsFixedSizeDialogHint));
+    QCOMPARE(box.windowFlags(),
+             Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint | Qt::FramelessWindowHint
+                 | Qt::WindowCloseButtonHint);
 }
 
 void tst_KestMessageBox::layoutHoldsIconTextAndButtons()
@@ -469,7 +473,21 @@ void tst_KestMessageBox::unknownDefaultButtonIsIgnored()
 void tst_KestMessageBox::customDefaultIsNoStandardButton()
 {
     Box box;
-    box.addButton(QStringLiteral("own"), Box::AcceptRole)->setDefault(true);
+    box.setStandardButtons(Box::Yes | Box::No);
+    QPushButton *const own = box.addButton(QStringLiteral("own"), Box::AcceptRole);
+    own->setDefault(true);
+    QCOMPARE(box.standardButton(own), Box::NoButton);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    // The one that was chosen stays so, whichever Enter presses.
+    box.setDefaultButton(Box::No);
+    QCOMPARE(box.defaultButton(), Box::No);
+    QVERIFY(own->isDefault());
+    QAbstractButton *const no = buttonOf(box, Box::No);
+    box.removeButton(no);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    box.addButton(no, Box::NoRole);
+    QCOMPARE(box.defaultButton(), Box::NoButton);
+    delete no;
     QCOMPARE(box.defaultButton(), Box::NoButton);
 }
 
@@ -853,10 +871,10 @@ void tst_KestMessageBox::sizeIsFixedByTheRule()
     QCOMPARE(textLabel(box)->wordWrap(), wrapped);
     QCOMPARE(box.minimumSize(), box.maximumSize());
     QCOMPARE(box.width(), width + inner.left() + inner.right() + outer.left() + outer.right());
-    const int rest =
-        box.height() - height - inner.top() - inner.bottom() - outer.top() - outer.bottom();
-    // The title bar's height before or after it was laid out.
-    QVERIFY2(rest == 48 || rest == box.titleBar()->height(), qPrintable(QString::number(rest)));
+    QCOMPARE(box.height(),
+             height + box.titleBar()->height() + inner.top() + inner.bottom() + outer.top()
+                 + outer.bottom());
+    QCOMPARE(box.titleBar()->height(), 42); // the least that it takes
 }
 
 void tst_KestMessageBox::shorterTextIsNotWrappedAnyMore()

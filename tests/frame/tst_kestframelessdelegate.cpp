@@ -1680,22 +1680,36 @@ void tst_KestFramelessDelegate::barsMayDie()
 
 void tst_KestFramelessDelegate::windowMayDieWhileItIsMaximised()
 {
-    // A host that deletes its window when it hears that it is maximised.
+    // A host that has its window deleted when it hears that it is maximised.
     class Suicidal : public Host
     {
     public:
         bool event(QEvent *event) override
         {
-            if (event->type() == QEvent::WindowStateChange)
+            if (event->type() == QEvent::WindowStateChange && isMaximized()) {
+                ++maximized;
                 deleteLater();
+            }
             return Host::event(event);
         }
+        int maximized = 0;
     };
-    QPointer<Host> host(new Suicidal);
+    auto *const suicidal = new Suicidal;
+    QPointer<Host> host(suicidal);
     host->show();
-    sendMouse(host->bar, QEvent::MouseButtonDblClick, host->bar->mapToGlobal(QPoint(30, 10)));
+    const QPoint point = host->bar->mapToGlobal(QPoint(30, 10));
+    sendMouse(host->bar, QEvent::MouseButtonPress, point);
+    sendMouse(host->bar, QEvent::MouseButtonRelease, point);
+    sendMouse(host->bar, QEvent::MouseButtonDblClick, point);
+    QVERIFY(host);
+    QCOMPARE(suicidal->maximized, 1);
+    // Nothing that the delegate began outlives the window.
+    sendMouse(host->bar, QEvent::MouseButtonPress, point);
+    QCOMPARE(QWidget::mouseGrabber(), static_cast<QWidget *>(host->bar));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(host.isNull());
+    QVERIFY(!QWidget::mouseGrabber());
+    QVERIFY(!QApplication::overrideCursor());
 }
 
 void tst_KestFramelessDelegate::delegateMayDieFirst()

@@ -895,6 +895,17 @@ void tst_KestWindow::burstOfResizesEndsInOneScreenCheck()
     QTRY_COMPARE(spy.count(), 1);
     QTest::qWait(30);
     QCOMPARE(spy.count(), 1);
+
+    // Each resize begins the wait anew, in either dimension.
+    for (const QSize &size : { QSize(410, 300), QSize(410, 301) }) {
+        timer->start(60000);
+        window.resize(size);
+        QVERIFY(timer->isActive());
+        QCOMPARE(timer->interval(), 10);
+        QVERIFY(timer->remainingTime() <= 10);
+    }
+    // What it ends in is the hook.
+    QVERIFY(QObject::disconnect(timer, &QTimer::timeout, &window, &KestWindow::adaptScreenDPI));
 }
 
 void tst_KestWindow::screenChangeIsWrittenOncePerFilteredObject()
