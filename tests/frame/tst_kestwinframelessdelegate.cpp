@@ -7,6 +7,7 @@
 #include "KestTitleBar.h"
 
 #include <QtCore/QPointer>
+#include <QtCore/QScopeGuard>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QCursor>
 #include <QtGui/QFocusEvent>
@@ -14,6 +15,7 @@
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QWidget>
 
@@ -193,9 +195,11 @@ private Q_SLOTS:
     void frameIsExtendedOnlyWithComposition();
     void styleIsAppliedAtTheFirstShow();
     void styleIsAppliedAnewToANewNativeWindow();
+    void styleIsAppliedToANativeWindowThatIsThereAlready();
     void showKeepsQtFromChoosingASize();
 
     void placementIsRestoredAfterAMaximizedShow();
+    void hidingReadsThePlacementOnce();
     void placementIsNotRestoredWhenShownNormal();
     void minimizedPlacementIsNotRestored();
     void placementOfAWindowNeverHidden();
@@ -280,10 +284,18 @@ void tst_KestWinFramelessDelegate::flagsAreAdded()
 void tst_KestWinFramelessDelegate::nullMoveBarsAreSkipped()
 {
     Host host;
+    static int warnings;
+    warnings = 0;
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &) {
+            warnings += type == QtWarningMsg;
+        });
+    const auto reset = qScopeGuard([before] { qInstallMessageHandler(before); });
     const KestWinFramelessDelegate other(&host, QList<QWidget *> { nullptr, host.bar });
     host.delegate->addMoveBar(nullptr);
     host.delegate->removeMoveBar(nullptr);
     host.showIn();
+    QCOMPARE(warnings, 0);
     // Over no child at all, where a null bar would match.
     QCOMPARE(host.hitTest(QPoint(200, 200)), Untouched);
     QVERIFY(!host.answered);
@@ -354,6 +366,24 @@ void tst_KestWinFramelessDelegate::styleIsAppliedAtTheFirstShow()
     host.hide();
     host.show();
     QCOMPARE(host.windows.takeCalls(), QStringList());
+    host.close();
+    host.show();
+    QCOMPARE(host.windows.takeCalls(), QStringList());
+    // One that is new while it is shown waits for the next time.
+    sendEvent(&host, QEvent::WinIdChange);
+    QCOMPARE(host.windows.takeCalls(), QStringList());
+}
+
+void tst_KestWinFramelessDelegate::styleIsAppliedToANativeWindowThatIsThereAlready()
+{
+    FakeWindows windows;
+    // Its flags are those that the delegate wants, so that Qt does not make another one.
+    QWidget window(nullptr, Qt::WindowFlags(0xE801));
+    windows.window = reinterpret_cast<HWND>(window.winId());
+    const KestWinFramelessDelegate delegate(&window, nullptr);
+    QCOMPARE(windows.takeCalls(), QStringList());
+    window.show();
+    QCOMPARE(windows.takeCalls().value(0), QStringLiteral("SetWindowLongW 0xc70000"));
 }
 
 void tst_KestWinFramelessDelegate::styleIsAppliedAnewToANewNativeWindow()
@@ -396,6 +426,22 @@ void tst_KestWinFramelessDelegate::placementIsRestoredAfterAMaximizedShow()
     QCoreApplication::processEvents();
     QCOMPARE(host.windows.takeCalls(),
              QStringList(QStringLiteral("SetWindowPlacement length 44 showCmd 3 left 123")));
+    // Whatever becomes of the native window meanwhile.
+    host.hide();
+    host.windows.takeCalls();
+    host.show();
+    sendEvent(&host, QEvent::WinIdChange);
+    QCoreApplication::processEvents();
+    QCOMPARE(host.windows.takeCalls().size(), 1);
+}
+
+void tst_KestWinFramelessDelegate::hidingReadsThePlacementOnce()
+{
+    Host host;
+    host.showIn();
+    host.windows.placementsRead = 0;
+    host.hide();
+    QCOMPARE(host.windows.placementsRead, 1);
 }
 
 void tst_KestWinFramelessDelegate::placementIsNotRestoredWhenShownNormal()
@@ -496,6 +542,11 @@ void tst_KestWinFramelessDelegate::restoredWindowIsMovedIntoTheWorkArea()
     // The system counts in pixels of the screen, also where Qt does not.
     QCOMPARE(host.pos(), QPoint(qRound(33 / qApp->devicePixelRatio()), workTop));
     QCOMPARE(host.contentsMargins(), QMargins());
+    // Only the top has to be within reach.
+    host.setWindowState(Qt::WindowMaximized);
+    host.windows.rect.moveLeft(-33);
+    host.setWindowState(Qt::WindowNoState);
+    QCOMPARE(host.pos(), QPoint(qRound(-33 / qApp->devicePixelRatio()), workTop));
 }
 
 void tst_KestWinFramelessDelegate::restoredWindowBelowTheTopStays()
@@ -538,8 +589,10 @@ void tst_KestWinFramelessDelegate::otherStatesHaveNoMargins()
     host.showIn();
     host.setContentsMargins(1, 2, 3, 4);
     host.windows.rect.moveTop(-100);
+    host.setAttribute(Qt::WA_LayoutOnEntireRect);
     host.setWindowState(state);
     QCOMPARE(host.contentsMargins(), QMargins());
+    QVERIFY(!host.testAttribute(Qt::WA_LayoutOnEntireRect));
     QVERIFY(host.windowState() == state);
 }
 
@@ -672,6 +725,10 @@ void tst_KestWinFramelessDelegate::edgesWithOneLimitEqual()
     Host host;
     host.setFixedWidth(WindowRect.width());
     host.showIn();
+    QCOMPARE(host.hitTest(QPoint(0, 150)), 10);
+    host.setMinimumWidth(0);
+    host.setMaximumWidth(QWIDGETSIZE_MAX);
+    host.setFixedHeight(WindowRect.height());
     QCOMPARE(host.hitTest(QPoint(0, 150)), 10);
 }
 
@@ -930,6 +987,13 @@ void tst_KestWinFramelessDelegate::workAreaIsReadOncePerMonitor()
     host.windows.monitor = monitorNumber(1);
     QCOMPARE(clientArea(), QStringLiteral("8,50 992,700"));
     QVERIFY(host.windows.calls.contains(read));
+
+    // Also when it is back on the monitor that it was on.
+    host.windows.monitor = nullptr;
+    clientArea();
+    host.windows.workAreas[monitorNumber(1)] = QRect(0, 20, 1000, 680);
+    host.windows.monitor = monitorNumber(1);
+    QCOMPARE(clientArea(), QStringLiteral("8,20 992,700"));
 }
 
 void tst_KestWinFramelessDelegate::emptyWorkAreaIsIgnored()
@@ -1071,12 +1135,17 @@ void tst_KestWinFramelessDelegate::focus_data()
 {
     QTest::addColumn<QSet<int>>("keys");
     QTest::addColumn<Qt::FocusReason>("reason");
-    QTest::newRow("nothing down") << QSet<int>() << Qt::TabFocusReason;
-    QTest::newRow("left button") << QSet<int> { 0x01 } << Qt::MouseFocusReason;
-    QTest::newRow("right button") << QSet<int> { 0x02 } << Qt::MouseFocusReason;
-    QTest::newRow("shift") << QSet<int> { 0x10 } << Qt::BacktabFocusReason;
-    QTest::newRow("left button and shift") << QSet<int> { 0x01, 0x10 } << Qt::MouseFocusReason;
-    QTest::newRow("another key") << QSet<int> { 0x11 } << Qt::TabFocusReason;
+    QTest::addColumn<QSet<int>>("toggled");
+    const QSet<int> all { 0x01, 0x02, 0x10 };
+    QTest::newRow("nothing down") << QSet<int>() << Qt::TabFocusReason << QSet<int>();
+    QTest::newRow("left button") << QSet<int> { 0x01 } << Qt::MouseFocusReason << QSet<int>();
+    QTest::newRow("right button") << QSet<int> { 0x02 } << Qt::MouseFocusReason << QSet<int>();
+    QTest::newRow("shift") << QSet<int> { 0x10 } << Qt::BacktabFocusReason << QSet<int>();
+    QTest::newRow("left button and shift")
+        << QSet<int> { 0x01, 0x10 } << Qt::MouseFocusReason << QSet<int>();
+    QTest::newRow("toggled only") << QSet<int>() << Qt::TabFocusReason << all;
+    QTest::newRow("toggled and shift") << QSet<int> { 0x10 } << Qt::BacktabFocusReason << all;
+    QTest::newRow("another key") << QSet<int> { 0x11 } << Qt::TabFocusReason << QSet<int>();
 }
 
 void tst_KestWinFramelessDelegate::focus()
@@ -1084,8 +1153,14 @@ void tst_KestWinFramelessDelegate::focus()
     QFETCH(QSet<int>, keys);
     QFETCH(Qt::FocusReason, reason);
 
+    QFETCH(QSet<int>, toggled);
+
     Host host;
+    // It is the window that is told, whichever of its children gets the focus.
+    QLineEdit child(&host);
+    child.setFocus();
     host.windows.keysDown = keys;
+    host.windows.keysToggled = toggled;
     QCOMPARE(host.send(0x0007), Untouched);
     QVERIFY(!host.answered);
     QCOMPARE(host.focusReasons, QVector<Qt::FocusReason> { reason });

@@ -122,6 +122,7 @@ private Q_SLOTS:
     void barGivenTwiceIsRemovedTwice();
     void deadBarIsForgottenAsOftenAsItWasGiven();
     void barRemovedOnceIsStillForgottenWhenItDies();
+    void removedBarIsNotWatchedAnyMore();
 
     void windowMayDieInItsSystemMenu();
     void windowMayGetANewNativeOneInItsSystemMenu();
@@ -192,6 +193,27 @@ void tst_WinFrame_Lifetime::barGivenTwiceIsRemovedTwice()
     m_window->delegate->removeMoveBar(nullptr);
     m_window->delegate->addMoveBar(m_window->bar);
     QVERIFY(m_window->isCaption(point));
+}
+
+void tst_WinFrame_Lifetime::removedBarIsNotWatchedAnyMore()
+{
+    class Watched : public QWidget
+    {
+    public:
+        int watchers() const { return receivers(SIGNAL(destroyed(QObject *))); }
+    };
+    Watched bar;
+    const int before = bar.watchers();
+    for (int i = 0; i < 3; ++i) {
+        m_window->delegate->addMoveBar(&bar);
+        m_window->delegate->addMoveBar(&bar);
+        QCOMPARE(bar.watchers(), before + 1);
+        m_window->delegate->removeMoveBar(&bar);
+        QCOMPARE(bar.watchers(), before);
+    }
+    delete m_window->delegate;
+    m_window->delegate = new KestWinFramelessDelegate(m_window, { &bar, &bar });
+    QCOMPARE(bar.watchers(), before + 1);
 }
 
 void tst_WinFrame_Lifetime::deadBarIsForgottenAsOftenAsItWasGiven()

@@ -7,16 +7,61 @@
 #include "FakeWindows.h"
 #include "KestWinFramelessDelegate.h"
 
+#include <QtCore/QScopeGuard>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 #include <QtGui/QWindowStateChangeEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidget>
+
+#include <qpa/qplatformscreen.h>
+#include <qpa/qwindowsysteminterface.h>
 
 namespace {
 
 const QRect WorkArea(60, 40, 1220, 760);
 const int Frame = 8; // of the system's
 const QRect Covering = WorkArea.adjusted(-Frame, -Frame, Frame, Frame);
+
+// One more screen, which is the first as long as it is there.
+class AnotherScreen
+{
+public:
+    AnotherScreen(const QRect &geometry, qreal ratio)
+        : m_screen(new Screen(geometry, ratio, QGuiApplication::primaryScreen()->handle()))
+    {
+        QWindowSystemInterface::handleScreenAdded(m_screen, true);
+    }
+    ~AnotherScreen() { QWindowSystemInterface::handleScreenRemoved(m_screen); }
+
+private:
+    Q_DISABLE_COPY(AnotherScreen)
+
+    class Screen : public QPlatformScreen
+    {
+    public:
+        Screen(const QRect &geometry, qreal ratio, QPlatformScreen *sibling)
+            : m_geometry(geometry), m_ratio(ratio), m_sibling(sibling)
+        { }
+
+        QRect geometry() const override { return m_geometry; }
+        int depth() const override { return 32; }
+        QImage::Format format() const override { return QImage::Format_RGB32; }
+        qreal devicePixelRatio() const override { return m_ratio; }
+        QList<QPlatformScreen *> virtualSiblings() const override
+        {
+            return { const_cast<Screen *>(this), m_sibling };
+        }
+
+    private:
+        const QRect m_geometry;
+        const qreal m_ratio;
+        QPlatformScreen *const m_sibling;
+    };
+
+    Screen *const m_screen;
+};
 
 } // namespace
 
@@ -34,12 +79,18 @@ private Q_SLOTS:
     void halfOfAPlaceIsCompleted();
     void otherPlacesAreLeftAlone_data();
     void otherPlacesAreLeftAlone();
+    void eachDirectionHasItsFrame_data();
+    void eachDirectionHasItsFrame();
     void otherWindowsAreLeftAlone();
     void windowWithoutAFrameCoversTheWorkAreaOnly();
     void zoomedWindowIsNotMoved();
     void newWorkAreaIsTaken_data();
     void newWorkAreaIsTaken();
     void otherSettingsChangeNothing();
+    void workAreaHoldsUntilThereIsAnother();
+    void restoredWindowIsMovedOnAScreenElsewhere();
+    void restoredWindowIsWithinReachOnAnyScreen();
+    void menuOpensInPixelsOfTheFinestScreen();
 
     void layoutCoversAMaximizedWindow();
     void layoutKeepsToTheMarginsElse_data();
@@ -114,6 +165,59 @@ bool tst_WinFrame_Placing::send(UINT message, WPARAM wParam)
     return m_delegate->nativeEvent(QByteArray(), &msg, &result);
 }
 
+void tst_WinFrame_Placing::workAreaHoldsUntilThereIsAnother()
+{
+    QCOMPARE(contentsOf(Covering), WorkArea);
+    send(WM_DISPLAYCHANGE);
+    m_windows.monitor = nullptr;
+    QCOMPARE(contentsOf(Covering), WorkArea);
+}
+
+void tst_WinFrame_Placing::restoredWindowIsMovedOnAScreenElsewhere()
+{
+    // Runs at the ratios 1 and 1.5.
+    QScreen *const screen = QGuiApplication::primaryScreen();
+    const QRect before = screen->geometry();
+    const auto reset = qScopeGuard([screen, before] {
+        const QRect native(before.topLeft(), before.size() * screen->devicePixelRatio());
+        QWindowSystemInterface::handleScreenGeometryChange(screen, native, native);
+        QCoreApplication::processEvents();
+    });
+    QWindowSystemInterface::handleScreenGeometryChange(screen, QRect(100, 50, 900, 600),
+                                                       QRect(100, 80, 900, 570));
+    QCoreApplication::processEvents();
+    QCOMPARE(screen->geometry().topLeft(), QPoint(100, 50));
+    m_windows.zoomed = false;
+    m_window->show();
+    m_windows.rect = QRect(133, 40, 400, 300);
+    QWindowStateChangeEvent changed(Qt::WindowMaximized);
+    QCoreApplication::sendEvent(m_window, &changed);
+    // The system counts in pixels from the screen's corner on.
+    const qreal ratio = screen->devicePixelRatio();
+    QCOMPARE(m_window->pos(), QPoint(100 + qRound(33 / ratio), 50 + qRound(30 / ratio)));
+}
+
+void tst_WinFrame_Placing::restoredWindowIsWithinReachOnAnyScreen()
+{
+    const AnotherScreen another(QRect(800, 100, 700, 500), 1);
+    QCOMPARE(QGuiApplication::primaryScreen()->availableGeometry().top(), 100);
+    m_windows.zoomed = false;
+    m_window->setGeometry(200, 150, 400, 300);
+    m_window->show();
+    m_windows.rect = QRect(200, 50, 400, 300);
+    QWindowStateChangeEvent changed(Qt::WindowMaximized);
+    QCoreApplication::sendEvent(m_window, &changed);
+    QCOMPARE(m_window->pos(), QPoint(200, 150));
+}
+
+void tst_WinFrame_Placing::menuOpensInPixelsOfTheFinestScreen()
+{
+    const AnotherScreen another(QRect(800, 0, 700, 500), 2);
+    QCOMPARE(m_window->devicePixelRatioF(), 1.0);
+    m_delegate->showSystemMenu(QPoint(10, 20));
+    QCOMPARE(m_windows.takeCalls().last(), QStringLiteral("popup 20,40"));
+}
+
 void tst_WinFrame_Placing::maximizedWindowCoversTheWorkArea_data()
 {
     QTest::addColumn<QRect>("wanted");
@@ -160,6 +264,31 @@ void tst_WinFrame_Placing::otherPlacesAreLeftAlone_data()
     QTest::newRow("too far down") << WorkArea.translated(0, Frame + 1);
     QTest::newRow("another monitor") << WorkArea.translated(2000, 0);
     QTest::newRow("too large") << WorkArea.adjusted(0, 0, 2 * Frame + 1, 0);
+    QTest::newRow("too high") << WorkArea.adjusted(0, 0, 0, 2 * Frame + 1);
+    QTest::newRow("too narrow") << WorkArea.adjusted(0, 0, -2 * Frame - 1, 0);
+    QTest::newRow("too low") << WorkArea.adjusted(0, 0, 0, -2 * Frame - 1);
+}
+
+void tst_WinFrame_Placing::eachDirectionHasItsFrame_data()
+{
+    QTest::addColumn<QRect>("wanted");
+    QTest::addColumn<bool>("covers");
+    QTest::newRow("left") << WorkArea.translated(-6, 0) << true;
+    QTest::newRow("too far left") << WorkArea.translated(-7, 0) << false;
+    QTest::newRow("up") << WorkArea.translated(0, -9) << true;
+    QTest::newRow("too far up") << WorkArea.translated(0, -10) << false;
+    QTest::newRow("wide") << WorkArea.adjusted(0, 0, 12, 0) << true;
+    QTest::newRow("too wide") << WorkArea.adjusted(0, 0, 13, 0) << false;
+    QTest::newRow("high") << WorkArea.adjusted(0, 0, 0, 18) << true;
+    QTest::newRow("too high") << WorkArea.adjusted(0, 0, 0, 19) << false;
+}
+
+void tst_WinFrame_Placing::eachDirectionHasItsFrame()
+{
+    QFETCH(QRect, wanted);
+    QFETCH(bool, covers);
+    m_windows.frame = QMargins(6, 31, 7, 9);
+    QCOMPARE(place(wanted), covers ? WorkArea.adjusted(-6, -9, 7, 9) : wanted);
 }
 
 void tst_WinFrame_Placing::otherPlacesAreLeftAlone()
@@ -171,9 +300,13 @@ void tst_WinFrame_Placing::otherPlacesAreLeftAlone()
 
 void tst_WinFrame_Placing::otherWindowsAreLeftAlone()
 {
+    m_windows.rect = WorkArea;
     QCOMPARE(place(WorkArea, SWP_NOSIZE | SWP_NOMOVE), WorkArea);
+    QCOMPARE(m_pos.flags, UINT(SWP_NOSIZE | SWP_NOMOVE));
     m_windows.monitor = nullptr;
+    m_windows.takeCalls();
     QCOMPARE(place(WorkArea), WorkArea);
+    QCOMPARE(m_windows.takeCalls(), QStringList());
     m_windows.monitor = reinterpret_cast<HMONITOR>(quintptr(1));
     QCOMPARE(place(WorkArea), Covering);
     m_windows.zoomed = false;

@@ -79,6 +79,7 @@ BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT *placement)
 {
     if (window != fake().window || placement->length != sizeof(WINDOWPLACEMENT))
         return FALSE;
+    ++fake().placementsRead;
     *placement = fake().placement;
     placement->length = sizeof(WINDOWPLACEMENT);
     return TRUE;
@@ -162,14 +163,16 @@ LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
         // What the system does for a maximised window: its frame is taken off.
         RECT &rect = wParam ? reinterpret_cast<NCCALCSIZE_PARAMS *>(lParam)->rgrc[0]
                             : *reinterpret_cast<RECT *>(lParam);
-        rect = { rect.left + 8, rect.top + 31, rect.right - 8, rect.bottom - 8 };
+        const QMargins frame = fake().frame;
+        rect = { rect.left + frame.left(), rect.top + frame.top(), rect.right - frame.right(),
+                 rect.bottom - frame.bottom() };
     }
     return fake().defaultAnswer;
 }
 
 SHORT GetKeyState(int key)
 {
-    return fake().keysDown.contains(key) ? SHORT(-127) : SHORT(1);
+    return fake().keysDown.contains(key) ? SHORT(-127) : SHORT(fake().keysToggled.contains(key));
 }
 
 HRESULT DwmIsCompositionEnabled(BOOL *enabled)

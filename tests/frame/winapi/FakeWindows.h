@@ -7,6 +7,7 @@
 #include "windows.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QMargins>
 #include <QtCore/QRect>
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
@@ -41,6 +42,9 @@ struct FakeWindows
     int chosen = 0;
     WINDOWPLACEMENT placement = {};
     QSet<int> keysDown;
+    QSet<int> keysToggled; // pressed once too often, as caps lock is
+    QMargins frame = QMargins(8, 31, 8, 8); // that the system takes off a maximised window
+    int placementsRead = 0;
     /*! What happens while a call of that name is carried out, once: the real ones send messages
         to the window, or have a loop of their own. */
     QHash<QString, std::function<void()>> during;
