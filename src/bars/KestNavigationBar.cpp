@@ -264,9 +264,9 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
         const QuietLayout::Scope quiet(d->quiet);
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->iconSize, this);
-        // Whoever heard of the new widget may have taken the action away again. One that belongs to
-        // no group is bound to its widget, but gets no place on the bar.
-        if (!guard || !group || !actions().contains(item->action()))
+        // Whoever heard of the new widget may have taken the action away again; mostly it is the
+        // last. One that belongs to no group is bound to its widget, but gets no place on the bar.
+        if (!guard || !group || actions().lastIndexOf(item->action()) < 0)
             return;
         connect(this, &KestNavigationBar::iconSizeChanged, item.get(),
                 &KestWidgetItem::iconSizeChanged);

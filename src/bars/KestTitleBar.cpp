@@ -496,8 +496,9 @@ void KestTitleBar::actionEvent(QActionEvent *event)
         const QuietLayout::Scope quiet(d->quiet);
         const auto item =
             std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->actionIconSize, this);
-        // Whoever heard of the new widget may have taken the action away again.
-        if (!guard || !actions().contains(item->action()))
+        // Whoever heard of the new widget may have taken the action away again; mostly it is the
+        // last.
+        if (!guard || actions().lastIndexOf(item->action()) < 0)
             return;
         connect(this, &KestTitleBar::actionIconSizeChanged, item.get(),
                 &KestWidgetItem::iconSizeChanged);

@@ -33,11 +33,13 @@ private Q_SLOTS:
     void imageOfTheRightSizeIsKept();
     void panelIsAPushButtons();
     void pressedPanelIsRaisedAndSunken();
+    void pressAndReleaseRepaint();
     void checkedPanelIsOn();
     void imageIsCentred();
     void lateIconAppearsWithTheSecondPaint();
     void checkedButtonShowsTheIconsOnState();
     void layoutMakesRoomForTheImage();
+    void layoutMakesRoomForALateImage();
 };
 
 void tst_KestNavigationImageButton::sizePolicy()
@@ -126,6 +128,20 @@ void tst_KestNavigationImageButton::pressedPanelIsRaisedAndSunken()
     QVERIFY(!(style.pushButton.state & QStyle::State_Raised));
 }
 
+void tst_KestNavigationImageButton::pressAndReleaseRepaint()
+{
+    RecordingStyle style;
+    KestNavigationImageButton button;
+    button.setStyle(&style);
+    button.resize(80, 48);
+    button.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&button));
+    QTest::mousePress(&button, Qt::LeftButton);
+    QTRY_VERIFY(style.pushButton.state & QStyle::State_Raised);
+    QTest::mouseRelease(&button, Qt::LeftButton);
+    QTRY_VERIFY(!(style.pushButton.state & QStyle::State_Raised));
+}
+
 void tst_KestNavigationImageButton::checkedPanelIsOn()
 {
     RecordingStyle style;
@@ -203,6 +219,25 @@ void tst_KestNavigationImageButton::layoutMakesRoomForTheImage()
     bar.setFixedHeight(48);
     bar.resize(500, 48);
     bar.show();
+    QTRY_COMPARE(button->size(), QSize(80 + 20, 48));
+}
+
+void tst_KestNavigationImageButton::layoutMakesRoomForALateImage()
+{
+    QWidget bar;
+    auto *layout = new QHBoxLayout(&bar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *button = new KestNavigationImageButton;
+    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    layout->addWidget(button);
+    layout->addStretch(1);
+    bar.setFixedHeight(48);
+    bar.resize(500, 48);
+    bar.show();
+    QTRY_COMPARE(button->size(), QSize(5, 48));
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QCoreApplication::processEvents();
+    button->setIcon(QIcon(plain(QSize(160, 56), Qt::red)));
     QTRY_COMPARE(button->size(), QSize(80 + 20, 48));
 }
 

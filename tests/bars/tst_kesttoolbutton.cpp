@@ -11,7 +11,12 @@
 #include <QtGui/QHelpEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QToolTip>
+#include <QtWidgets/QWhatsThis>
+
+#include <algorithm>
 
 namespace {
 
@@ -46,10 +51,15 @@ private Q_SLOTS:
     void properties();
     void iconGoesToTheDefaultAction();
     void iconStaysWithoutDefaultAction();
+    void iconSetInASlotIsKept();
     void toolTipsAreSwallowedWhenOff();
+    void otherEventsAreHandledAsByAToolButton();
     void toggleIsPolishedAnew();
+    void toggleIsUnpolishedFirst();
     void selectedIconIsPaintedFromTheNextRepaintOn();
     void panelIsLeftToTheStyle();
+    void panelFollowsTheSheet();
+    void releaseOnTheMenusPartIsNoted();
     void dismissedButtonGoesAtOnce();
     void dismissedButtonOutlivesItsEvents_data();
     void dismissedButtonOutlivesItsEvents();
@@ -105,6 +115,45 @@ void tst_KestToolButton::toolTipsAreSwallowedWhenOff()
     }
 }
 
+void tst_KestToolButton::iconSetInASlotIsKept()
+{
+    KestToolButton button;
+    QAction action;
+    button.setDefaultAction(&action);
+    QIcon other;
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::blue);
+    other.addPixmap(pixmap);
+    bool changed = false;
+    connect(&action, &QAction::changed, &action, [&] {
+        if (!changed) {
+            changed = true;
+            action.setIcon(other);
+        }
+    });
+    button.setIcon(colorfulIcon());
+    QCOMPARE(middleOf(action.icon()), QColor(Qt::blue));
+    QCOMPARE(middleOf(button.icon()), QColor(Qt::blue));
+}
+
+void tst_KestToolButton::otherEventsAreHandledAsByAToolButton()
+{
+    KestToolButton button;
+    button.setShowToolTips(false);
+    button.setWhatsThis(QStringLiteral("explanation"));
+    button.show();
+    QHelpEvent help(QEvent::WhatsThis, QPoint(2, 2), button.mapToGlobal(QPoint(2, 2)));
+    QVERIFY(QCoreApplication::sendEvent(&button, &help));
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    QVERIFY(std::any_of(windows.cbegin(), windows.cend(), [](const QWidget *window) {
+        return window->inherits("QWhatsThat") && window->isVisible();
+    }));
+    QWhatsThis::hideText();
+    // What a tool button does not handle goes on.
+    QEvent unknown(QEvent::Clipboard);
+    QVERIFY(!QCoreApplication::sendEvent(&button, &unknown));
+}
+
 void tst_KestToolButton::toggleIsPolishedAnew()
 {
     KestToolButton button;
@@ -120,6 +169,27 @@ void tst_KestToolButton::toggleIsPolishedAnew()
     QCOMPARE(style.polished.size(), 1);
     button.setChecked(false);
     QCOMPARE(style.polished.size(), 2);
+}
+
+void tst_KestToolButton::toggleIsUnpolishedFirst()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        using QProxyStyle::polish;
+        using QProxyStyle::unpolish;
+        void polish(QWidget *) override { calls.append(QStringLiteral("polish")); }
+        void unpolish(QWidget *) override { calls.append(QStringLiteral("unpolish")); }
+
+        QStringList calls;
+    };
+    Style style;
+    KestToolButton button;
+    button.setStyle(&style);
+    button.setCheckable(true);
+    style.calls.clear();
+    button.setChecked(true);
+    QCOMPARE(style.calls, (QStringList { QStringLiteral("unpolish"), QStringLiteral("polish") }));
 }
 
 void tst_KestToolButton::selectedIconIsPaintedFromTheNextRepaintOn()
@@ -166,6 +236,42 @@ void tst_KestToolButton::panelIsLeftToTheStyle()
     button.setEnabled(false);
     button.grab();
     QVERIFY(!(style.toolButton.state & QStyle::State_Enabled));
+}
+
+void tst_KestToolButton::panelFollowsTheSheet()
+{
+    QWidget bar;
+    bar.setStyleSheet(QStringLiteral("KestToolButton { background: #ff0000; border: none; }"
+                                     "KestToolButton:checked { background: #00ff00; }"));
+    KestToolButton button(&bar);
+    button.resize(20, 20);
+    button.setCheckable(true);
+    QCOMPARE(button.grab().toImage().pixelColor(2, 10), QColor(Qt::red));
+    button.setChecked(true);
+    QCOMPARE(button.grab().toImage().pixelColor(2, 10), QColor(Qt::green));
+}
+
+void tst_KestToolButton::releaseOnTheMenusPartIsNoted()
+{
+    class Button : public KestToolButton
+    {
+    public:
+        using KestToolButton::hitButton;
+    };
+    Button button;
+    QMenu menu;
+    menu.addAction(QStringLiteral("entry"));
+    button.setMenu(&menu);
+    button.setPopupMode(QToolButton::MenuButtonPopup);
+    button.resize(80, 30);
+    button.show();
+    const QPoint arrow(button.width() - 3, 15);
+    QTimer::singleShot(0, &menu, &QWidget::close);
+    QTest::mousePress(&button, Qt::LeftButton, Qt::NoModifier, arrow);
+    QVERIFY(!button.isDown());
+    QVERIFY(!button.hitButton(QPoint(10, 15)));
+    QTest::mouseRelease(&button, Qt::LeftButton, Qt::NoModifier, arrow);
+    QVERIFY(button.hitButton(QPoint(10, 15)));
 }
 
 void tst_KestToolButton::dismissedButtonGoesAtOnce()

@@ -127,6 +127,10 @@ void tst_KestUserButton::withoutSheetBothStandInTheMiddle()
     QCOMPARE(button.doIconRect(option).left(), 0);
     QVERIFY(qAbs(button.doIconRect(option).center().y() - 23) <= 2);
     QVERIFY(qAbs(button.doTextRect(option).center().y() - 23) <= 2);
+    // A high icon makes the line high.
+    button.setText(QString());
+    button.setIconSize(QSize(16, 40));
+    QCOMPARE(button.doIconRect(button.option()), QRect(0, 4, 16, 40));
     // The hint does not grow with the button.
     const QSize hint = button.sizeHint();
     button.resize(400, 48);

@@ -324,6 +324,7 @@ void tst_KestWidgetItem::customWidgetMayDieFirst()
     delete action; // and its widget with it
     QVERIFY(!item->widget());
     QVERIFY(!item->action());
+    QVERIFY(item->isCustomWidget());
 }
 
 void tst_KestWidgetItem::connectionsEndWithTheItem_data()

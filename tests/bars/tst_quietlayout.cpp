@@ -113,6 +113,10 @@ private Q_SLOTS:
     void removedActionsAreLaidOutTogether();
     void addedButtonLeavesNothingPosted_data() { bars(); }
     void addedButtonLeavesNothingPosted();
+    void callsReachAnAddedButton_data() { bars(); }
+    void callsReachAnAddedButton();
+    void hiddenButtonIsPolishedLater_data() { bars(); }
+    void hiddenButtonIsPolishedLater();
     void addedButtonIsPainted_data() { bars(); }
     void addedButtonIsPainted();
 
@@ -297,6 +301,39 @@ void tst_QuietLayout::addedButtonLeavesNothingPosted()
         QCoreApplication::sendPostedEvents(button);
         QCOMPARE(events, 0);
     }
+}
+
+// What others post to a new button is theirs.
+void tst_QuietLayout::callsReachAnAddedButton()
+{
+    QFETCH(QString, kind);
+    Host host(kind);
+    bool called = false;
+    QPointer<QWidget> button;
+    {
+        const OnButtonEvent filter(QEvent::Show, [&] {
+            button = host.bar->findChild<KestToolButton *>();
+            QMetaObject::invokeMethod(
+                button, [&called] { called = true; }, Qt::QueuedConnection);
+        });
+        host.add(QStringLiteral("first"));
+    }
+    QVERIFY(!called);
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(called);
+}
+
+void tst_QuietLayout::hiddenButtonIsPolishedLater()
+{
+    QFETCH(QString, kind);
+    Host host(kind);
+    auto *action = new QAction(&host);
+    action->setVisible(false);
+    host.bar->addAction(action);
+    QVERIFY(host.widget(0)->isHidden());
+    QVERIFY(!host.widget(0)->testAttribute(Qt::WA_WState_Polished));
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(host.widget(0)->testAttribute(Qt::WA_WState_Polished));
 }
 
 void tst_QuietLayout::addedButtonIsPainted()
