@@ -6,6 +6,7 @@
 #include "RecordingStyle.h"
 
 #include <QtGui/QIcon>
+#include <QtGui/QPainter>
 #include <QtGui/QPixmap>
 #include <QtTest/QTest>
 #include <QtWidgets/QHBoxLayout>
@@ -35,9 +36,12 @@ private Q_SLOTS:
     void pressedPanelIsRaisedAndSunken();
     void pressAndReleaseRepaint();
     void checkedPanelIsOn();
+    void panelIsPaintedSmoothly();
     void imageIsCentred();
+    void imageIsRenderedForTheRatio();
     void lateIconAppearsWithTheSecondPaint();
     void checkedButtonShowsTheIconsOnState();
+    void imageIsKeptWhereTheStateHasNone();
     void layoutMakesRoomForTheImage();
     void layoutMakesRoomForALateImage();
 };
@@ -173,6 +177,41 @@ void tst_KestNavigationImageButton::imageIsCentred()
         QVERIFY(image.pixelColor(outside) != QColor(Qt::red));
 }
 
+void tst_KestNavigationImageButton::panelIsPaintedSmoothly()
+{
+    class Style : public RecordingStyle
+    {
+    public:
+        void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                         const QWidget *widget) const override
+        {
+            if (element == CE_PushButton)
+                smooth = painter->testRenderHint(QPainter::Antialiasing);
+            RecordingStyle::drawControl(element, option, painter, widget);
+        }
+
+        mutable bool smooth = false;
+    };
+    Style style;
+    KestNavigationImageButton button;
+    button.setStyle(&style);
+    button.grab();
+    QVERIFY(style.smooth);
+}
+
+// Also run at 200 %.
+void tst_KestNavigationImageButton::imageIsRenderedForTheRatio()
+{
+    RecordingStyle style;
+    KestNavigationImageButton button;
+    button.setStyle(&style);
+    button.setIcon(QIcon(plain(QSize(80, 40), Qt::red)));
+    button.resize(100, 48);
+    button.grab();
+    QCOMPARE(style.pixmapSize, QSize(56, 28) * button.devicePixelRatioF());
+    QCOMPARE(button.sizeHint(), QSize(76, 48));
+}
+
 void tst_KestNavigationImageButton::lateIconAppearsWithTheSecondPaint()
 {
     RecordingStyle style;
@@ -204,6 +243,20 @@ void tst_KestNavigationImageButton::checkedButtonShowsTheIconsOnState()
     button.grab();
     QCOMPARE(button.sizeHint(), QSize(40, 40));
     QCOMPARE(button.grab().toImage().pixelColor(50, 24), QColor(Qt::blue));
+}
+
+void tst_KestNavigationImageButton::imageIsKeptWhereTheStateHasNone()
+{
+    KestNavigationImageButton button;
+    button.setCheckable(true);
+    button.setIcon(QIcon(plain(QSize(40, 20), Qt::red)));
+    button.resize(100, 48);
+    button.grab();
+    QCOMPARE(button.sizeHint(), QSize(60, 40));
+    button.setChecked(true);
+    button.resize(101, 48);
+    QCOMPARE(button.sizeHint(), QSize(60, 40));
+    QCOMPARE(button.grab().toImage().pixelColor(50, 24), QColor(Qt::red));
 }
 
 void tst_KestNavigationImageButton::layoutMakesRoomForTheImage()

@@ -17,7 +17,11 @@ private Q_SLOTS:
     void sizeHintIsASquareOfTheStylesExtent();
     void separatorIsDrawnInTheNameOfTheParent_data();
     void separatorIsDrawnInTheNameOfTheParent();
+    void stateIsTheSeparators();
+    void orientationIsOnlyStored();
     void contentsOfTheFrameAreDrawn();
+    void framesWithoutContentsAreIgnored_data();
+    void framesWithoutContentsAreIgnored();
 };
 
 void tst_KestSeparator::orientationIsAPropertyWithASlot()
@@ -73,6 +77,37 @@ void tst_KestSeparator::separatorIsDrawnInTheNameOfTheParent()
     QCOMPARE(bool(style.separatorState & QStyle::State_Horizontal), orientation == Qt::Horizontal);
 }
 
+void tst_KestSeparator::stateIsTheSeparators()
+{
+    RecordingStyle style;
+    QWidget bar;
+    KestSeparator separator(Qt::Horizontal, &bar);
+    separator.setStyle(&style);
+    separator.grab();
+    QVERIFY(style.separatorState & QStyle::State_Enabled);
+    separator.setEnabled(false);
+    separator.grab();
+    QVERIFY(!(style.separatorState & QStyle::State_Enabled));
+    QVERIFY(style.separatorState & QStyle::State_Horizontal);
+}
+
+void tst_KestSeparator::orientationIsOnlyStored()
+{
+    RecordingStyle style;
+    KestSeparator separator(Qt::Horizontal);
+    separator.setStyle(&style);
+    separator.resize(9, 40);
+    separator.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&separator));
+    QCoreApplication::processEvents();
+    style.separatorRect = QRect();
+    separator.setOrientation(Qt::Vertical);
+    QCoreApplication::processEvents();
+    QVERIFY(style.separatorRect.isNull()); // nothing was painted
+    separator.grab();
+    QVERIFY(!(style.separatorState & QStyle::State_Horizontal));
+}
+
 void tst_KestSeparator::contentsOfTheFrameAreDrawn()
 {
     RecordingStyle style;
@@ -83,6 +118,40 @@ void tst_KestSeparator::contentsOfTheFrameAreDrawn()
     separator.resize(9, 40);
     separator.grab();
     QCOMPARE(style.separatorRect, QRect(2, 3, 4, 5));
+}
+
+void tst_KestSeparator::framesWithoutContentsAreIgnored_data()
+{
+    QTest::addColumn<QRect>("contents");
+    QTest::newRow("no width") << QRect(2, 3, 0, 5);
+    QTest::newRow("no height") << QRect(2, 3, 4, 0);
+    QTest::newRow("none") << QRect();
+}
+
+void tst_KestSeparator::framesWithoutContentsAreIgnored()
+{
+    class Style : public RecordingStyle
+    {
+    public:
+        QRect subElementRect(SubElement element, const QStyleOption *option,
+                             const QWidget *widget) const override
+        {
+            return element == SE_FrameContents
+                ? contents
+                : RecordingStyle::subElementRect(element, option, widget);
+        }
+
+        QRect contents;
+    };
+    QFETCH(QRect, contents);
+    Style style;
+    style.contents = contents;
+    QWidget bar;
+    KestSeparator separator(Qt::Horizontal, &bar);
+    separator.setStyle(&style);
+    separator.resize(9, 40);
+    separator.grab();
+    QCOMPARE(style.separatorRect, QRect(0, 0, 9, 40));
 }
 
 QTEST_MAIN(tst_KestSeparator)
