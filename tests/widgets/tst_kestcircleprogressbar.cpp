@@ -10,6 +10,7 @@
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
 #include <QtGui/QLinearGradient>
+#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPicture>
 #include <QtGui/QTextOption>
@@ -121,6 +122,7 @@ private Q_SLOTS:
     void textFillsInTheFormat();
     void spansAreTruncated_data();
     void spansAreTruncated();
+    void paintEventFromOutsideDoesNoHarm();
     void extremeNumbersDoNoHarm();
     void ringFillsTheCentredSquare_data();
     void ringFillsTheCentredSquare();
@@ -422,6 +424,17 @@ void tst_KestCircleProgressBar::spansAreTruncated()
     bar.setValue(value);
     clock.advanceBy(100);
     QCOMPARE(rendered(&bar), drawnSpan(span));
+}
+
+void tst_KestCircleProgressBar::paintEventFromOutsideDoesNoHarm()
+{
+    KestCircleProgressBar widget;
+    widget.resize(widget.sizeHint());
+    const QImage before = rendered(&widget);
+    // Nobody has prepared the widget for being painted.
+    QPaintEvent event(widget.rect());
+    QCoreApplication::sendEvent(&widget, &event);
+    QCOMPARE(rendered(&widget), before);
 }
 
 void tst_KestCircleProgressBar::extremeNumbersDoNoHarm()

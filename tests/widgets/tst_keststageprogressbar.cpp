@@ -10,6 +10,7 @@
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QLinearGradient>
+#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 #include <QtGui/private/qfont_p.h>
@@ -276,6 +277,7 @@ private Q_SLOTS:
     void columnFillsFromTheBottom();
     void maximumOfZeroShowsNoProgress();
     void negativeRangesDoNoHarm();
+    void paintEventFromOutsideDoesNoHarm();
     void oddRadiiDoNoHarm_data();
     void oddRadiiDoNoHarm();
     void hugeRadiiAreCountedInFull();
@@ -1264,6 +1266,17 @@ void tst_KestStageProgressBar::negativeRangesDoNoHarm()
     bar.setRange(-100, -50);
     QCOMPARE(bar.value(), -50);
     QVERIFY(inkCount(rendered(&bar), Rate) > 1000);
+}
+
+void tst_KestStageProgressBar::paintEventFromOutsideDoesNoHarm()
+{
+    KestStageProgressBar widget;
+    widget.resize(widget.sizeHint());
+    const QImage before = rendered(&widget);
+    // Nobody has prepared the widget for being painted.
+    QPaintEvent event(widget.rect());
+    QCoreApplication::sendEvent(&widget, &event);
+    QCOMPARE(rendered(&widget), before);
 }
 
 void tst_KestStageProgressBar::oddRadiiDoNoHarm_data()

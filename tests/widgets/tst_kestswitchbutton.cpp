@@ -9,6 +9,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QVariantAnimation>
 #include <QtGui/QLinearGradient>
+#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QAccessibleWidget>
@@ -122,6 +123,7 @@ private Q_SLOTS:
     void fitsAnySize_data();
     void fitsAnySize();
     void emptySwitchPaintsNothing();
+    void paintEventFromOutsideDoesNoHarm();
     void oddRatiosDoNoHarm_data();
     void oddRatiosDoNoHarm();
     void handleTakesTenthOfASecond();
@@ -429,6 +431,17 @@ void tst_KestSwitchButton::emptySwitchPaintsNothing()
     QVERIFY(button.grab().isNull());
     button.resize(3, 0);
     QVERIFY(button.grab().isNull());
+}
+
+void tst_KestSwitchButton::paintEventFromOutsideDoesNoHarm()
+{
+    KestSwitchButton widget;
+    widget.resize(widget.sizeHint());
+    const QImage before = rendered(&widget);
+    // Nobody has prepared the widget for being painted.
+    QPaintEvent event(widget.rect());
+    QCoreApplication::sendEvent(&widget, &event);
+    QCOMPARE(rendered(&widget), before);
 }
 
 void tst_KestSwitchButton::oddRatiosDoNoHarm_data()
