@@ -465,12 +465,18 @@ void tst_KestApplication::languageLoadedWhileAnotherIsLoadedWins()
 int main(int argc, char *argv[])
 {
     const QString folder = QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath();
-    if (!QResource::registerResource(folder + QStringLiteral("/translations.rcc")))
+    const QString catalogues = folder + QStringLiteral("/translations.rcc");
+    if (!QResource::registerResource(catalogues))
         qFatal("The catalogues are missing");
-    KestApplication app(argc, argv, QCoreApplication::ApplicationFlags, false);
-    QCoreApplication::setApplicationName(QStringLiteral("kesthost"));
-    tst_KestApplication test;
-    return QTest::qExec(&test, argc, argv);
+    int failures = 0;
+    {
+        KestApplication app(argc, argv, QCoreApplication::ApplicationFlags, false);
+        QCoreApplication::setApplicationName(QStringLiteral("kesthost"));
+        tst_KestApplication test;
+        failures = QTest::qExec(&test, argc, argv);
+    }
+    QResource::unregisterResource(catalogues);
+    return failures;
 }
 
 #include "tst_kestapplication.moc"

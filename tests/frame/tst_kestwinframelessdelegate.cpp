@@ -13,6 +13,7 @@
 #include <QtGui/QFocusEvent>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
+#include <QtGui/QWindowStateChangeEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
@@ -140,8 +141,11 @@ NCCALCSIZE_PARAMS calcParams()
 
 void sendEvent(QObject *receiver, QEvent::Type type)
 {
-    QEvent event(type);
-    QCoreApplication::sendEvent(receiver, &event);
+    // A widget asks this one for the state before.
+    QWindowStateChangeEvent stateChange(Qt::WindowNoState);
+    QEvent other(type);
+    QCoreApplication::sendEvent(receiver,
+                                type == QEvent::WindowStateChange ? &stateChange : &other);
 }
 
 // What a point is by the rules of the edges, one after the other; Untouched where none says.
