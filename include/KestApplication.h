@@ -52,21 +52,26 @@ public:
         Returns whether another process already runs under \a serverName, and claims the name for
         this one where none does. Call it once, before the first window is shown.
 
-        The name is that of a local socket and is the host's to choose. If a process serves it,
-        this one is told within 100 milliseconds, and the other one calls QWindow::show() for each
-        of its visible top-level windows and QWindow::raise() for the hidden ones, which stay
-        hidden. That brings a minimised window back, but also gives a maximised one its normal
-        size, and whether a window comes to the front is the window system's choice. Every later
-        process is noticed, also while this one shows nothing.
+        The name is that of a local socket and is the host's to choose. All users of a machine
+        share these names: one that is not meant to be shared should contain the user's, as in
+        "my-editor-ann".
 
-        A name that can neither be reached nor claimed counts as taken. On Unix that is also the
-        name of a process that was killed, since its socket stays in the file system; a host that
-        expects that clears the name where nobody answers:
+        If a process serves the name, this one is told within 100 milliseconds, and the other one
+        calls QWindow::show() for each of its visible top-level windows and QWindow::raise() for
+        the hidden ones, which stay hidden. That brings a minimised window back, but also gives a
+        maximised one its normal size, and whether a window comes to the front is the window
+        system's choice. Every later process is noticed, also while this one shows nothing.
+
+        A name that can neither be reached nor claimed counts as taken: one that is too long, that
+        is in a folder that does not exist, that another user or a process that does not answer
+        has, or that is a file of another kind, which is left alone. On Unix it is also the name of
+        a process that was killed, since its socket stays in the file system; a host that expects
+        that clears the name where nobody answers:
 
         \code
         QLocalSocket probe;
         probe.connectToServer(name);
-        if (!probe.waitForConnected(100))
+        if (!probe.waitForConnected(100) && probe.error() == QLocalSocket::ConnectionRefusedError)
             QLocalServer::removeServer(name);
         if (app.checkOtherProcess(name))
             return 0;

@@ -7,6 +7,8 @@
 #include "KestStyleSheet.h"
 
 #include <QtCore/QDebug>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QLocale>
 #include <QtCore/QPointer>
@@ -15,11 +17,27 @@
 #include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
 
-#include <climits>
-
 namespace {
 
 const int ProbeTimeoutMs = 100;
+
+// Other processes stay connected until they end, but not so many that this one runs out of
+// descriptors: the server would give up its name then.
+const int MaxConnections = 64;
+
+// Whether something has a name that is too long for a socket: the server would remove it when it
+// fails to listen there. Any other file makes a socket "refused" and not "not found".
+bool isFileBeyondSockets(const QString &serverName, QLocalSocket::LocalSocketError error)
+{
+#ifdef Q_OS_UNIX
+    const QFileInfo file(QDir::temp().absoluteFilePath(serverName));
+    return error == QLocalSocket::ServerNotFoundError && (file.exists() || file.isSymLink());
+#else
+    Q_UNUSED(serverName)
+    Q_UNUSED(error)
+    return false;
+#endif
+}
 
 // Called in the first instance when a later one announces itself. A visible window is shown once
 // more, which brings back what the window system took away; a hidden one is only raised, so that
@@ -46,6 +64,8 @@ class KestApplicationPrivate
 public:
     KestApplicationPrivate();
 
+    void keepConnection();
+
     QLocalServer server;
     QLocalSocket socket;
     QTranslator qtTranslator;
@@ -55,8 +75,23 @@ public:
 
 KestApplicationPrivate::KestApplicationPrivate()
 {
-    // Connections are never taken, and the server stops listening once too many are pending.
-    server.setMaxPendingConnections(INT_MAX);
+    QObject::connect(&server, &QLocalServer::newConnection, &server, [this] { keepConnection(); });
+}
+
+// The connection itself is the message: nothing is read from it nor written to it, and it stays
+// open until the other process ends, or until too many others have come.
+void KestApplicationPrivate::keepConnection()
+{
+    QLocalSocket *const connection = server.nextPendingConnection();
+    if (!connection)
+        return;
+    // Qt reads ahead all that it is sent, otherwise.
+    connection->setReadBufferSize(1);
+    QObject::connect(connection, &QLocalSocket::disconnected, connection, &QObject::deleteLater);
+    const QList<QLocalSocket *> connections =
+        server.findChildren<QLocalSocket *>(QString(), Qt::FindDirectChildrenOnly);
+    if (connections.size() > MaxConnections)
+        connections.first()->abort();
 }
 
 KestApplication::KestApplication(int &argc, char **argv, int flags, bool useDefaultStyle)
@@ -78,11 +113,12 @@ bool KestApplication::checkOtherProcess(const QString &serverName)
     if (serverName.isEmpty())
         return false;
 
-    // The connection itself is the message: it is never taken from the server nor read.
     connect(&d->server, &QLocalServer::newConnection, this, presentWindows);
 
     d->socket.connectToServer(serverName, QIODevice::ReadWrite);
     if (d->socket.waitForConnected(ProbeTimeoutMs))
+        return true;
+    if (isFileBeyondSockets(serverName, d->socket.error()))
         return true;
     return !d->server.listen(serverName);
 }

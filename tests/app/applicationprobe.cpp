@@ -5,8 +5,10 @@
 //   applicationprobe defaults        "sheet=<default|none|other> siblings=<0|1>", default arguments
 //   applicationprobe style <0|1>     the same, with useDefaultStyle as said
 //   applicationprobe check NAME      "taken=<0|1> ms=<milliseconds>"
+//   applicationprobe foreign NAME    the same as another user, where this one is root
 //   applicationprobe serve NAME      as check, then runs until its standard input ends, with
 //                                    "presented=<times so far>" whenever its window is presented
+//   applicationprobe race NAME       as serve, after "ready" and a line from its standard input
 
 #include "KestApplication.h"
 #include "KestStyleSheet.h"
@@ -18,6 +20,10 @@
 
 #include <cstdio>
 #include <iostream>
+
+#ifdef Q_OS_UNIX
+#    include <unistd.h>
+#endif
 
 namespace {
 
@@ -65,7 +71,13 @@ int main(int argc, char *argv[])
     const QByteArray mode(argc > 1 ? argv[1] : "");
     const QByteArray argument(argc > 2 ? argv[2] : "");
     QScopedPointer<KestApplication> app;
-    if (mode == "style") {
+    if (mode == "race") {
+        app.reset(new KestApplication(argc, argv, QCoreApplication::ApplicationFlags, false));
+        std::printf("ready\n");
+        std::fflush(stdout);
+        std::string line;
+        std::getline(std::cin, line);
+    } else if (mode == "style") {
         app.reset(
             new KestApplication(argc, argv, QCoreApplication::ApplicationFlags, argument == "1"));
     } else {
@@ -75,12 +87,17 @@ int main(int argc, char *argv[])
     if (mode == "defaults" || mode == "style")
         return describe(*app);
 
+#ifdef Q_OS_UNIX
+    const uid_t nobody = 65534;
+    if (mode == "foreign" && getuid() == 0 && setuid(nobody) != 0)
+        return 1;
+#endif
     QElapsedTimer timer;
     timer.start();
     const bool taken = app->checkOtherProcess(QString::fromUtf8(argument));
     std::printf("taken=%d ms=%d\n", int(taken), int(timer.elapsed()));
     std::fflush(stdout);
-    if (mode == "serve")
+    if (mode == "serve" || mode == "race")
         serve(app.data());
     return 0;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
+#include "Instances.h"
+
 #include "KestApplication.h"
 
 #include <QtCore/QDir>
@@ -8,7 +10,6 @@
 #include <QtCore/QLocale>
 #include <QtCore/QProcess>
 #include <QtCore/QResource>
-#include <QtCore/QUuid>
 #include <QtGui/QWindow>
 #include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
@@ -49,40 +50,11 @@ QString translated(const char *text)
     return QCoreApplication::translate("KestApplicationTest", text);
 }
 
-QString uniqueName()
-{
-    return QStringLiteral("kest-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-}
-
 // The one name that this process serves.
 QString claimedName()
 {
     static const QString name = uniqueName();
     return name;
-}
-
-QByteArray runProbe(const QStringList &arguments)
-{
-    QProcess probe;
-    probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
-                arguments);
-    // This process answers meanwhile, as a first instance would.
-    while (probe.state() != QProcess::NotRunning)
-        QTest::qWait(5);
-    return probe.readAllStandardOutput().trimmed();
-}
-
-// Whether somebody serves the name, asked with no help of the class under test.
-bool isServed(const QString &name)
-{
-    QLocalSocket socket;
-    socket.connectToServer(name);
-    return socket.waitForConnected(1000);
-}
-
-int millisecondsIn(const QByteArray &answer)
-{
-    return answer.mid(answer.indexOf("ms=") + 3).toInt();
 }
 
 KestApplication &application()
@@ -169,8 +141,7 @@ void tst_KestApplication::firstProcessClaimsTheName()
     const QString name = uniqueName();
     QVERIFY(!isServed(name));
     QProcess first;
-    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
-                { QStringLiteral("serve"), name });
+    first.start(probeProgram(), { QStringLiteral("serve"), name });
     QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
     QVERIFY(first.readLine().startsWith("taken=0"));
     QVERIFY(isServed(name));
@@ -182,8 +153,7 @@ void tst_KestApplication::secondProcessFindsTheFirst()
 {
     const QString name = uniqueName();
     QProcess first;
-    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
-                { QStringLiteral("serve"), name });
+    first.start(probeProgram(), { QStringLiteral("serve"), name });
     QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
     const QByteArray answer = runProbe({ QStringLiteral("check"), name });
     QVERIFY2(answer.startsWith("taken=1"), answer.constData());
@@ -197,8 +167,7 @@ void tst_KestApplication::nameIsServedUntilTheApplicationEnds()
 {
     const QString name = uniqueName();
     QProcess first;
-    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
-                { QStringLiteral("serve"), name });
+    first.start(probeProgram(), { QStringLiteral("serve"), name });
     QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
     QVERIFY(isServed(name));
     first.closeWriteChannel();
@@ -290,8 +259,7 @@ void tst_KestApplication::hundredFurtherProcessesAreAnswered()
 {
     const QString name = uniqueName();
     QProcess first;
-    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
-                { QStringLiteral("serve"), name });
+    first.start(probeProgram(), { QStringLiteral("serve"), name });
     QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
     QVERIFY(first.readLine().startsWith("taken=0"));
 #ifdef Q_OS_LINUX
@@ -319,8 +287,7 @@ void tst_KestApplication::nameOfAKilledProcessCanBeCleared()
 {
     const QString name = uniqueName();
     QProcess first;
-    first.start(QCoreApplication::applicationDirPath() + QStringLiteral("/applicationprobe"),
-                { QStringLiteral("serve"), name });
+    first.start(probeProgram(), { QStringLiteral("serve"), name });
     QTRY_VERIFY_WITH_TIMEOUT(first.canReadLine(), 20000);
     first.kill();
     QVERIFY(first.waitForFinished(20000));
