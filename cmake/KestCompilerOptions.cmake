@@ -25,9 +25,16 @@ else()
 endif()
 
 if(KEST_SANITIZE)
+  set(KEST_SANITIZERS address,undefined)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # What only Clang has: values that do not fit into what they are converted to.
+    string(APPEND KEST_SANITIZERS ,float-cast-overflow,implicit-conversion)
+    target_compile_options(kest_options INTERFACE
+      -fsanitize-ignorelist=${CMAKE_CURRENT_LIST_DIR}/KestSanitizerIgnores.txt)
+  endif()
   target_compile_options(kest_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-  target_link_options(kest_options INTERFACE -fsanitize=address,undefined)
+    -fsanitize=${KEST_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(kest_options INTERFACE -fsanitize=${KEST_SANITIZERS})
 endif()
 
 if(KEST_BUILD_FUZZERS)

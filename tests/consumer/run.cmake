@@ -7,7 +7,7 @@ function(run)
   endif()
 endfunction()
 
-set(cross)
+set(cross -DCMAKE_CXX_COMPILER=${COMPILER})
 if(TOOLCHAIN)
   set(cross -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} -DKEST_WINDOWS_QT=${QT}
     -DCMAKE_FIND_ROOT_PATH=${WORK}/prefix)

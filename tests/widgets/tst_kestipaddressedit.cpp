@@ -2126,7 +2126,7 @@ void tst_KestIPAddressEdit::rangesFromOutsideMayBeAny()
 {
     const int lowest = std::numeric_limits<int>::min();
     const int highest = std::numeric_limits<int>::max();
-    const auto bounded = [lowest, highest](qint64 number) {
+    const auto bounded = [](qint64 number) {
         return int(qBound<qint64>(lowest, number, highest));
     };
     for (const int start : { lowest, -1, 0, 3, highest }) {
