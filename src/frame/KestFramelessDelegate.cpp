@@ -151,13 +151,6 @@ bool KestFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
             adaptMarginsUnlaid();
         return false;
     }
-    if (watched == d->widget) {
-        // What is done here may have the host delete the window.
-        const QPointer<KestFramelessDelegate> guard(this);
-        windowEvent(event);
-        if (!guard)
-            return false;
-    }
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -167,7 +160,16 @@ bool KestFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Hide:
         break;
     default:
+        if (watched == d->widget)
+            windowEvent(event);
         return false;
+    }
+    if (watched == d->widget) {
+        // What is done here may have the host delete the window.
+        const QPointer<KestFramelessDelegate> guard(this);
+        windowEvent(event);
+        if (!guard)
+            return false;
     }
     if (!watched->isWidgetType())
         return false;

@@ -12,11 +12,13 @@ QT_BEGIN_NAMESPACE
 class QCursor;
 class QImage;
 class QMouseEvent;
+class QPaintDevice;
 class QPaintEvent;
 class QPainter;
 class QPlatformSurfaceEvent;
 class QPoint;
 class QRect;
+class QRegion;
 class QResizeEvent;
 class QWidget;
 QT_END_NAMESPACE
@@ -87,7 +89,6 @@ private:
     void region(const QPoint &globalPos, const QPoint &windowPos);
     void adaptMarginsUnlaid();
     void updateLayout();
-    void paintShadow(QImage *image, const QPoint &origin, int width);
 
     void windowEvent(QEvent *event);
     void moveBarEvent(QWidget *bar, QEvent *event);
@@ -98,7 +99,9 @@ private:
     void endMove();
     void leaveEdges();
     void watchMoveBar(QWidget *bar);
+    void paintByImages(QPainter &painter, const QRegion &shown);
     QImage frameImage(const QRect &part, qreal ratio);
+    void drawStyled(QPaintDevice *device, const QPoint &origin);
 
     KestFramelessDelegatePrivate *d;
 };

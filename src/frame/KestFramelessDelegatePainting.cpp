@@ -3,22 +3,25 @@
 
 #include "KestFramelessDelegate_p.h"
 
+#include "FillRecorder.h"
+#include "WindowShadow.h"
+
 #include <QtCore/QPointer>
 #include <QtGui/QImage>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
-#include <QtGui/QPainterPath>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOption>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <typeindex>
 
 namespace {
 
-const int ShadowStrength = 20; // alpha per halving of the distance to the outermost ring
-const int OutlineReach = 2; // pixels that an antialiased outline takes inside of its rectangle
 const int MostStrips = 8; // more of them cost more than what lies between them
 
 QMargins layoutMargins(const QWidget *widget)
@@ -26,97 +29,130 @@ QMargins layoutMargins(const QWidget *widget)
     return widget->layout() ? widget->layout()->contentsMargins() : QMargins();
 }
 
-void drawShadow(QPainter &painter, const QRect &window, int width)
+bool isWhole(qreal value)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    QColor color(0, 0, 0);
-    for (int i = 0; i < width; ++i) {
-        const int inset = width - i;
-        QPainterPath path;
-        path.setFillRule(Qt::WindingFill);
-        path.addRoundedRect(window.adjusted(inset, inset, -inset, -inset), 0.0, 1.0,
-                            Qt::AbsoluteSize);
-        // The logarithm makes the shadow fade fast next to the window and slowly further out.
-        const double alpha = std::log(double(i + 1) / width) / -std::log(2.0) * ShadowStrength;
-        color.setAlpha(qMin(int(alpha), 255));
-        painter.setPen(color);
-        painter.drawPath(path);
-    }
-    painter.restore();
+    return value == std::floor(value);
 }
 
-// The shadow of a window so small that only its corners differ from any other's: one pixel of each
-// edge lies between them. The last one is kept, since windows mostly have one width and ratio.
-const QImage &shadowPatch(int width, int ratio)
+// Qt's own style draws nothing for plain widgets; one that is derived from it may.
+bool isPlainStyle(const QStyle &style)
 {
-    static QImage patch;
-    static int patchWidth = 0;
-    if (width != patchWidth || patch.devicePixelRatio() != ratio) {
-        const int side = 2 * (width + OutlineReach) + 1;
-        patch = QImage(QSize(side, side) * ratio, QImage::Format_ARGB32_Premultiplied);
-        patch.setDevicePixelRatio(ratio);
-        patch.fill(Qt::transparent);
-        QPainter painter(&patch);
-        drawShadow(painter, QRect(0, 0, side, side), width);
-        patchWidth = width;
-    }
-    return patch;
+    static const std::type_index fusion = [] {
+        const std::unique_ptr<QStyle> made(QStyleFactory::create(QStringLiteral("Fusion")));
+        const QStyle *const known = made.get();
+        return std::type_index(known ? typeid(*known) : typeid(void));
+    }();
+    return fusion == typeid(style);
 }
 
-// Copies into an image, which shows the pixels of a window from origin on, the shadow of the
-// window.
-void copyShadow(QImage *image, const QPoint &origin, const QSize &window, const QImage &patch)
+// Whether a pixel of a window is so many whole ones of the device, drawn as they are: then it is
+// all the same which of them are drawn together.
+bool drawsWholePixels(const QPainter &painter)
 {
-    const int corner = patch.width() / 2;
-    // Where a pixel of the window is in the patch.
-    const auto inPatch = [corner, &patch](int position, int extent) {
-        if (position < corner)
-            return position;
-        return qMax(corner, position - (extent - patch.width()));
-    };
-    const int right = window.width() - corner;
-    for (int y = 0; y < image->height(); ++y) {
-        const int row = inPatch(origin.y() + y, window.height());
-        auto *to = reinterpret_cast<QRgb *>(image->scanLine(y));
-        const auto *from = reinterpret_cast<const QRgb *>(patch.constScanLine(row));
-        int x = 0;
-        for (; x < image->width() && origin.x() + x < corner; ++x)
-            to[x] = from[origin.x() + x];
-        const int middle = qBound(x, right - origin.x(), image->width());
-        std::fill(to + x, to + middle, from[corner]);
-        for (x = middle; x < image->width(); ++x)
-            to[x] = from[inPatch(origin.x() + x, window.width())];
-    }
+    const QTransform &transform = painter.deviceTransform();
+    return transform.type() <= QTransform::TxScale && transform.m11() >= 1
+        && transform.m11() == transform.m22() && isWhole(transform.m11()) && isWhole(transform.dx())
+        && isWhole(transform.dy()) && painter.opacity() == 1
+        && painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+}
+
+void fillBackground(QPainter &painter, const QRect &rect, const QBrush &brush)
+{
+    // The same, without what it takes to prepare a brush.
+    if (brush.style() == Qt::SolidPattern)
+        painter.fillRect(rect, brush.color());
+    else
+        painter.fillRect(rect, brush);
 }
 
 } // namespace
 
+// How deep the shadow is: it lies over the widest of the layout's margins, too.
+int KestFramelessDelegatePrivate::shadowDepth(const QMargins &margins) const
+{
+    if (shadowless || !isNormal())
+        return 0;
+    return shadowWidth
+        + std::max({ margins.left(), margins.top(), margins.right(), margins.bottom() });
+}
+
 void KestFramelessDelegate::paintEvent(QPaintEvent *event)
 {
     QWidget *const widget = d->widget;
+    const QMargins margins = layoutMargins(widget);
+    const WindowShadow shadow(widget->rect(), d->shadowDepth(margins));
+    const bool shadowed = shadow.isIn(event->rect());
+
     QPainter painter(widget);
+    QVector<Fill> fills;
+    bool isFilled = true; // and nothing else
+    if (!isPlainStyle(*widget->style())) {
+        // It may be the host's, and do what it likes.
+        const QPointer<KestFramelessDelegate> guard(this);
+        FillRecorder recorder;
+        drawStyled(&recorder, QPoint());
+        if (!guard)
+            return;
+        fills = recorder.fills();
+        isFilled = recorder.isComplete();
+    }
+    // What is made of whole pixels needs no image to come out as if drawn by way of one.
+    const bool isDirect = isFilled
+        && ((fills.isEmpty() && !shadowed)
+            || ((shadow.hasInside() || !shadowed) && drawsWholePixels(painter)));
+
+    const int width = d->shadowWidth;
+    const QRect background =
+        widget->rect().adjusted(width, width, -width, -width).marginsRemoved(margins);
+    const QBrush &brush = widget->palette().brush(QPalette::Window);
+    if (!isDirect) {
+        painter.fillRect(background, brush);
+        paintByImages(painter, event->region() & widget->rect());
+        return;
+    }
+    const auto covers = [&background](const Fill &fill) { return fill.rect.contains(background); };
+    const bool isCovered = std::any_of(fills.cbegin(), fills.cend(), covers);
+    const auto paintPart = [&](const QRect &part) {
+        if (!isCovered)
+            fillBackground(painter, background, brush);
+        if (shadowed)
+            shadow.draw(painter, part);
+        for (const Fill &fill : qAsConst(fills))
+            painter.fillRect(fill.rect, fill.color);
+    };
+    // A rectangle at a time is faster than what has to be cut out pixel by pixel, but not where
+    // rectangles share pixels.
+    const int parts = event->region().rectCount();
+    if (parts == 1 || parts > MostStrips || !drawsWholePixels(painter)) {
+        paintPart(event->rect());
+        return;
+    }
+    for (const QRect &part : event->region()) {
+        painter.save();
+        painter.setClipRect(part, Qt::IntersectClip);
+        paintPart(part);
+        painter.restore();
+    }
+}
+
+// Paints shadow and style by way of images, since styles may compose as they like.
+void KestFramelessDelegate::paintByImages(QPainter &painter, const QRegion &shown)
+{
     // The window may be painted on something else than its screen, at another ratio.
     const qreal scale = painter.deviceTransform().m11();
-    const qreal ratio = scale > 0 ? scale : widget->devicePixelRatioF();
+    const qreal ratio = scale > 0 ? scale : d->widget->devicePixelRatioF();
 
     // Only what shows is drawn. Where pixels of the device are shared by what lies next to each
     // other, that is one part, whose corner is a multiple of four pixels: at all usual ratios these
     // are whole device pixels, so that a part comes out as it would in the whole.
-    QRegion parts = event->region() & widget->rect();
-    if (ratio != std::floor(ratio)) {
+    QRegion parts = shown;
+    if (!isWhole(ratio)) {
         const QRect dirty = parts.boundingRect();
         parts = QRect(QPoint(dirty.left() & ~3, dirty.top() & ~3), dirty.bottomRight());
     } else if (parts.rectCount() > MostStrips) {
         parts = parts.boundingRect();
     }
-
-    const int shadow = d->shadowWidth;
-    const QRect inside = widget->rect().adjusted(shadow, shadow, -shadow, -shadow);
-    painter.fillRect(inside.marginsRemoved(layoutMargins(widget)),
-                     widget->palette().brush(QPalette::Window));
     for (const QRect &part : parts) {
-        // The style may be the host's, and do what it likes.
         const QPointer<KestFramelessDelegate> guard(this);
         const QImage frame = frameImage(part, ratio);
         if (!guard)
@@ -128,46 +164,31 @@ void KestFramelessDelegate::paintEvent(QPaintEvent *event)
 // The shadow, and inside of it what the style draws for the window, cut out at part.
 QImage KestFramelessDelegate::frameImage(const QRect &part, qreal ratio)
 {
-    QWidget *const widget = d->widget;
     const QSizeF size = QSizeF(part.size()) * ratio;
     QImage image(QSize(int(std::ceil(size.width())), int(std::ceil(size.height()))),
                  QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
-
-    QStyleOption option;
-    option.initFrom(widget);
-    if (d->isNormal()) {
-        const QMargins margins = layoutMargins(widget);
-        const int inner =
-            qMax(qMax(margins.left(), margins.top()), qMax(margins.right(), margins.bottom()));
-        const int shadow = d->shadowWidth;
-        paintShadow(&image, part.topLeft(), inner + shadow);
-        option.rect = widget->rect().adjusted(shadow, shadow, -shadow, -shadow);
-    } else {
-        image.fill(Qt::transparent);
+    image.fill(Qt::transparent);
+    const WindowShadow shadow(d->widget->rect(), d->shadowDepth(layoutMargins(d->widget)));
+    if (shadow.isIn(part)) {
+        QPainter painter(&image);
+        painter.translate(-part.topLeft());
+        shadow.draw(painter, part);
     }
-    QPainter painter(&image);
-    painter.translate(-part.topLeft());
-    widget->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, widget);
+    drawStyled(&image, part.topLeft());
     return image;
 }
 
-// Fills an image, which shows the window from origin on, with the shadow alone.
-void KestFramelessDelegate::paintShadow(QImage *image, const QPoint &origin, int width)
+// Has the style draw the window on what shows it from origin on.
+void KestFramelessDelegate::drawStyled(QPaintDevice *device, const QPoint &origin)
 {
-    const QRect window = d->widget->rect();
-    const qreal ratio = image->devicePixelRatioF();
-    const QRect shown(origin, image->size() / ratio);
-    const int reach = width + OutlineReach;
-    const QRect unreached = window.adjusted(reach, reach, -reach, -reach);
-    if (width == 0 || d->shadowless || (unreached.isValid() && unreached.contains(shown))) {
-        image->fill(Qt::transparent);
-    } else if (unreached.isValid() && ratio == int(ratio)) {
-        copyShadow(image, origin * ratio, window.size() * ratio, shadowPatch(width, int(ratio)));
-    } else {
-        image->fill(Qt::transparent);
-        QPainter painter(image);
-        painter.translate(-origin);
-        drawShadow(painter, window, width);
+    QStyleOption option;
+    option.initFrom(d->widget);
+    if (d->isNormal()) {
+        const int width = d->shadowWidth;
+        option.rect.adjust(width, width, -width, -width);
     }
+    QPainter painter(device);
+    painter.translate(-origin);
+    d->widget->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, d->widget);
 }

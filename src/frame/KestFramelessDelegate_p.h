@@ -19,6 +19,7 @@ public:
     bool isNormal() const { return !widget->isMaximized() && !widget->isFullScreen(); }
     int margin() const { return isNormal() ? shadowWidth : 0; }
     bool isFixedSize() const { return widget->minimumSize() == widget->maximumSize(); }
+    int shadowDepth(const QMargins &margins) const;
 
     QWidget *widget = nullptr;
     Directions direction;

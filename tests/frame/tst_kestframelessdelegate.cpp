@@ -15,6 +15,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 #include <QtWidgets/QVBoxLayout>
@@ -113,14 +114,16 @@ void dragEdge(QWidget *window, const QPoint &from, const QPoint &to)
     sendMouse(window, QEvent::MouseButtonRelease, to);
 }
 
-// The frame as it is meant to look, drawn in full.
-QImage expectedFrame(QWidget *widget, int shadow, bool framed, qreal ratio)
+// Draws the frame as it is meant to look, in full.
+void drawExpectedFrame(QPainter *target, QWidget *widget, int shadow, bool framed, qreal ratio)
 {
     const QMargins margins = widget->layout() ? widget->layout()->contentsMargins() : QMargins();
     const int width = widget->width();
     const int height = widget->height();
 
-    QImage frame(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    const QSizeF size = QSizeF(widget->size()) * ratio;
+    QImage frame(int(std::ceil(size.width())), int(std::ceil(size.height())),
+                 QImage::Format_ARGB32_Premultiplied);
     frame.setDevicePixelRatio(ratio);
     frame.fill(0);
     QStyleOption option(1, 0);
@@ -146,18 +149,25 @@ QImage expectedFrame(QWidget *widget, int shadow, bool framed, qreal ratio)
         }
         option.rect = widget->rect().adjusted(shadow, shadow, -shadow, -shadow);
     }
+    painter.end();
+    painter.begin(&frame);
     widget->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, widget);
     painter.end();
 
+    target->fillRect(shadow + margins.left(), shadow + margins.top(),
+                     width - 2 * shadow - margins.left() - margins.right(),
+                     height - 2 * shadow - margins.top() - margins.bottom(),
+                     option.palette.brush(QPalette::Window));
+    target->drawImage(0, 0, frame);
+}
+
+QImage expectedFrame(QWidget *widget, int shadow, bool framed, qreal ratio)
+{
     QImage result(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
     result.setDevicePixelRatio(ratio);
     result.fill(0);
-    painter.begin(&result);
-    painter.fillRect(shadow + margins.left(), shadow + margins.top(),
-                     width - 2 * shadow - margins.left() - margins.right(),
-                     height - 2 * shadow - margins.top() - margins.bottom(),
-                     widget->palette().brush(QPalette::Active, QPalette::Window));
-    painter.drawImage(0, 0, frame);
+    QPainter painter(&result);
+    drawExpectedFrame(&painter, widget, shadow, framed, ratio);
     return result;
 }
 
@@ -188,7 +198,68 @@ int greatestDifference(const QImage &first, const QImage &second)
 
 } // namespace
 
+// Draws plain widgets as it is told to.
+class DrawingStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    using Drawing = std::function<void(const QStyleOption &, QPainter &)>;
+
+    explicit DrawingStyle(Drawing drawing)
+        : QProxyStyle(QStringLiteral("Fusion")), m_drawing(std::move(drawing))
+    { }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        if (element == PE_Widget)
+            m_drawing(*option, *painter);
+        else
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
+private:
+    Drawing m_drawing;
+};
+
+// All of a window, and parts of it that meet the shadow, the inside or both.
+QVector<QRegion> someRegions()
+{
+    const QRect whole(QPoint(), WindowRect.size());
+    QRegion chequered;
+    for (int i = 0; i < 12; ++i)
+        chequered += QRect(i * 30, 5 + i * 20, 17, 11);
+    return { whole,
+             QRegion(whole) - whole.adjusted(9, 50, -9, -9),
+             QRect(0, 120, 9, 40),
+             QRect(7, 120, 30, 40),
+             QRect(391, 3, 9, 200),
+             QRect(100, 0, 50, 12),
+             QRect(120, 285, 9, 15),
+             QRect(200, 150, 16, 16),
+             chequered };
+}
+
+// Renders parts of a window at a whole ratio, and returns by how much they differ from the frame as
+// it is meant.
+int differenceOfParts(Host *host, int shadow, int ratio)
+{
+    const QImage expected = expectedFrame(host, shadow, true, ratio);
+    int difference = 0;
+    for (const QRegion &region : someRegions()) {
+        const QImage found = rendered(host, ratio, region);
+        for (const QRect &rect : region) {
+            const QRect pixels(rect.topLeft() * ratio, rect.size() * ratio);
+            difference =
+                qMax(difference, greatestDifference(found.copy(pixels), expected.copy(pixels)));
+        }
+    }
+    return difference;
+}
+
 Q_DECLARE_METATYPE(std::function<void(Host &)>)
+Q_DECLARE_METATYPE(DrawingStyle::Drawing)
 
 class tst_KestFramelessDelegate : public QObject
 {
@@ -279,6 +350,17 @@ private Q_SLOTS:
     void onlyWhatShowsIsDrawn();
     void partsAreDrawnAsInTheWhole_data();
     void partsAreDrawnAsInTheWhole();
+    void sheetsAreDrawnAsMeant_data();
+    void sheetsAreDrawnAsMeant();
+    void stylesAreDrawnAsMeant_data();
+    void stylesAreDrawnAsMeant();
+    void backgroundsAreDrawnAsMeant_data();
+    void backgroundsAreDrawnAsMeant();
+    void frameIsDrawnOverWhatIsThere_data();
+    void frameIsDrawnOverWhatIsThere();
+    void painterOfTheHostIsFollowed_data();
+    void painterOfTheHostIsFollowed();
+    void frameFollowsEachChange();
 
     void barsMayDie();
     void windowMayDieWhileItIsMaximised();
@@ -1658,6 +1740,370 @@ void tst_KestFramelessDelegate::partsAreDrawnAsInTheWhole()
     QVERIFY2(
         greatestDifference(single.copy(pixels), whole.copy(pixels)) <= 1,
         qPrintable(QString::number(greatestDifference(single.copy(pixels), whole.copy(pixels)))));
+}
+
+void tst_KestFramelessDelegate::sheetsAreDrawnAsMeant_data()
+{
+    QTest::addColumn<QString>("sheet");
+    QTest::addColumn<int>("rounding");
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<bool>("shadowless");
+    const struct
+    {
+        const char *name;
+        const char *rules;
+        int rounding;
+    } sheets[] = {
+        { "solid", "background: #FFFFFF", 0 },
+        { "border", "background: #FFFFFF; border: 1px solid #BDBDBD", 0 },
+        { "four borders",
+          "background: #FFEEDD; border-style: solid; border-width: 1px 2px 3px 4px;"
+          "border-color: red green blue black",
+          1 },
+        { "border alone", "border: 2px solid #BDBDBD", 0 },
+        { "rounded", "background: #FFFFFF; border: 1px solid #BDBDBD; border-radius: 6px", 2 },
+        { "translucent", "background: rgba(255, 200, 100, 40%)", 0 },
+        { "translucent border", "background: #FFFFFF; border: 1px solid rgba(0, 0, 80, 50%)", 1 },
+        { "transparent", "background: transparent; border: 1px solid #BDBDBD", 1 },
+        { "gradient",
+          "background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 #FFFFFF, stop:1 #204060)",
+          1 },
+        { "margin", "background: #FFFFFF; margin: 3px 14px 5px 40px", 0 },
+        { "dashed", "background: #FFFFFF; border: 3px dashed #123456", 2 },
+        { "double", "background: #FFFFFF; border: 5px double #123456", 2 },
+        { "image",
+          "background: #FFFFFF url(:/qt-project.org/styles/commonstyle/images/"
+          "standardbutton-ok-16.png)",
+          0 },
+    };
+    for (const auto &sheet : sheets) {
+        for (const qreal ratio : { 1.0, 1.25, 1.5, 2.0, 3.0 }) {
+            QTest::addRow("%s, %d%%", sheet.name, int(ratio * 100))
+                << QString::fromLatin1(sheet.rules) << sheet.rounding << ratio << false;
+        }
+        QTest::addRow("%s, shadowless", sheet.name)
+            << QString::fromLatin1(sheet.rules) << sheet.rounding << 1.0 << true;
+    }
+}
+
+void tst_KestFramelessDelegate::sheetsAreDrawnAsMeant()
+{
+    QFETCH(QString, sheet);
+    QFETCH(int, rounding);
+    QFETCH(qreal, ratio);
+    QFETCH(bool, shadowless);
+    Host host;
+    host.bar->hide();
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(2, 0, 4, 7);
+    host.delegate->setShadowless(shadowless);
+    host.setStyleSheet(QStringLiteral("Host { %1 }").arg(sheet));
+    host.show();
+    host.activateWindow();
+    const int shadow = shadowless ? 0 : 8;
+    // What is not made of whole pixels is rounded from where the painter starts.
+    if (ratio == int(ratio))
+        QVERIFY(differenceOfParts(&host, shadow, int(ratio)) <= rounding);
+    QCOMPARE(rendered(&host, ratio), expectedFrame(&host, shadow, true, ratio));
+}
+
+void tst_KestFramelessDelegate::stylesAreDrawnAsMeant_data()
+{
+    QTest::addColumn<DrawingStyle::Drawing>("drawing");
+    QTest::addColumn<int>("rounding");
+    const auto row = [](const char *name, const DrawingStyle::Drawing &drawing, int rounding = 0) {
+        QTest::newRow(name) << drawing << rounding;
+    };
+    using Option = const QStyleOption &;
+    const QColor opaque(10, 120, 230);
+    row("nothing", [](Option, QPainter &) {});
+    row("fill", [=](Option option, QPainter &painter) { painter.fillRect(option.rect, opaque); });
+    row("fills", [=](Option option, QPainter &painter) {
+        painter.fillRect(option.rect, opaque);
+        painter.fillRect(option.rect.adjusted(5, 6, -7, -8), Qt::yellow);
+        painter.fillRect(QRect(0, 0, 4, 200), Qt::red);
+    });
+    row("moved fill", [=](Option option, QPainter &painter) {
+        painter.translate(3, 5);
+        painter.fillRect(option.rect, opaque);
+    });
+    row("scaled fill", [=](Option, QPainter &painter) {
+        painter.scale(2, 3);
+        painter.fillRect(QRect(3, 5, 70, 40), opaque);
+    });
+    row("turned fill", [=](Option, QPainter &painter) {
+        painter.rotate(20);
+        painter.fillRect(QRect(60, 5, 70, 40), opaque);
+    });
+    row(
+        "half a pixel",
+        [=](Option option, QPainter &painter) {
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.fillRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), opaque);
+        },
+        255); // Qt's antialiasing depends on where a part is cut out
+    row("clipped fill", [=](Option option, QPainter &painter) {
+        painter.setClipRect(QRect(4, 4, 60, 200));
+        painter.fillRect(option.rect, opaque);
+    });
+    row("translucent fill", [=](Option option, QPainter &painter) {
+        painter.fillRect(option.rect, QColor(10, 120, 230, 77));
+    });
+    row("faded fill", [=](Option option, QPainter &painter) {
+        painter.setOpacity(0.3);
+        painter.fillRect(option.rect, opaque);
+    });
+    row("gap", [=](Option option, QPainter &painter) {
+        painter.fillRect(option.rect, opaque);
+        painter.setCompositionMode(QPainter::CompositionMode_Clear);
+        painter.fillRect(QRect(3, 40, 100, 30), Qt::black);
+    });
+    row("rectangle with a pen", [=](Option option, QPainter &painter) {
+        painter.setBrush(opaque);
+        painter.setPen(Qt::darkGreen);
+        painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+    });
+    row("pattern", [=](Option option, QPainter &painter) {
+        painter.fillRect(option.rect, QBrush(opaque, Qt::Dense4Pattern));
+    });
+    row("line", [=](Option option, QPainter &painter) {
+        painter.fillRect(option.rect, opaque);
+        painter.drawLine(option.rect.left(), 150, option.rect.right(), 150);
+    });
+    row("ellipse", [=](Option option, QPainter &painter) {
+        painter.setBrush(opaque);
+        painter.drawEllipse(option.rect);
+    });
+    row("points", [=](Option, QPainter &painter) { painter.drawPoint(20, 30); });
+    row("text", [=](Option option, QPainter &painter) {
+        painter.drawText(option.rect, Qt::AlignCenter, QStringLiteral("Text"));
+    });
+    row("image", [=](Option option, QPainter &painter) {
+        QImage image(30, 40, QImage::Format_ARGB32_Premultiplied);
+        image.fill(QColor(200, 0, 0, 100));
+        painter.drawImage(option.rect.topLeft(), image);
+    });
+    row("tiles", [=](Option option, QPainter &painter) {
+        QPixmap pixmap(30, 40);
+        pixmap.fill(QColor(200, 0, 0, 100));
+        painter.drawTiledPixmap(option.rect, pixmap);
+    });
+}
+
+void tst_KestFramelessDelegate::stylesAreDrawnAsMeant()
+{
+    QFETCH(DrawingStyle::Drawing, drawing);
+    QFETCH(int, rounding);
+    DrawingStyle style(drawing);
+    Host host;
+    host.bar->hide();
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(2, 0, 4, 7);
+    QPalette palette = host.palette();
+    palette.setColor(QPalette::Window, QColor(200, 230, 255));
+    host.setPalette(palette);
+    host.setStyle(&style);
+    host.show();
+    host.activateWindow();
+    for (const int ratio : { 1, 2 })
+        QVERIFY(differenceOfParts(&host, 8, ratio) <= rounding);
+    for (const qreal ratio : { 1.0, 1.25, 1.5, 2.0 })
+        QCOMPARE(rendered(&host, ratio), expectedFrame(&host, 8, true, ratio));
+    host.setStyle(nullptr);
+}
+
+void tst_KestFramelessDelegate::backgroundsAreDrawnAsMeant_data()
+{
+    QTest::addColumn<QBrush>("brush");
+    QTest::addColumn<int>("rounding");
+    QLinearGradient gradient(0, 0, 400, 300);
+    gradient.setColorAt(0, Qt::white);
+    gradient.setColorAt(1, QColor(0, 0, 120, 60));
+    QImage tile(7, 5, QImage::Format_ARGB32_Premultiplied);
+    tile.fill(QColor(20, 200, 100, 120));
+    tile.setPixelColor(2, 3, Qt::red);
+    QTest::newRow("solid") << QBrush(QColor(1, 2, 3)) << 0;
+    QTest::newRow("translucent") << QBrush(QColor(200, 100, 50, 99)) << 0;
+    QTest::newRow("transparent") << QBrush(Qt::transparent) << 0;
+    QTest::newRow("none") << QBrush(Qt::NoBrush) << 0;
+    QTest::newRow("pattern") << QBrush(Qt::red, Qt::DiagCrossPattern) << 0;
+    QTest::newRow("gradient") << QBrush(gradient) << 1;
+    QTest::newRow("tile") << QBrush(tile) << 0;
+}
+
+void tst_KestFramelessDelegate::backgroundsAreDrawnAsMeant()
+{
+    QFETCH(QBrush, brush);
+    QFETCH(int, rounding);
+    Host host;
+    host.bar->hide();
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(2, 0, 4, 7);
+    QPalette palette = host.palette();
+    palette.setBrush(QPalette::Window, brush);
+    // A window that is not active may look otherwise.
+    palette.setBrush(QPalette::Inactive, QPalette::Window, Qt::darkYellow);
+    palette.setBrush(QPalette::Disabled, QPalette::Window, Qt::darkCyan);
+    host.setPalette(palette);
+    host.show();
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    for (const int ratio : { 1, 2 })
+        QVERIFY(differenceOfParts(&host, 8, ratio) <= rounding);
+    for (const qreal ratio : { 1.0, 1.25, 1.5, 2.0 })
+        QCOMPARE(rendered(&host, ratio), expectedFrame(&host, 8, true, ratio));
+}
+
+void tst_KestFramelessDelegate::frameIsDrawnOverWhatIsThere_data()
+{
+    QTest::addColumn<QString>("sheet");
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QImage::Format>("format");
+    for (const char *sheet : { "", "Host { background: #FFFFFF; border: 1px solid #BDBDBD }",
+                               "Host { background: rgba(255, 200, 100, 40%) }" }) {
+        for (const qreal ratio : { 1.0, 1.5, 2.0 }) {
+            for (const QImage::Format format :
+                 { QImage::Format_ARGB32_Premultiplied, QImage::Format_RGB32, QImage::Format_RGB16,
+                   QImage::Format_ARGB32, QImage::Format_RGBA8888 }) {
+                QTest::addRow("%s, %d%%, format %d", sheet, int(ratio * 100), int(format))
+                    << QString::fromLatin1(sheet) << ratio << format;
+            }
+        }
+    }
+}
+
+void tst_KestFramelessDelegate::frameIsDrawnOverWhatIsThere()
+{
+    QFETCH(QString, sheet);
+    QFETCH(qreal, ratio);
+    QFETCH(QImage::Format, format);
+    Host host;
+    host.bar->hide();
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(2, 0, 4, 7);
+    host.setStyleSheet(sheet);
+    host.show();
+    host.activateWindow();
+    QImage expected(host.size() * ratio, format);
+    expected.setDevicePixelRatio(ratio);
+    expected.fill(QColor(90, 160, 250));
+    QImage found = expected;
+    QPainter painter(&expected);
+    drawExpectedFrame(&painter, &host, 8, true, ratio);
+    painter.end();
+    host.render(&found, QPoint(), QRegion(), QWidget::DrawWindowBackground);
+    QCOMPARE(found, expected);
+}
+
+void tst_KestFramelessDelegate::painterOfTheHostIsFollowed_data()
+{
+    QTest::addColumn<QTransform>("transform");
+    QTest::addColumn<qreal>("opacity");
+    QTest::newRow("moved") << QTransform::fromTranslate(13, 7) << 1.0;
+    QTest::newRow("doubled") << QTransform::fromScale(2, 2) << 1.0;
+    QTest::newRow("faded") << QTransform() << 0.4;
+    QTest::newRow("quartered") << QTransform::fromScale(0.25, 0.25) << 1.0;
+    QTest::newRow("stretched") << QTransform::fromScale(1, 2) << 1.0;
+    QTest::newRow("turned") << QTransform().translate(400, 0).rotate(90) << 1.0;
+    QTest::newRow("half a pixel") << QTransform::fromTranslate(0.5, 0.5) << 1.0;
+}
+
+void tst_KestFramelessDelegate::painterOfTheHostIsFollowed()
+{
+    QFETCH(QTransform, transform);
+    QFETCH(qreal, opacity);
+    for (const char *sheet : { "", "Host { background: #FFFFFF; border: 1px solid #BDBDBD }" }) {
+        Host host;
+        host.bar->hide();
+        host.setStyleSheet(QString::fromLatin1(sheet));
+        host.show();
+        host.activateWindow();
+        QImage expected(900, 900, QImage::Format_ARGB32_Premultiplied);
+        expected.fill(QColor(90, 160, 250));
+        QImage found = expected;
+        QPainter painter(&expected);
+        painter.setTransform(transform);
+        painter.setOpacity(opacity);
+        // What is faded is so as one.
+        if (opacity < 1) {
+            painter.drawImage(0, 0, expectedFrame(&host, 8, true, 1));
+        } else {
+            const qreal scale = transform.m11();
+            drawExpectedFrame(&painter, &host, 8, true, scale > 0 ? scale : 1);
+        }
+        painter.end();
+        painter.begin(&found);
+        painter.setTransform(transform);
+        painter.setOpacity(opacity);
+        host.render(&painter, QPoint(), QRegion(), QWidget::DrawWindowBackground);
+        painter.end();
+        QCOMPARE(found, expected);
+    }
+}
+
+void tst_KestFramelessDelegate::frameFollowsEachChange()
+{
+    DrawingStyle style([](const QStyleOption &option, QPainter &painter) {
+        painter.fillRect(option.rect, Qt::darkMagenta);
+    });
+    QWidget other;
+    Host host;
+    host.bar->hide();
+    auto *layout = new QVBoxLayout(&host);
+    layout->setContentsMargins(0, 0, 0, 0);
+    host.show();
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    QImage last;
+    const auto changed = [&](bool framed = true) {
+        const QImage now = rendered(&host, 1.0);
+        const bool differs = now != last;
+        last = now;
+        return differs && now == expectedFrame(&host, 8, framed, 1.0);
+    };
+    QVERIFY(changed());
+    QPalette palette = host.palette();
+    palette.setColor(QPalette::Window, Qt::cyan);
+    palette.setColor(QPalette::Inactive, QPalette::Window, Qt::gray);
+    palette.setColor(QPalette::Disabled, QPalette::Window, Qt::darkGray);
+    host.setPalette(palette);
+    QVERIFY(changed());
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(changed());
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    QVERIFY(changed());
+    host.setEnabled(false);
+    QVERIFY(changed());
+    host.setEnabled(true);
+    QVERIFY(changed());
+    host.setStyle(&style);
+    QVERIFY(changed());
+    host.setStyle(nullptr);
+    QVERIFY(changed());
+    host.setStyleSheet(QStringLiteral("Host { background: red; border: 2px solid blue }"
+                                      "Host:!active { background: green }"));
+    QVERIFY(changed());
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(changed());
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    QVERIFY(changed());
+    host.resize(420, 311);
+    QVERIFY(changed());
+    layout->setContentsMargins(5, 6, 7, 8);
+    QVERIFY(changed());
+    host.setStyleSheet(QString());
+    QVERIFY(changed());
+    layout->setContentsMargins(1, 2, 3, 4);
+    QVERIFY(changed());
+    host.delegate->setShadowless(true);
+    QCOMPARE(rendered(&host, 1.0), expectedFrame(&host, 0, true, 1.0));
+    host.delegate->setShadowless(false);
+    QCOMPARE(rendered(&host, 1.0), expectedFrame(&host, 8, true, 1.0));
 }
 
 void tst_KestFramelessDelegate::barsMayDie()
