@@ -114,6 +114,8 @@ inline QVector<Surface> surfaces()
     QTransform turned;
     turned.translate(100, 20);
     turned.rotate(30);
+    QTransform enlarged = turned;
+    enlarged.scale(2, 2);
     return {
         surface("plain", 1.0, QTransform()),
         surface("moved", 1.0, QTransform::fromTranslate(7, 3)),
@@ -126,6 +128,7 @@ inline QVector<Surface> surfaces()
         surface("stretched", 1.0, QTransform::fromScale(1, 2)),
         surface("mirrored", 1.0, QTransform(-1, 0, 0, 1, 300, 0)),
         surface("turned", 1.0, turned),
+        surface("turned and enlarged", 1.0, enlarged),
         surface("moved on a fine one", 2.0, QTransform::fromTranslate(5, 2)),
         surface("few colours", 1.0, QTransform(), QImage::Format_RGB16),
         surface("many colours", 1.0, QTransform(), QImage::Format_RGBA64_Premultiplied),

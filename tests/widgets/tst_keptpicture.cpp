@@ -5,6 +5,8 @@
 
 #include "Rendering.h"
 
+#include <QtCore/QBuffer>
+#include <QtGui/QPdfWriter>
 #include <QtGui/QPicture>
 #include <QtTest/QTest>
 
@@ -138,6 +140,15 @@ void tst_KeptPicture::vectorsStayVectors()
     disc.paint(&painter);
     disc.paint(&painter);
     QCOMPARE(disc.count, 2);
+    painter.end();
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter pages(&buffer);
+    painter.begin(&pages);
+    disc.paint(&painter);
+    disc.paint(&painter);
+    painter.end();
+    QCOMPARE(disc.count, 4);
     QCOMPARE(pictureRatio(QPainter(), Size), 0.0);
 }
 

@@ -242,6 +242,7 @@ private Q_SLOTS:
     void focusIn();
     void focusOut_data();
     void focusOut();
+    void focusChangesRepaint();
     void cursorBlinks();
     void blinkRepaintsTheCursorAlone_data();
     void blinkRepaintsTheCursorAlone();
@@ -1127,6 +1128,24 @@ void tst_KestIPAddressEdit::focusOut()
              selected ? QStringLiteral("1||| @1 0:0-1") : QStringLiteral("1||| @1"));
     QCOMPARE(edit.finished.count(), 1);
     QCOMPARE(edit.changed.count(), 0);
+}
+
+void tst_KestIPAddressEdit::focusChangesRepaint()
+{
+    QWidget window;
+    auto *edit = new Edit(QStringLiteral("1||| @0"), &window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    recordOf(edit)->blinkTimer.setInterval(100000);
+    edit->clearFocus();
+    QCoreApplication::processEvents();
+    PaintCounter paints(edit);
+    sendFocus(edit, QEvent::FocusIn, Qt::OtherFocusReason);
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 1);
+    sendFocus(edit, QEvent::FocusOut, Qt::OtherFocusReason);
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 2);
 }
 
 void tst_KestIPAddressEdit::cursorBlinks()
