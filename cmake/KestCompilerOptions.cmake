@@ -1,7 +1,11 @@
 # SPDX-License-Identifier: MIT
-# One interface target with the warnings and sanitizers that every target of ours is built with.
+# One interface target with the warnings, hardening and sanitizers that every target of ours is built
+# with.
+include(CheckCXXCompilerFlag)
+include(CheckCXXSourceCompiles)
 
 add_library(kest_options INTERFACE)
+set(optimised $<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>,$<CONFIG:MinSizeRel>>)
 
 target_compile_definitions(kest_options INTERFACE
   QT_NO_KEYWORDS
@@ -22,6 +26,67 @@ else()
   if(KEST_WARNINGS_AS_ERRORS)
     target_compile_options(kest_options INTERFACE -Werror)
   endif()
+endif()
+
+# What makes a mistake in memory hard to exploit.
+if(MSVC)
+  # Buffer checks (/GS), execution prevention and random addresses are on by themselves.
+  target_compile_options(kest_options INTERFACE /sdl /guard:cf)
+  target_link_options(kest_options INTERFACE
+    LINKER:/GUARD:CF LINKER:/NXCOMPAT LINKER:/DYNAMICBASE LINKER:/HIGHENTROPYVA)
+elseif(WIN32)
+  # Without the checks of stacks and buffers: MinGW's are in a library that hosts had to deliver.
+  target_link_options(kest_options INTERFACE
+    LINKER:--nxcompat LINKER:--dynamicbase LINKER:--high-entropy-va)
+elseif(NOT APPLE)
+  foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+    string(MAKE_C_IDENTIFIER HAVE${flag} have)
+    check_cxx_compiler_flag(${flag} ${have})
+    if(${have})
+      target_compile_options(kest_options INTERFACE ${flag})
+    endif()
+  endforeach()
+  target_link_options(kest_options INTERFACE LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
+  # The linker claims shadow stacks only where the system's start-up code does so too, which some
+  # systems forgot; that code needs no more for it than to return where it was called from.
+  if(HAVE_fcf_protection)
+    set(CMAKE_REQUIRED_LINK_OPTIONS -Wl,-z,shstk)
+    check_cxx_compiler_flag(-Wall HAVE_z_shstk)
+    unset(CMAKE_REQUIRED_LINK_OPTIONS)
+    if(HAVE_z_shstk)
+      target_link_options(kest_options INTERFACE LINKER:-z,shstk)
+    endif()
+  endif()
+  # Checks of buffers need an optimising compiler, and hide from the sanitizer what it looks for.
+  if(NOT KEST_SANITIZE)
+    set(CMAKE_REQUIRED_FLAGS "-O2 -Werror -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3")
+    check_cxx_source_compiles("#include <string>\nint main() { return 0; }" HAVE_fortify_3)
+    unset(CMAKE_REQUIRED_FLAGS)
+    set(level $<IF:$<BOOL:${HAVE_fortify_3}>,3,2>)
+    target_compile_options(kest_options INTERFACE
+      $<${optimised}:-U_FORTIFY_SOURCE> $<${optimised}:-D_FORTIFY_SOURCE=${level}>)
+  endif()
+endif()
+
+# What is built does not depend on the folders that it is built in: log messages and debug
+# information name files relative to the sources. A debugger that is started elsewhere would not find
+# them, so debug builds keep the whole names.
+if(NOT MSVC)
+  check_cxx_compiler_flag(-ffile-prefix-map=/a=/b HAVE_ffile_prefix_map)
+  if(HAVE_ffile_prefix_map)
+    # The last one that fits counts: build folders are usually below that of the sources.
+    target_compile_options(kest_options INTERFACE
+      $<${optimised}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>
+      $<${optimised}:-ffile-prefix-map=${PROJECT_BINARY_DIR}/=build/>)
+  endif()
+endif()
+if(MINGW)
+  target_link_options(kest_options INTERFACE LINKER:--no-insert-timestamp)
+endif()
+
+# What nobody can reach is left out of the library, with the symbols that it needs.
+if(NOT MSVC)
+  target_compile_options(kest_options INTERFACE -ffunction-sections -fdata-sections)
 endif()
 
 if(KEST_SANITIZE)
