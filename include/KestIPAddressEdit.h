@@ -51,8 +51,8 @@ class KEST_EXPORT KestIPAddressEdit : public QWidget
     Q_OBJECT
     /*! Whether the address can be selected and copied only; false by default. */
     Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
-    /*! The address. */
-    Q_PROPERTY(QString ipAddress READ ipAddress WRITE setIPAddress)
+    /*! The address. It notifies when a section is set, be it to the text that it had. */
+    Q_PROPERTY(QString ipAddress READ ipAddress WRITE setIPAddress NOTIFY editChanged)
 
 public:
     /*! Constructs an empty edit, with the given \a parent. */

@@ -52,7 +52,8 @@ class KEST_EXPORT KestTitleBar : public QWidget
     Q_PROPERTY(bool iconIsVisible READ iconIsVisible WRITE setIconVisible)
     Q_PROPERTY(QSize iconSize READ iconSize WRITE setIconSize)
     Q_PROPERTY(QSize iconPos READ getIconPos WRITE setIconPos)
-    Q_PROPERTY(QSize actionIconSize READ getActionIconSize WRITE setActionIconSize)
+    Q_PROPERTY(QSize actionIconSize READ getActionIconSize WRITE setActionIconSize NOTIFY
+                   actionIconSizeChanged)
 
 public:
     /*!
