@@ -3,7 +3,9 @@
 
 #include "KestStyleSheet.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QFile>
+#include <QtCore/QMetaObject>
 #include <QtCore/QPointer>
 #include <QtCore/QVariant>
 #include <QtWidgets/QWidget>
@@ -64,6 +66,77 @@ QChar *write(int value, QChar *to)
     return to;
 }
 
+// One walk over a tree of widgets.
+class Rescaling
+{
+public:
+    explicit Rescaling(double rate) : m_rate(rate) { }
+
+    void rescaleBelow(QObject *object);
+
+private:
+    QVariant savedSheet(const QWidget *widget);
+    QString scaled(const QString &sheet);
+
+    const double m_rate;
+    const QByteArray m_savedSheetName = OriginStyleProperty;
+    const QMetaObject *m_class = nullptr; // of the last widget
+    bool m_classSavesSheet = false; // it declares the property itself
+    QString m_sheet; // the last one that was scaled
+    QString m_scaledSheet;
+};
+
+void Rescaling::rescaleBelow(QObject *object)
+{
+    // A changed sheet may make a widget build or drop children, or even itself: the list is read
+    // afresh for every index, and nobody is touched after death.
+    const QPointer<QObject> parent(object);
+    for (int i = 0; parent && i < parent->children().size(); ++i) {
+        const QPointer<QWidget> child(qobject_cast<QWidget *>(parent->children().at(i)));
+        if (!child)
+            continue;
+        child->setProperty(GeoRateProperty, m_rate);
+        if (!child)
+            continue;
+        const QVariant saved = savedSheet(child);
+        const QString origin = saved.isNull() ? child->styleSheet() : saved.toString();
+        if (saved.isNull())
+            child->setProperty(OriginStyleProperty, origin);
+        if (child && !origin.isEmpty()) {
+            const QString sheet = scaled(origin);
+            // A sheet that is set again has the style polish the widget again.
+            if (sheet != child->styleSheet())
+                child->setStyleSheet(sheet);
+        }
+        if (child && !child->children().isEmpty())
+            rescaleBelow(child);
+    }
+}
+
+// A property's name is compared with those of all properties of the class, which is most of the
+// walk's own cost: one that cannot be there is not asked for.
+QVariant Rescaling::savedSheet(const QWidget *widget)
+{
+    const QMetaObject *const meta = widget->metaObject();
+    if (meta != m_class) {
+        m_class = meta;
+        m_classSavesSheet = meta->indexOfProperty(OriginStyleProperty) >= 0;
+    }
+    if (m_classSavesSheet || widget->dynamicPropertyNames().contains(m_savedSheetName))
+        return widget->property(OriginStyleProperty);
+    return QVariant();
+}
+
+// Many widgets have the same sheet.
+QString Rescaling::scaled(const QString &sheet)
+{
+    if (sheet != m_sheet) {
+        m_sheet = sheet;
+        m_scaledSheet = KestStyleSheet::scaleSheet(sheet, float(m_rate));
+    }
+    return m_scaledSheet;
+}
+
 } // namespace
 
 QString KestStyleSheet::defaultStyleSheet()
@@ -117,30 +190,7 @@ QString KestStyleSheet::scaleSheet(const QString &sheet, float rate)
     return result;
 }
 
-void KestStyleSheet::ChangeObjectSizeAndFontSize(QObject *object, double geoRate, double fontRate)
+void KestStyleSheet::ChangeObjectSizeAndFontSize(QObject *object, double geoRate, double)
 {
-    // A changed sheet may make a widget build or drop children, or even itself: the list is read
-    // afresh for every index, and nobody is touched after death.
-    const QPointer<QObject> parent(object);
-    for (int i = 0; parent && i < parent->children().size(); ++i) {
-        const QPointer<QWidget> child(qobject_cast<QWidget *>(parent->children().at(i)));
-        if (!child)
-            continue;
-        child->setProperty(GeoRateProperty, geoRate);
-        if (!child)
-            continue;
-        // What a property's name is compared with is most of the cost: each is asked for once.
-        const QVariant saved = child->property(OriginStyleProperty);
-        const QString origin = saved.isNull() ? child->styleSheet() : saved.toString();
-        if (saved.isNull())
-            child->setProperty(OriginStyleProperty, origin);
-        if (child && !origin.isEmpty()) {
-            const QString sheet = scaleSheet(origin, float(geoRate));
-            // A sheet that is set again has the style polish the widget again.
-            if (sheet != child->styleSheet())
-                child->setStyleSheet(sheet);
-        }
-        if (child)
-            ChangeObjectSizeAndFontSize(child, geoRate, fontRate);
-    }
+    Rescaling(geoRate).rescaleBelow(object);
 }

@@ -137,6 +137,42 @@ public:
     QWidget *m_victim = nullptr;
 };
 
+// Keeps its unscaled sheet itself.
+class SheetKeeper : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QString originStyle READ originStyle WRITE setOriginStyle)
+
+public:
+    explicit SheetKeeper(const QString &origin, QWidget *parent) : QWidget(parent), m_origin(origin)
+    { }
+
+    QString originStyle() const { return m_origin; }
+    void setOriginStyle(const QString &origin) { m_origin = origin; }
+
+private:
+    QString m_origin;
+};
+
+// Writes down which dynamic properties of a widget change, and what its sheet is then.
+class PropertyRecorder : public QObject
+{
+public:
+    QStringList changes;
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::DynamicPropertyChange) {
+            const QByteArray name =
+                static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName();
+            changes += QString::fromLatin1(name) + QLatin1Char('=')
+                + object->property(name.constData()).toString() + QLatin1Char('|')
+                + static_cast<QWidget *>(object)->styleSheet();
+        }
+        return false;
+    }
+};
+
 class StyleChangeCounter : public QObject
 {
 public:
@@ -181,6 +217,12 @@ private Q_SLOTS:
     void childrenAddedOnTheWayAreScaledToo();
     void childrenThatDieOnTheWayAreLeftOut();
     void nullObjectIsIgnored();
+    void classMayDeclareTheSavedSheet();
+    void everyWidgetHasItsOwnSheetScaled();
+    void propertiesAreWrittenRateFirst();
+    void otherPropertiesOfAWidgetChangeNothing();
+    void walkGoesBelowWidgetsWithoutSheets();
+    void savedSheetOfAnotherTypeIsReadAsText();
 };
 
 void tst_KestStyleSheet::defaultSheetJoinsTheTwoLightSheets()
@@ -453,6 +495,104 @@ void tst_KestStyleSheet::childrenThatDieOnTheWayAreLeftOut()
 void tst_KestStyleSheet::nullObjectIsIgnored()
 {
     KestStyleSheet::ChangeObjectSizeAndFontSize(nullptr, 2.0, 2.0);
+}
+
+void tst_KestStyleSheet::classMayDeclareTheSavedSheet()
+{
+    QWidget top;
+    QWidget before(&top);
+    SheetKeeper keeper(QStringLiteral("margin: 4px"), &top);
+    SheetKeeper empty(QString(), &top);
+    QWidget after(&top);
+    before.setStyleSheet(QStringLiteral("margin: 1px"));
+    keeper.setStyleSheet(QStringLiteral("margin: 100px"));
+    empty.setStyleSheet(QStringLiteral("margin: 3px"));
+    after.setStyleSheet(QStringLiteral("margin: 2px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    QCOMPARE(before.styleSheet(), QStringLiteral("margin: 2px"));
+    QCOMPARE(keeper.styleSheet(), QStringLiteral("margin: 8px"));
+    QCOMPARE(keeper.originStyle(), QStringLiteral("margin: 4px"));
+    QCOMPARE(keeper.dynamicPropertyNames(), QList<QByteArray>() << "geoRate");
+    QCOMPARE(empty.styleSheet(), QStringLiteral("margin: 6px"));
+    QCOMPARE(empty.originStyle(), QStringLiteral("margin: 3px"));
+    QCOMPARE(after.styleSheet(), QStringLiteral("margin: 4px"));
+    QCOMPARE(after.dynamicPropertyNames(),
+             QList<QByteArray>() << "geoRate"
+                                 << "originStyle");
+}
+
+void tst_KestStyleSheet::everyWidgetHasItsOwnSheetScaled()
+{
+    QWidget top;
+    const QStringList sheets { QStringLiteral("margin: 1px"), QStringLiteral("margin: 1px"),
+                               QStringLiteral("margin: 5px"), QString(),
+                               QStringLiteral("margin: 1px"), QStringLiteral("margin: 5px") };
+    QList<QWidget *> children;
+    for (const QString &sheet : sheets) {
+        children.append(new QWidget(&top));
+        children.last()->setStyleSheet(sheet);
+    }
+    for (const double rate : { 2.0, 3.0 }) {
+        KestStyleSheet::ChangeObjectSizeAndFontSize(&top, rate, 1.0);
+        for (int i = 0; i < sheets.size(); ++i) {
+            QCOMPARE(children.at(i)->styleSheet(),
+                     KestStyleSheet::scaleSheet(sheets.at(i), float(rate)));
+            QCOMPARE(children.at(i)->property("originStyle").toString(), sheets.at(i));
+        }
+    }
+}
+
+void tst_KestStyleSheet::propertiesAreWrittenRateFirst()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 2px"));
+    PropertyRecorder recorder;
+    child.installEventFilter(&recorder);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(recorder.changes,
+             QStringList() << QStringLiteral("geoRate=1.5|margin: 2px")
+                           << QStringLiteral("originStyle=margin: 2px|margin: 2px"));
+    recorder.changes.clear();
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(recorder.changes, QStringList());
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    QCOMPARE(recorder.changes, QStringList() << QStringLiteral("geoRate=2|margin: 3px"));
+}
+
+void tst_KestStyleSheet::otherPropertiesOfAWidgetChangeNothing()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setProperty("origin", 1);
+    child.setProperty("originStyles", QStringLiteral("margin: 9px"));
+    child.setStyleSheet(QStringLiteral("margin: 2px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
+    QCOMPARE(child.property("originStyle"), QVariant(QStringLiteral("margin: 2px")));
+}
+
+void tst_KestStyleSheet::walkGoesBelowWidgetsWithoutSheets()
+{
+    QWidget top;
+    QWidget plain(&top);
+    QWidget plainBelow(&plain);
+    QWidget below(&plainBelow);
+    below.setStyleSheet(QStringLiteral("margin: 2px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(below.styleSheet(), QStringLiteral("margin: 3px"));
+    QCOMPARE(plainBelow.property("geoRate"), QVariant(1.5));
+}
+
+void tst_KestStyleSheet::savedSheetOfAnotherTypeIsReadAsText()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setProperty("originStyle", QByteArray("margin: 2px"));
+    child.setStyleSheet(QStringLiteral("margin: 7px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
+    QCOMPARE(child.property("originStyle"), QVariant(QByteArray("margin: 2px")));
 }
 
 QTEST_MAIN(tst_KestStyleSheet)
