@@ -102,6 +102,7 @@ private Q_SLOTS:
     void barIsFiftyPixelsHigh();
     void groundIsPaintedByTheSheet();
     void iconSizeIsAlwaysAnnounced();
+    void iconSizeIsStoredBeforeItIsAnnounced();
 
     void actionsAreAppendedToTheirGroup();
     void plainActionsGoToTheLeft();
@@ -114,6 +115,7 @@ private Q_SLOTS:
     void invalidPositionsBindTheWidgetNevertheless();
     void actionsMoveToTheGroupTheyAreAddedTo();
     void actionsMoveWithinTheirGroup();
+    void madeEntriesAreAppended();
     void separatorsAreSquare();
     void helpOpensItsUrl();
     void helpTakesTheNameHelp();
@@ -221,6 +223,15 @@ void tst_KestNavigationBar::iconSizeIsAlwaysAnnounced()
     bar.addAction(QStringLiteral("b"), Left);
     QCOMPARE(static_cast<KestToolButton *>(widgetAt(bar, 0, Left))->iconSize(), QSize(24, 25));
     Q_UNUSED(action)
+}
+
+void tst_KestNavigationBar::iconSizeIsStoredBeforeItIsAnnounced()
+{
+    KestNavigationBar bar;
+    QSize heard;
+    connect(&bar, &KestNavigationBar::iconSizeChanged, &bar, [&] { heard = bar.iconSize(); });
+    bar.setIconSize(QSize(20, 24));
+    QCOMPARE(heard, QSize(20, 24));
 }
 
 void tst_KestNavigationBar::actionsAreAppendedToTheirGroup()
@@ -411,6 +422,23 @@ void tst_KestNavigationBar::actionsMoveWithinTheirGroup()
     bar.insertAction(-1, &c, Center);
     QCOMPARE(actionsOf(bar, Center), (QList<QAction *> { &a, &b, &c }));
     QCOMPARE(groupLayout(bar, Center)->count(), 3);
+}
+
+void tst_KestNavigationBar::madeEntriesAreAppended()
+{
+    for (const auto position : { Left, Center, Right }) {
+        KestNavigationBar bar;
+        const QList<QAction *> actions {
+            bar.addAction(icon(), QStringLiteral("first"), position),
+            bar.addAction(QStringLiteral("second"), position),
+            bar.addSeparator(position),
+            bar.addHelp(QUrl(), icon(), position),
+            bar.addLogo(icon(), position),
+            bar.addUser(icon(), QStringLiteral("Ann"), position),
+        };
+        QCOMPARE(actionsOf(bar, position), actions);
+        delete actions.at(2);
+    }
 }
 
 void tst_KestNavigationBar::separatorsAreSquare()

@@ -177,6 +177,7 @@ private Q_SLOTS:
     void changedActionLeavesTheBar();
     void removedCustomWidgetLivesOn();
     void actionIconSizeReachesAllButtons();
+    void actionIconSizeIsStoredBeforeItIsAnnounced();
 
     void barWithoutParentIsHarmless();
     void actionsAddedTogetherAreLaidOutTogether();
@@ -1292,6 +1293,19 @@ void tst_KestTitleBar::actionIconSizeReachesAllButtons()
     host.bar->addAction(&third);
     QCOMPARE(static_cast<KestToolButton *>(host.actionRow()->itemAt(2)->widget())->iconSize(),
              QSize(18, 19));
+}
+
+void tst_KestTitleBar::actionIconSizeIsStoredBeforeItIsAnnounced()
+{
+    Host host;
+    QList<QSize> heard;
+    connect(host.bar, &KestTitleBar::actionIconSizeChanged, host.bar,
+            [&] { heard.append(host.bar->getActionIconSize()); });
+    host.bar->setActionIconSize(QSize(20, 24));
+    // One side alone is a change, too.
+    host.bar->setActionIconSize(QSize(22, 24));
+    host.bar->setActionIconSize(QSize(22, 26));
+    QCOMPARE(heard, (QList<QSize> { QSize(20, 24), QSize(22, 24), QSize(22, 26) }));
 }
 
 void tst_KestTitleBar::barWithoutParentIsHarmless()

@@ -111,6 +111,8 @@ private Q_SLOTS:
     void hostsOwnQuietIsKept();
     void removedActionsAreLaidOutTogether_data() { bars(); }
     void removedActionsAreLaidOutTogether();
+    void leavingButtonIsNotSearchedFor_data() { bars(); }
+    void leavingButtonIsNotSearchedFor();
     void addedButtonLeavesNothingPosted_data() { bars(); }
     void addedButtonLeavesNothingPosted();
     void callsReachAnAddedButton_data() { bars(); }
@@ -279,6 +281,37 @@ void tst_QuietLayout::removedActionsAreLaidOutTogether()
     QCOMPARE(moves, 0);
     host.verifyLaidOut(3);
     QVERIFY(moves > 0);
+}
+
+// A long row would be gone through for each one.
+void tst_QuietLayout::leavingButtonIsNotSearchedFor()
+{
+    class Item : public QSpacerItem
+    {
+    public:
+        explicit Item(int *asked) : QSpacerItem(1, 1), m_asked(asked) { }
+        QWidget *widget() override
+        {
+            ++*m_asked;
+            return nullptr;
+        }
+
+    private:
+        int *m_asked;
+    };
+    QFETCH(QString, kind);
+    Host host(kind);
+    QAction *const first = host.add(QStringLiteral("first"));
+    host.add(QStringLiteral("second"));
+    int asked = 0;
+    host.row->addItem(new Item(&asked));
+    QCoreApplication::processEvents();
+    asked = 0;
+    host.bar->removeAction(first);
+    QCOMPARE(asked, 0);
+    QCOMPARE(host.row->count(), 2);
+    QCOMPARE(host.row->indexOf(host.bar), -1); // a search does ask
+    QVERIFY(asked > 0);
 }
 
 // Qt searches all that is posted for each object that dies with events pending: many buttons must
