@@ -13,6 +13,8 @@
 #include <QtGui/QHideEvent>
 #include <QtWidgets/QVBoxLayout>
 
+#include <typeinfo>
+
 class KestDialogPrivate
 {
 public:
@@ -120,6 +122,14 @@ bool KestDialog::event(QEvent *event)
     // Qt gives the first focus right after these.
     if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate)
         putBarsLastInTabOrder(this, { d->titleBar });
+    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave) {
+        // Qt would paint all of the dialog anew; what a subclass paints is its own.
+        const QPointer<KestDialog> guard(this);
+        if (typeid(*this) == typeid(KestDialog) && !platformChangesWithHover(d->delegate))
+            return true;
+        if (!guard)
+            return true;
+    }
     return QDialog::event(event);
 }
 

@@ -20,6 +20,7 @@ class QPoint;
 class QRect;
 class QRegion;
 class QResizeEvent;
+class QStyleOption;
 class QWidget;
 QT_END_NAMESPACE
 
@@ -68,6 +69,8 @@ public:
 
     /*! Returns whether the shadow is switched off; false by default. */
     bool shadowless() const;
+    /*! Returns whether the style draws the window otherwise while the pointer is over it. */
+    bool changesWithHover();
     /*! Switches the shadow and its 8 pixels of margin off or on. Without it the window is resized
         by a band of 5 pixels over its own contents. */
     void setShadowless(bool shadowless);
@@ -101,7 +104,7 @@ private:
     void watchMoveBar(QWidget *bar);
     void paintByImages(QPainter &painter, const QRegion &shown);
     QImage frameImage(const QRect &part, qreal ratio);
-    void drawStyled(QPaintDevice *device, const QPoint &origin);
+    void drawStyled(QPaintDevice *device, const QStyleOption &option, const QPoint &origin);
 
     KestFramelessDelegatePrivate *d;
 };

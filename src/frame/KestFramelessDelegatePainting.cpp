@@ -76,6 +76,16 @@ int KestFramelessDelegatePrivate::shadowDepth(const QMargins &margins) const
         + std::max({ margins.left(), margins.top(), margins.right(), margins.bottom() });
 }
 
+// What the style is to draw the window by.
+QStyleOption KestFramelessDelegatePrivate::frameOption() const
+{
+    QStyleOption option;
+    option.initFrom(widget);
+    if (isNormal())
+        option.rect.adjust(shadowWidth, shadowWidth, -shadowWidth, -shadowWidth);
+    return option;
+}
+
 void KestFramelessDelegate::paintEvent(QPaintEvent *event)
 {
     QWidget *const widget = d->widget;
@@ -90,7 +100,7 @@ void KestFramelessDelegate::paintEvent(QPaintEvent *event)
         // It may be the host's, and do what it likes.
         const QPointer<KestFramelessDelegate> guard(this);
         FillRecorder recorder;
-        drawStyled(&recorder, QPoint());
+        drawStyled(&recorder, d->frameOption(), QPoint());
         if (!guard)
             return;
         fills = recorder.fills();
@@ -175,20 +185,32 @@ QImage KestFramelessDelegate::frameImage(const QRect &part, qreal ratio)
         painter.translate(-part.topLeft());
         shadow.draw(painter, part);
     }
-    drawStyled(&image, part.topLeft());
+    drawStyled(&image, d->frameOption(), part.topLeft());
     return image;
 }
 
 // Has the style draw the window on what shows it from origin on.
-void KestFramelessDelegate::drawStyled(QPaintDevice *device, const QPoint &origin)
+void KestFramelessDelegate::drawStyled(QPaintDevice *device, const QStyleOption &option,
+                                       const QPoint &origin)
 {
-    QStyleOption option;
-    option.initFrom(d->widget);
-    if (d->isNormal()) {
-        const int width = d->shadowWidth;
-        option.rect.adjust(width, width, -width, -width);
-    }
     QPainter painter(device);
     painter.translate(-origin);
     d->widget->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, d->widget);
+}
+
+bool KestFramelessDelegate::changesWithHover()
+{
+    if (isPlainStyle(*d->widget->style()))
+        return false;
+    const QPointer<KestFramelessDelegate> guard(this);
+    QStyleOption option = d->frameOption();
+    FillRecorder with;
+    option.state |= QStyle::State_MouseOver;
+    drawStyled(&with, option, QPoint());
+    if (!guard)
+        return true;
+    FillRecorder without;
+    option.state &= ~QStyle::State_MouseOver;
+    drawStyled(&without, option, QPoint());
+    return !with.isComplete() || !without.isComplete() || with.fills() != without.fills();
 }

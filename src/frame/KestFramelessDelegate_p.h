@@ -8,6 +8,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPoint>
+#include <QtWidgets/QStyleOption>
 #include <QtWidgets/QWidget>
 
 /*! What the delegate's handling of input and its painting share. */
@@ -20,6 +21,7 @@ public:
     int margin() const { return isNormal() ? shadowWidth : 0; }
     bool isFixedSize() const { return widget->minimumSize() == widget->maximumSize(); }
     int shadowDepth(const QMargins &margins) const;
+    QStyleOption frameOption() const;
 
     QWidget *widget = nullptr;
     Directions direction;

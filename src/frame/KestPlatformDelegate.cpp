@@ -22,6 +22,11 @@ bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &event
     return delegate && delegate->nativeEvent(eventType, message, result);
 }
 
+bool platformChangesWithHover(KestPlatformDelegate *)
+{
+    return true; // the host wants it, since the delegate does without hover events
+}
+
 void installPlatformEventFilter()
 {
     // It lives as long as the process: messages arrive until the very end.
@@ -48,6 +53,11 @@ KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar, 
 bool platformNativeEvent(KestPlatformDelegate *, const QByteArray &, void *, long *)
 {
     return false;
+}
+
+bool platformChangesWithHover(KestPlatformDelegate *delegate)
+{
+    return !delegate || delegate->changesWithHover();
 }
 
 void installPlatformEventFilter()

@@ -38,6 +38,10 @@ KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar,
 bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &eventType, void *message,
                          long *result);
 
+/*! Returns whether the window of \a delegate has to be painted anew when the pointer enters or
+   leaves it. */
+bool platformChangesWithHover(KestPlatformDelegate *delegate);
+
 /*! Installs on the application what the delegates need there, if anything. */
 void installPlatformEventFilter();
 

@@ -23,6 +23,8 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QVBoxLayout>
 
+#include <typeinfo>
+
 namespace {
 
 const QSize InitialSize(160, 160); // pixels
@@ -326,6 +328,16 @@ bool KestWindow::event(QEvent *event)
         else
             event->ignore();
         return true;
+    case QEvent::HoverEnter:
+    case QEvent::HoverLeave: {
+        // Qt would paint all of the window anew; what a subclass paints is its own.
+        const QPointer<KestWindow> guard(this);
+        if (typeid(*this) == typeid(KestWindow) && !platformChangesWithHover(d->delegate))
+            return true;
+        if (!guard)
+            return true;
+        break;
+    }
     default:
         break;
     }

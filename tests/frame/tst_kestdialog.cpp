@@ -83,6 +83,29 @@ public:
     QLineEdit *const edit = new QLineEdit;
 };
 
+// Counts the paints of a window when the pointer enters or leaves it.
+int paintsForHover(QWidget *window, QEvent::Type type)
+{
+    class PaintCounter : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            paints += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int paints = 0;
+    };
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+    PaintCounter counter;
+    window->installEventFilter(&counter);
+    QHoverEvent event(type, QPointF(60, 60), QPointF(-1, -1));
+    QCoreApplication::sendEvent(window, &event);
+    QCoreApplication::processEvents();
+    return counter.paints;
+}
+
 } // namespace
 
 class tst_KestDialog : public QObject
@@ -147,6 +170,8 @@ private Q_SLOTS:
     void frameMayDieWhenTheInnerDialogFinishes();
     void partsMayDieInAnyOrder();
     void dialogDiesWithItsParent();
+    void pointerChangesNothingByItself();
+    void hoverRulesAndSubclassesArePaintedAnew();
 };
 
 void tst_KestDialog::dialogIsTopLevelWithAndWithoutParent()
@@ -894,6 +919,67 @@ void tst_KestDialog::dialogDiesWithItsParent()
     delete parent;
     QVERIFY(dialog.isNull());
 }
+
+#ifndef Q_OS_WIN // there the frame does without hover events
+
+void tst_KestDialog::pointerChangesNothingByItself()
+{
+    KestDialog window;
+    for (const char *sheet : { "", "KestDialog { background: white; border: 1px solid gray }",
+                               "QPushButton:hover { background: red }" }) {
+        window.setStyleSheet(QString::fromLatin1(sheet));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(window.testAttribute(Qt::WA_Hover));
+        QVERIFY2(paintsForHover(&window, QEvent::HoverEnter) == 0, sheet);
+        QVERIFY2(paintsForHover(&window, QEvent::HoverLeave) == 0, sheet);
+    }
+}
+
+void tst_KestDialog::hoverRulesAndSubclassesArePaintedAnew()
+{
+    class Subclass : public KestDialog
+    {
+    };
+    Subclass subclass;
+    subclass.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&subclass));
+    QVERIFY(paintsForHover(&subclass, QEvent::HoverEnter) > 0);
+    QVERIFY(paintsForHover(&subclass, QEvent::HoverLeave) > 0);
+
+    for (const char *sheet :
+         { "KestDialog:hover { background: red }",
+           "KestDialog { background: white } KestDialog:hover { background: red }",
+           "KestDialog { border-radius: 9px } KestDialog:hover { border-radius: 4px; background: "
+           "red }",
+           "KestDialog { border: 1px solid gray } KestDialog:hover { border-color: blue }" }) {
+        KestDialog window;
+        window.setStyleSheet(QString::fromLatin1(sheet));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY2(paintsForHover(&window, QEvent::HoverEnter) > 0, sheet);
+        QVERIFY2(paintsForHover(&window, QEvent::HoverLeave) > 0, sheet);
+    }
+}
+
+#else
+
+void tst_KestDialog::pointerChangesNothingByItself()
+{
+    KestDialog window;
+    QVERIFY(!window.testAttribute(Qt::WA_Hover));
+}
+
+void tst_KestDialog::hoverRulesAndSubclassesArePaintedAnew()
+{
+    KestDialog window;
+    window.setAttribute(Qt::WA_Hover);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(paintsForHover(&window, QEvent::HoverEnter) > 0);
+}
+
+#endif
 
 QTEST_MAIN(tst_KestDialog)
 #include "tst_kestdialog.moc"

@@ -122,6 +122,29 @@ QWidget *form(const QStringList &names)
     return widget;
 }
 
+// Counts the paints of a window when the pointer enters or leaves it.
+int paintsForHover(QWidget *window, QEvent::Type type)
+{
+    class PaintCounter : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            paints += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int paints = 0;
+    };
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+    PaintCounter counter;
+    window->installEventFilter(&counter);
+    QHoverEvent event(type, QPointF(60, 60), QPointF(-1, -1));
+    QCoreApplication::sendEvent(window, &event);
+    QCoreApplication::processEvents();
+    return counter.paints;
+}
+
 } // namespace
 
 class tst_KestWindow : public QObject
@@ -208,6 +231,8 @@ private Q_SLOTS:
     void closeEventCanBeHandedOn();
     void barsMayDieInAnyOrder();
     void windowDiesWithItsParent();
+    void pointerChangesNothingByItself();
+    void hoverRulesAndSubclassesArePaintedAnew();
 };
 
 void tst_KestWindow::newWindowHasANameAndASize()
@@ -1445,6 +1470,67 @@ void tst_KestWindow::windowDiesWithItsParent()
     delete parent;
     QVERIFY(window.isNull());
 }
+
+#ifndef Q_OS_WIN // there the frame does without hover events
+
+void tst_KestWindow::pointerChangesNothingByItself()
+{
+    KestWindow window;
+    for (const char *sheet : { "", "KestWindow { background: white; border: 1px solid gray }",
+                               "QPushButton:hover { background: red }" }) {
+        window.setStyleSheet(QString::fromLatin1(sheet));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(window.testAttribute(Qt::WA_Hover));
+        QVERIFY2(paintsForHover(&window, QEvent::HoverEnter) == 0, sheet);
+        QVERIFY2(paintsForHover(&window, QEvent::HoverLeave) == 0, sheet);
+    }
+}
+
+void tst_KestWindow::hoverRulesAndSubclassesArePaintedAnew()
+{
+    class Subclass : public KestWindow
+    {
+    };
+    Subclass subclass;
+    subclass.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&subclass));
+    QVERIFY(paintsForHover(&subclass, QEvent::HoverEnter) > 0);
+    QVERIFY(paintsForHover(&subclass, QEvent::HoverLeave) > 0);
+
+    for (const char *sheet :
+         { "KestWindow:hover { background: red }",
+           "KestWindow { background: white } KestWindow:hover { background: red }",
+           "KestWindow { border-radius: 9px } KestWindow:hover { border-radius: 4px; background: "
+           "red }",
+           "KestWindow { border: 1px solid gray } KestWindow:hover { border-color: blue }" }) {
+        KestWindow window;
+        window.setStyleSheet(QString::fromLatin1(sheet));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY2(paintsForHover(&window, QEvent::HoverEnter) > 0, sheet);
+        QVERIFY2(paintsForHover(&window, QEvent::HoverLeave) > 0, sheet);
+    }
+}
+
+#else
+
+void tst_KestWindow::pointerChangesNothingByItself()
+{
+    KestWindow window;
+    QVERIFY(!window.testAttribute(Qt::WA_Hover));
+}
+
+void tst_KestWindow::hoverRulesAndSubclassesArePaintedAnew()
+{
+    KestWindow window;
+    window.setAttribute(Qt::WA_Hover);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(paintsForHover(&window, QEvent::HoverEnter) > 0);
+}
+
+#endif
 
 QTEST_MAIN(tst_KestWindow)
 #include "tst_kestwindow.moc"
