@@ -157,14 +157,18 @@ private:
     const Paint m_paint;
 };
 
-/*! Returns another font than the one that stands in for the font \a unknown. */
+/*! Returns a font that, standing in for the font \a unknown, measures otherwise than what stands in
+    for it now. */
 inline QString otherFamily(const QString &unknown)
 {
-    const QString text = QStringLiteral("iMW");
-    const int width = QFontMetrics(QFont(unknown, 12)).horizontalAdvance(text);
+    const auto width = [](const QString &family) {
+        return QFontMetrics(QFont(family, 12)).horizontalAdvance(QStringLiteral("iMW"));
+    };
     const QStringList families = QFontDatabase().families(QFontDatabase::Latin);
     for (const QString &family : families) {
-        if (QFontMetrics(QFont(family, 12)).horizontalAdvance(text) != width)
+        const QString probe = unknown + family;
+        QFont::insertSubstitution(probe, family);
+        if (width(probe) != width(unknown))
             return family;
     }
     return QString();
