@@ -48,6 +48,18 @@ public:
     int count = 0;
 };
 
+// Keeps events of one type from a widget, and from the filters that it has so far.
+class Drop : public QObject
+{
+public:
+    Drop(QWidget *widget, QEvent::Type type) : m_type(type) { widget->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override { return event->type() == m_type; }
+
+private:
+    const QEvent::Type m_type;
+};
+
 // An icon that can be drawn in any size, and notes the largest one that it was asked for.
 class Drawing : public QIconEngine
 {
@@ -534,6 +546,11 @@ void tst_KestTitleBar::windowIconIsFollowed()
     QCOMPARE(host.bar->doIconRect().size(), QSize(24, 24));
     paints.count = 0;
     QTRY_VERIFY(paints.count > 0);
+    // That of the application comes first, and is enough.
+    Host deaf;
+    Drop drop(&deaf, QEvent::WindowIconChange);
+    QApplication::setWindowIcon(icon({ QSize(18, 18) }, Qt::blue));
+    QCOMPARE(deaf.bar->doIconRect().size(), QSize(18, 18));
 }
 
 void tst_KestTitleBar::windowIconWithoutSizesLeavesTheOldOne()
@@ -1161,6 +1178,12 @@ void tst_KestTitleBar::menuBarIsReplaced()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(old.isNull());
     QCOMPARE(host.bar->menuBar(), menuBar);
+    // One that nobody sees decides where the title stands as well.
+    menuBar->hide();
+    QTest::qWait(50);
+    paints.count = 0;
+    host.bar->setMenuBar(nullptr);
+    QTRY_VERIFY(paints.count > 0);
 }
 
 void tst_KestTitleBar::menuBarIsCleared()
