@@ -140,6 +140,8 @@ private Q_SLOTS:
 
     void windowIconIsTaken_data();
     void windowIconIsTaken();
+    void pixmapOfAFinerScreenHasItsSize();
+    void onlyTheRateRepaints();
     void windowIconIsFollowed();
     void windowIconWithoutSizesLeavesTheOldOne();
     void invisibleIconIsNotFollowed();
@@ -522,6 +524,30 @@ void tst_KestTitleBar::windowIconIsTaken()
     QCOMPARE(host.bar->doIconRect(), QRect(QPoint(8, (48 - shown.height()) / 2), shown));
     QCOMPARE(host.row()->contentsMargins(), QMargins(shown.width() + 8 + 16, 0, 0, 0));
     QCOMPARE(painted(host.bar).pixelColor(9, 24), QColor(Qt::red));
+}
+
+void tst_KestTitleBar::pixmapOfAFinerScreenHasItsSize()
+{
+    Host host;
+    QPixmap pixmap(60, 40);
+    pixmap.fill(Qt::red);
+    pixmap.setDevicePixelRatio(2);
+    host.bar->setIconPixmap(pixmap);
+    QCOMPARE(host.bar->doIconRect(), QRect(8, (48 - 20) / 2, 30, 20));
+    QCOMPARE(host.row()->contentsMargins(), QMargins(30 + 8 + 16, 0, 0, 0));
+}
+
+void tst_KestTitleBar::onlyTheRateRepaints()
+{
+    Host host;
+    host.show();
+    QTest::qWait(50);
+    PaintCounter paints(host.bar);
+    host.bar->setProperty("another", 2);
+    QTest::qWait(50);
+    QCOMPARE(paints.count, 0);
+    host.bar->setProperty("geoRate", 2.0);
+    QTRY_COMPARE(paints.count, 1);
 }
 
 void tst_KestTitleBar::windowIconIsFollowed()

@@ -205,6 +205,8 @@ void tst_Util::iconPixmapIsScaledDownOnly_data()
     QTest::newRow("as high") << 40;
     QTest::newRow("lower") << 28;
     QTest::newRow("odd") << 13;
+    QTest::newRow("a width just above a pixel") << 25;
+    QTest::newRow("least") << 1;
 }
 
 void tst_Util::iconPixmapIsScaledDownOnly()
