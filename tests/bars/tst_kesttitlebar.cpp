@@ -16,6 +16,7 @@
 #include <QtCore/QTranslator>
 #include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
+#include <QtGui/QResizeEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -28,6 +29,7 @@
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidgetAction>
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <vector>
@@ -128,6 +130,15 @@ private Q_SLOTS:
     void maximiseButtonMaximisesAndRestores();
     void maximiseButtonRestoresAFullScreenWindow();
     void maximiseButtonLosesItsHover();
+    void maximiseButtonKeepsTheHoverThatItHas();
+    void whatMovesTheTitleOrTheIconPaintsAnew();
+    void roomForTheIconIsInDeviceIndependentPixels();
+    void menuBarDoesNotFillItsGround();
+    void actionIconSizeIsThereWhenItIsAnnounced();
+    void titleOfADisabledBarHasItsColour();
+    void iconIsTakenAnewWithTheApplications();
+    void fixedSizeHasTwoDimensions();
+    void onlyTheParentIsFollowed();
     void slotsActOnTheWindowOfANestedBar();
 
     void buttonsAreHiddenByTheWindowsFlags_data();
@@ -1414,6 +1425,142 @@ void tst_KestTitleBar::maximiseButtonIsPolishedForAChangeAlone()
                  style->polishes.value(QStringLiteral("closeBtn")));
     }
     QApplication::setStyle(before);
+}
+
+void tst_KestTitleBar::maximiseButtonKeepsTheHoverThatItHas()
+{
+    Host host;
+    host.show();
+    QWidget *const button = host.button("maximumSizeBtn");
+    QCoreApplication::processEvents();
+    QCursor::setPos(button->mapToGlobal(button->rect().center()));
+    button->setAttribute(Qt::WA_UnderMouse);
+    int leaves = 0;
+    OnEvent counter(button, QEvent::Leave, [&leaves] { ++leaves; });
+    host.resize(host.width(), host.height() - 20);
+    QTest::qWait(20);
+    QCOMPARE(leaves, 0);
+}
+
+void tst_KestTitleBar::whatMovesTheTitleOrTheIconPaintsAnew()
+{
+    Host host;
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    host.bar->menuBar()->addMenu(QStringLiteral("Menu"));
+    QTest::qWait(20);
+    const auto paintsFor = [&host](const std::function<void()> &change) {
+        class Painted : public QObject
+        {
+        public:
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                if (event->type() == QEvent::Paint)
+                    region += static_cast<QPaintEvent *>(event)->region();
+                return false;
+            }
+            QRegion region;
+        } filter;
+        host.bar->installEventFilter(&filter);
+        change();
+        QTest::qWait(20);
+        return filter.region == QRegion(host.bar->rect());
+    };
+    QVERIFY(paintsFor([&host] { host.bar->setProperty("geoRate", 1.5); }));
+    QVERIFY(paintsFor([&host] { host.bar->setMenuBar(nullptr); }));
+}
+
+void tst_KestTitleBar::roomForTheIconIsInDeviceIndependentPixels()
+{
+    Host host;
+    QPixmap pixmap(40, 40);
+    pixmap.setDevicePixelRatio(2.0);
+    host.bar->setIconPixmap(pixmap);
+    QCOMPARE(host.row()->contentsMargins(), QMargins(20 + 8 + 16, 0, 0, 0));
+}
+
+void tst_KestTitleBar::menuBarDoesNotFillItsGround()
+{
+    Host host;
+    auto *menuBar = new QMenuBar;
+    menuBar->setAutoFillBackground(true);
+    host.bar->setMenuBar(menuBar);
+    QVERIFY(!menuBar->autoFillBackground());
+}
+
+void tst_KestTitleBar::actionIconSizeIsThereWhenItIsAnnounced()
+{
+    Host host;
+    QSize read;
+    connect(host.bar, &KestTitleBar::actionIconSizeChanged, host.bar,
+            [&] { read = host.bar->getActionIconSize(); });
+    host.bar->setActionIconSize(QSize(20, 20));
+    QCOMPARE(read, QSize(20, 20));
+}
+
+void tst_KestTitleBar::titleOfADisabledBarHasItsColour()
+{
+    Host host;
+    host.setWindowTitle(QStringLiteral("MMMM"));
+    QPalette palette = host.bar->palette();
+    palette.setColor(QPalette::Active, QPalette::WindowText, Qt::red);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, Qt::blue);
+    host.bar->setPalette(palette);
+    const auto has = [&host](QRgb color) {
+        const QImage image = painted(host.bar);
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixel(x, y) == color)
+                    return true;
+            }
+        }
+        return false;
+    };
+    QVERIFY(!has(0xFF0000FF));
+    host.bar->setEnabled(false);
+    QVERIFY(has(0xFF0000FF));
+    QVERIFY(!has(0xFFFF0000));
+}
+
+void tst_KestTitleBar::iconIsTakenAnewWithTheApplications()
+{
+    Host host;
+    host.removeEventFilter(host.bar);
+    host.setWindowIcon(icon({ QSize(24, 24) }));
+    host.installEventFilter(host.bar);
+    QVERIFY(host.row()->contentsMargins().isNull());
+    QEvent event(QEvent::ApplicationWindowIconChange);
+    QCoreApplication::sendEvent(&host, &event);
+    QCOMPARE(host.row()->contentsMargins().left(), 24 + 8 + 16);
+}
+
+void tst_KestTitleBar::fixedSizeHasTwoDimensions()
+{
+    Host host;
+    host.show();
+    QWidget *const button = host.button("maximumSizeBtn");
+    host.setFixedWidth(500);
+    host.resize(500, 280);
+    QVERIFY(!button->isHidden());
+    host.setMinimumWidth(0);
+    host.setMaximumWidth(QWIDGETSIZE_MAX);
+    host.setFixedHeight(260);
+    host.resize(480, 260);
+    QVERIFY(!button->isHidden());
+    host.setFixedSize(450, 250);
+    QVERIFY(button->isHidden());
+}
+
+void tst_KestTitleBar::onlyTheParentIsFollowed()
+{
+    Host host;
+    host.show();
+    QWidget other(nullptr, host.windowFlags());
+    other.setFixedSize(50, 50);
+    other.installEventFilter(host.bar);
+    QResizeEvent event(QSize(50, 50), QSize(40, 40));
+    QCoreApplication::sendEvent(&other, &event);
+    QVERIFY(!host.button("maximumSizeBtn")->isHidden());
 }
 
 QTEST_MAIN(tst_KestTitleBar)

@@ -10,6 +10,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
+#include <QtGui/QFocusEvent>
 #include <QtGui/QMovie>
 #include <QtTest/QTest>
 #include <QtWidgets/QGridLayout>
@@ -105,6 +106,8 @@ private Q_SLOTS:
     void deletingTheWindowRightAfterTheEnd();
 
     void escapeCancelsWhenEnabled();
+    void otherKeysDoNotCancel();
+    void focusComesAndGoesForNoKey();
     void escapeDoesNothingWhenDisabled();
     void otherKeysAreSwallowed();
     void focusStaysOnTheOverlay();
@@ -890,6 +893,47 @@ void tst_KestLoadingDialog::withoutAWindowItCoversNothing()
     const QSize size = overlay.size();
     overlay.show();
     QCOMPARE(overlay.size(), size);
+}
+
+void tst_KestLoadingDialog::otherKeysDoNotCancel()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.setCancelEnable(true);
+    QTimer::singleShot(0, &overlay, [&overlay] {
+        for (const int key : { Qt::Key_A, Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Tab })
+            QTest::keyClick(&overlay, Qt::Key(key));
+        QTimer::singleShot(20, &overlay, &KestLoadingDialog::done);
+    });
+    QCOMPARE(overlay.exec(), KestLoadingDialog::Done);
+}
+
+void tst_KestLoadingDialog::focusComesAndGoesForNoKey()
+{
+    class Reasons : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::FocusIn)
+                list.append(static_cast<QFocusEvent *>(event)->reason());
+            return false;
+        }
+        QList<Qt::FocusReason> list;
+    };
+    Window window;
+    auto *edit = new QLineEdit(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    edit->setFocus();
+    KestLoadingDialog overlay(&window);
+    Reasons reasons;
+    overlay.installEventFilter(&reasons);
+    edit->installEventFilter(&reasons);
+    QTimer::singleShot(0, &overlay, &KestLoadingDialog::done);
+    overlay.exec();
+    QCOMPARE(reasons.list, (QList<Qt::FocusReason> { Qt::OtherFocusReason, Qt::OtherFocusReason }));
 }
 
 QTEST_MAIN(tst_KestLoadingDialog)

@@ -18,6 +18,7 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
@@ -154,6 +155,10 @@ private Q_SLOTS:
     void copyOfASelectionTakesOnlyThat();
     void screenReaderFindsTextAndButtons();
     void screenReaderIsAlertedOnShow();
+    void titleIsMeasuredInTheFontOfTitles();
+    void lettersWithAltAreShortcuts();
+    void defaultButtonIsGivenTheFocusForNoKey();
+    void eachMarginOfTheContentsCounts();
 };
 
 void tst_KestMessageBox::iconValues()
@@ -1203,6 +1208,71 @@ void tst_KestMessageBox::screenReaderIsAlertedOnShow()
     QCOMPARE(afterShow, 1);
     QCOMPARE(afterRestoring, 1);
     QCOMPARE(alerted, (QList<QObject *> { &box, &box }));
+}
+
+void tst_KestMessageBox::titleIsMeasuredInTheFontOfTitles()
+{
+    const QFont before = QApplication::font("QMdiSubWindowTitleBar");
+    const auto widthWith = [](int pixels) {
+        QFont font;
+        font.setPixelSize(pixels);
+        QApplication::setFont(font, "QMdiSubWindowTitleBar");
+        KestMessageBox box(KestMessageBox::NoIcon, QStringLiteral("A title of some length"),
+                           QStringLiteral("x"), KestMessageBox::Ok);
+        box.show();
+        return box.width() - QFontMetrics(font).horizontalAdvance(box.windowTitle());
+    };
+    const int small = widthWith(14);
+    const int large = widthWith(22);
+    QApplication::setFont(before, "QMdiSubWindowTitleBar");
+    QCOMPARE(large, small);
+}
+
+void tst_KestMessageBox::lettersWithAltAreShortcuts()
+{
+    KestMessageBox box(KestMessageBox::NoIcon, QString(), QString(), KestMessageBox::Yes);
+    box.show();
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_Y, Qt::AltModifier, QStringLiteral("y"));
+    QCoreApplication::sendEvent(&box, &event);
+    QVERIFY(!box.clickedButton());
+    QVERIFY(box.isVisible());
+}
+
+void tst_KestMessageBox::defaultButtonIsGivenTheFocusForNoKey()
+{
+    class Reasons : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::FocusIn)
+                list.append(static_cast<QFocusEvent *>(event)->reason());
+            return false;
+        }
+        QList<Qt::FocusReason> list;
+    };
+    KestMessageBox box(KestMessageBox::NoIcon, QString(), QString(),
+                       KestMessageBox::Yes | KestMessageBox::No);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    auto *no = box.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::No);
+    Reasons reasons;
+    no->installEventFilter(&reasons);
+    box.setDefaultButton(KestMessageBox::No);
+    QCOMPARE(reasons.list, QList<Qt::FocusReason> { Qt::OtherFocusReason });
+}
+
+void tst_KestMessageBox::eachMarginOfTheContentsCounts()
+{
+    const auto sizeWith = [](const QMargins &margins) {
+        KestMessageBox box(KestMessageBox::NoIcon, QString(), QString(30, QLatin1Char('x')),
+                           KestMessageBox::Ok);
+        box.centralWidget()->layout()->setContentsMargins(margins);
+        box.show();
+        return box.size();
+    };
+    // Within the contents, and once more around them.
+    QCOMPARE(sizeWith(QMargins(1, 20, 40, 80)) - sizeWith(QMargins()), 2 * QSize(1 + 40, 20 + 80));
 }
 
 QTEST_MAIN(tst_KestMessageBox)

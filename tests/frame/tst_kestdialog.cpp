@@ -172,6 +172,7 @@ private Q_SLOTS:
     void dialogDiesWithItsParent();
     void pointerChangesNothingByItself();
     void hoverRulesAndSubclassesArePaintedAnew();
+    void barIsLastInTabOrderOnActivation();
 };
 
 void tst_KestDialog::dialogIsTopLevelWithAndWithoutParent()
@@ -980,6 +981,20 @@ void tst_KestDialog::hoverRulesAndSubclassesArePaintedAnew()
 }
 
 #endif
+void tst_KestDialog::barIsLastInTabOrderOnActivation()
+{
+    KestDialog window;
+    window.resize(500, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto *edit = new QLineEdit(window.centralWidget());
+    QEvent activate(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(&window, &activate);
+    const QWidget *widget = window.nextInFocusChain();
+    while (widget != edit && widget != window.titleBar())
+        widget = widget->nextInFocusChain();
+    QCOMPARE(widget, edit);
+}
 
 QTEST_MAIN(tst_KestDialog)
 #include "tst_kestdialog.moc"

@@ -201,6 +201,8 @@ private Q_SLOTS:
     void nullObjectsAreIgnored();
 
     void burstOfResizesEndsInOneScreenCheck();
+    void titleBarThatIsNotShownYetTakesTheMoving();
+    void barsAreLastInTabOrderOnActivation();
     void screenChangeIsWrittenOncePerFilteredObject();
     void filteredEventsAreNotConsumed();
     void autoScalingChangesNothing();
@@ -1531,6 +1533,31 @@ void tst_KestWindow::hoverRulesAndSubclassesArePaintedAnew()
 }
 
 #endif
+
+void tst_KestWindow::titleBarThatIsNotShownYetTakesTheMoving()
+{
+    KestWindow window;
+    window.resize(500, 300);
+    window.setTitleBar(nullptr);
+    QVERIFY(movesItsWindow(window.navigationBar()));
+    window.setTitleBar(new KestTitleBar);
+    QVERIFY(!movesItsWindow(window.navigationBar()));
+}
+
+void tst_KestWindow::barsAreLastInTabOrderOnActivation()
+{
+    KestWindow window;
+    window.resize(500, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto *edit = new QLineEdit(window.centralWidget());
+    QEvent activate(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(&window, &activate);
+    const QWidget *widget = window.nextInFocusChain();
+    while (widget != edit && widget != window.titleBar())
+        widget = widget->nextInFocusChain();
+    QCOMPARE(widget, edit);
+}
 
 QTEST_MAIN(tst_KestWindow)
 #include "tst_kestwindow.moc"
