@@ -73,6 +73,23 @@ QAction *actionOf(const QWidget *edit, QKeySequence::StandardKey key)
     return nullptr;
 }
 
+// What a program offers is asked for when it is wanted.
+class Offer : public QMimeData
+{
+public:
+    std::function<void()> onAsked;
+    QStringList formats() const override { return { QStringLiteral("text/plain") }; }
+    bool hasFormat(const QString &format) const override { return formats().contains(format); }
+
+protected:
+    QVariant retrieveData(const QString &, QVariant::Type) const override
+    {
+        if (onAsked)
+            onAsked();
+        return QStringLiteral("7");
+    }
+};
+
 void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &point,
                Qt::MouseButton button = Qt::LeftButton,
                Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -256,6 +273,8 @@ private Q_SLOTS:
     void announcementMayDeleteTheEdit();
     void clipboardMayDeleteTheEdit_data();
     void clipboardMayDeleteTheEdit();
+    void clipboardMayMakeTheEditReadOnly();
+    void pasteRepaints();
     void styleMayDeleteTheEdit_data();
     void styleMayDeleteTheEdit();
     void readOnlyEffects();
@@ -1408,22 +1427,6 @@ void tst_KestIPAddressEdit::clipboardMayDeleteTheEdit_data()
 
 void tst_KestIPAddressEdit::clipboardMayDeleteTheEdit()
 {
-    // What a program offers is asked for when it is wanted.
-    class Offer : public QMimeData
-    {
-    public:
-        std::function<void()> onAsked;
-        QStringList formats() const override { return { QStringLiteral("text/plain") }; }
-        bool hasFormat(const QString &format) const override { return formats().contains(format); }
-
-    protected:
-        QVariant retrieveData(const QString &, QVariant::Type) const override
-        {
-            if (onAsked)
-                onAsked();
-            return QStringLiteral("7");
-        }
-    };
     QFETCH(bool, menu);
     const QPointer<KestIPAddressEdit> edit(new KestIPAddressEdit);
     auto *offer = new Offer;
@@ -1435,6 +1438,36 @@ void tst_KestIPAddressEdit::clipboardMayDeleteTheEdit()
         actionOf(edit, QKeySequence::Paste)->trigger();
     QVERIFY(edit.isNull());
     QGuiApplication::clipboard()->clear();
+}
+
+void tst_KestIPAddressEdit::clipboardMayMakeTheEditReadOnly()
+{
+    Edit edit(QStringLiteral("1||| @1"));
+    auto *offer = new Offer;
+    offer->onAsked = [&edit] { edit.setReadOnly(true); };
+    QGuiApplication::clipboard()->setMimeData(offer);
+    actionOf(&edit, QKeySequence::Paste)->trigger();
+    QVERIFY(edit.isReadOnly());
+    QCOMPARE(stateOf(&edit), QStringLiteral("1||| @1"));
+    QCOMPARE(edit.changed.count(), 0);
+    QGuiApplication::clipboard()->clear();
+}
+
+void tst_KestIPAddressEdit::pasteRepaints()
+{
+    Edit edit(QStringLiteral("1||| @1"));
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    recordOf(&edit)->blinkTimer.stop();
+    QCoreApplication::processEvents();
+    PaintCounter paints(&edit);
+    for (const QString &text : { QStringLiteral("7"), QStringLiteral("1.2.3.4") }) {
+        paints.count = 0;
+        setClipboard(text);
+        actionOf(&edit, QKeySequence::Paste)->trigger();
+        QCoreApplication::processEvents();
+        QCOMPARE(paints.count, 1);
+    }
 }
 
 void tst_KestIPAddressEdit::styleMayDeleteTheEdit_data()
@@ -2145,9 +2178,7 @@ void tst_KestIPAddressEdit::rangesFromOutsideMayBeAny()
 {
     const int lowest = std::numeric_limits<int>::min();
     const int highest = std::numeric_limits<int>::max();
-    const auto bounded = [](qint64 number) {
-        return int(qBound<qint64>(lowest, number, highest));
-    };
+    const auto bounded = [](qint64 number) { return int(qBound<qint64>(lowest, number, highest)); };
     for (const int start : { lowest, -1, 0, 3, highest }) {
         for (const int length : { lowest, -1, 0, 3, highest }) {
             for (const int from : { lowest, -1, 0, 3, highest }) {
