@@ -8,6 +8,7 @@
 #include "QuietLayout.h"
 #include "Util.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QPointer>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
@@ -40,6 +41,15 @@ void bindButton(KestToolButton *button, QWidgetAction *action)
     QObject::connect(action, &QObject::objectNameChanged, button, &QObject::setObjectName);
 }
 
+// Returns the action, or null where it has died meanwhile, as it does with the bar that owns it.
+QAction *inserted(KestNavigationBar *bar, int index, QAction *action,
+                  KestNavigationBar::ActionPosition position)
+{
+    const QPointer<QAction> guard(action);
+    bar->insertAction(index, action, position);
+    return guard;
+}
+
 } // namespace
 
 class KestNavigationBarPrivate
@@ -54,6 +64,8 @@ public:
     };
 
     Group groups[GroupCount];
+    QHash<QAction *, Group *>
+        places; // for looking up; an action may have died or changed its place
     QSize iconSize = QSize(16, 16);
     QuietLayout quiet;
 
@@ -61,6 +73,13 @@ public:
     Group *group(int position)
     {
         return position >= 0 && position < GroupCount ? &groups[position] : nullptr;
+    }
+
+    // Where the action is now: null for one that is on no group.
+    Group *groupOf(QAction *action) const
+    {
+        Group *const group = places.value(action);
+        return group && Util::find(action, group->items) ? group : nullptr;
     }
 };
 
@@ -101,9 +120,7 @@ void KestNavigationBar::addAction(QAction *action, ActionPosition position)
 QAction *KestNavigationBar::addAction(const QIcon &icon, const QString &text,
                                       ActionPosition position)
 {
-    auto *action = new QAction(icon, text, this);
-    addAction(action, position);
-    return action;
+    return inserted(this, -1, new QAction(icon, text, this), position);
 }
 
 QAction *KestNavigationBar::addAction(const QString &text, ActionPosition position)
@@ -123,19 +140,18 @@ void KestNavigationBar::insertAction(int index, QAction *action, ActionPosition 
     const QPointer<QAction> next(before);
     // An action that is on the bar leaves its group while it still names that one.
     removeAction(action);
-    if (!guard || !added)
+    // Whoever heard of that may have put it elsewhere on the bar, where it stays.
+    if (!guard || !added || actions().contains(added))
         return;
     added->setProperty(PositionProperty, int(position));
-    if (guard && added)
+    if (guard && added && !actions().contains(added))
         QWidget::insertAction(next, added);
 }
 
 QAction *KestNavigationBar::insertAction(int index, const QIcon &icon, const QString &text,
                                          ActionPosition position)
 {
-    auto *action = new QAction(icon, text);
-    insertAction(index, action, position);
-    return action;
+    return inserted(this, index, new QAction(icon, text), position);
 }
 
 QAction *KestNavigationBar::insertAction(int index, const QString &text, ActionPosition position)
@@ -152,8 +168,7 @@ QAction *KestNavigationBar::insertSeparator(int index, ActionPosition position)
 {
     auto *action = new QAction;
     action->setSeparator(true);
-    insertAction(index, action, position);
-    return action;
+    return inserted(this, index, action, position);
 }
 
 QAction *KestNavigationBar::addHelp(const QUrl &url, const QIcon &icon, ActionPosition position)
@@ -166,8 +181,7 @@ QAction *KestNavigationBar::insertHelp(int index, const QUrl &url, const QIcon &
 {
     auto *action = new QAction(icon, QString(), this);
     connect(action, &QAction::triggered, action, [url] { QDesktopServices::openUrl(url); });
-    insertAction(index, action, position);
-    return action;
+    return inserted(this, index, action, position);
 }
 
 QAction *KestNavigationBar::addLogo(const QIcon &icon, ActionPosition position)
@@ -182,8 +196,7 @@ QAction *KestNavigationBar::insertLogo(int index, const QIcon &icon, ActionPosit
     auto *button = new KestNavigationImageButton(this);
     button->setIcon(icon);
     bindButton(button, action);
-    insertAction(index, action, position);
-    return action;
+    return inserted(this, index, action, position);
 }
 
 QAction *KestNavigationBar::addUser(const QIcon &icon, const QString &text, ActionPosition position)
@@ -198,8 +211,7 @@ QAction *KestNavigationBar::insertUser(int index, const QIcon &icon, const QStri
     bindButton(new KestUserButton(nullptr), action);
     action->setText(text);
     action->setIcon(icon);
-    insertAction(index, action, position);
-    return action;
+    return inserted(this, index, action, position);
 }
 
 int KestNavigationBar::count(ActionPosition position) const
@@ -257,29 +269,50 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
     if (event->type() == QEvent::ActionChanged)
         return;
     QAction *const action = event->action();
-    KestNavigationBarPrivate::Group *const group = d->group(positionOf(action));
-    const QPointer<KestNavigationBar> guard(this);
 
     if (event->type() == QEvent::ActionAdded) {
+        const QPointer<KestNavigationBar> guard(this);
         const QuietLayout::Scope quiet(d->quiet);
-        const auto item =
-            std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->iconSize, this);
-        // Whoever heard of the new widget may have taken the action away again; mostly it is the
-        // last. One that belongs to no group is bound to its widget, but gets no place on the bar.
-        if (!guard || !group || actions().lastIndexOf(item->action()) < 0)
+        const QSize size = d->iconSize;
+        const auto item = std::make_shared<KestWidgetItem>(action, Qt::Horizontal, size, this);
+        // Whoever heard of the action or the new widget may have taken the action away again, or
+        // put it elsewhere on the bar.
+        if (!guard || !item->action() || !action->associatedWidgets().contains(this))
             return;
+        KestNavigationBarPrivate::Group *const group = d->group(positionOf(action));
+        KestNavigationBarPrivate::Group *const former = d->groupOf(action);
+        if (group && group == former)
+            return;
+        std::shared_ptr<KestWidgetItem> left;
+        if (former) {
+            left = Util::find(action, former->items);
+            Util::takeItem(left, former->items, former->layout);
+        }
+        // One that belongs to no group is bound to its widget, but gets no place on the bar.
+        if (!group)
+            return;
+        // Where a slot sets another size, the one that it was told is no longer the bar's.
         connect(this, &KestNavigationBar::iconSizeChanged, item.get(),
-                &KestWidgetItem::iconSizeChanged);
+                [this, shown = item.get()] { Q_EMIT shown->iconSizeChanged(d->iconSize); });
+        if (size != d->iconSize)
+            Q_EMIT item->iconSizeChanged(d->iconSize);
+        d->places.insert(action, group);
         Util::addItem(item, group->items, event->before(), group->layout);
         return;
     }
 
+    // Whoever heard of it first may have put the action on the bar again.
+    if (action->associatedWidgets().contains(this))
+        return;
+    KestNavigationBarPrivate::Group *const group = d->group(positionOf(action));
+    const QPointer<KestNavigationBar> guard(this);
     std::shared_ptr<KestWidgetItem> item =
         group ? Util::find(action, group->items) : std::shared_ptr<KestWidgetItem>();
     if (!item)
         return;
     QWidget *const widget = item->widget();
     const QuietLayout::Scope quiet(d->quiet, widget);
+    d->places.remove(action);
     Util::takeItem(item, group->items, group->layout);
     // It belongs to its action, which may be put on a bar again; unless it is elsewhere already.
     if (widget && item->isCustomWidget() && widget->parentWidget() == this) {

@@ -11,6 +11,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
+#include <QtCore/QSet>
 #include <QtCore/QTimer>
 #include <QtCore/QVariant>
 #include <QtGui/QActionEvent>
@@ -95,6 +96,7 @@ public:
     bool iconVisible = true;
     bool customIcon = false;
     QList<std::shared_ptr<KestWidgetItem>> items;
+    QSet<QAction *> shown; // for looking up
     QuietLayout quiet;
     QSize iconSize = QSize(32, 32);
     QSize iconPos = QSize(8, 4);
@@ -494,22 +496,31 @@ void KestTitleBar::actionEvent(QActionEvent *event)
     if (event->type() == QEvent::ActionAdded) {
         const QPointer<KestTitleBar> guard(this);
         const QuietLayout::Scope quiet(d->quiet);
-        const auto item =
-            std::make_shared<KestWidgetItem>(action, Qt::Horizontal, d->actionIconSize, this);
-        // Whoever heard of the new widget may have taken the action away again; mostly it is the
-        // last.
-        if (!guard || actions().lastIndexOf(item->action()) < 0)
+        const QSize size = d->actionIconSize;
+        const auto item = std::make_shared<KestWidgetItem>(action, Qt::Horizontal, size, this);
+        // Whoever heard of the action or the new widget may have taken the action away again, or
+        // put it elsewhere on the bar.
+        if (!guard || !item->action() || !action->associatedWidgets().contains(this)
+            || (d->shown.contains(action) && Util::find(action, d->items)))
             return;
+        // Where a slot sets another size, the one that it was told is no longer the bar's.
         connect(this, &KestTitleBar::actionIconSizeChanged, item.get(),
-                &KestWidgetItem::iconSizeChanged);
+                [this, shown = item.get()] { Q_EMIT shown->iconSizeChanged(d->actionIconSize); });
+        if (size != d->actionIconSize)
+            Q_EMIT item->iconSizeChanged(d->actionIconSize);
+        d->shown.insert(action);
         Util::addItem(item, d->items, event->before(), ui->actionLayout);
         return;
     }
+    // Whoever heard of a removal first may have put the action on the bar again.
+    if (event->type() == QEvent::ActionRemoved && action->associatedWidgets().contains(this))
+        return;
     // A change is not told from a removal: what a button can follow reaches it without the bar.
     std::shared_ptr<KestWidgetItem> item = Util::find(action, d->items);
     if (!item)
         return;
     const QuietLayout::Scope quiet(d->quiet, item->widget());
+    d->shown.remove(action);
     Util::takeItem(item, d->items, ui->actionLayout);
     item.reset(); // its button dies while the layout is quiet
 }

@@ -59,6 +59,12 @@ void addItem(Item item, QList<Item> &items, QAction *before, Layout *layout)
         layout->insertItem(place, new QWidgetItemV2(widget));
     } else {
         layout->insertWidget(place, widget);
+        // Whoever heard of its new parent may have taken the action away again, or the widget.
+        if (items.lastIndexOf(item) < 0 || item->widget() != widget
+            || widget->parentWidget() != layout->parentWidget()) {
+            layout->removeWidget(widget);
+            return;
+        }
     }
     if (item->isCustomWidget() && item->widget() && item->action())
         item->widget()->setVisible(item->action()->isVisible());

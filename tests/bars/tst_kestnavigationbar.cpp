@@ -150,6 +150,11 @@ private Q_SLOTS:
     void removedWidgetMayDeleteTheBar();
     void removedWidgetMayBePutBackAtOnce();
     void movedActionMayDie();
+    void newerPlaceOfAnActionHolds_data();
+    void newerPlaceOfAnActionHolds();
+    void newerIconSizeReachesAllButtons();
+    void widgetThatIsPutInMayEndItsAction();
+    void actionThatDiedWithTheBarIsNull();
     void focusMayMoveWhileTheBarDies();
     void nullActionsAreIgnored();
     void actionsAddedTogetherAreLaidOutTogether();
@@ -1066,6 +1071,89 @@ void tst_KestNavigationBar::movedActionMayDie()
         if (watch)
             QCOMPARE(actionsOf(*watch, Right), QList<QAction *> { &next });
     }
+}
+
+void tst_KestNavigationBar::newerPlaceOfAnActionHolds_data()
+{
+    QTest::addColumn<QEvent::Type>("moment");
+    QTest::addColumn<bool>("onBar");
+    QTest::newRow("while it is added") << QEvent::ActionAdded << false;
+    QTest::newRow("while its button is made") << QEvent::ChildAdded << false;
+    QTest::newRow("while it is moved") << QEvent::ActionRemoved << true;
+}
+
+// Whoever hears of an action that comes or goes may put it elsewhere on the bar.
+void tst_KestNavigationBar::newerPlaceOfAnActionHolds()
+{
+    QFETCH(QEvent::Type, moment);
+    QFETCH(bool, onBar);
+    KestNavigationBar bar;
+    QAction action(QStringLiteral("action"));
+    if (onBar)
+        bar.addAction(&action, Left);
+    OnEvent elsewhere(&bar, moment, [&] { bar.addAction(&action, Right); });
+    bar.addAction(&action, Center);
+    QCOMPARE(actionsOf(bar, Left), QList<QAction *>());
+    QCOMPARE(actionsOf(bar, Center), QList<QAction *>());
+    QCOMPARE(actionsOf(bar, Right), QList<QAction *>({ &action }));
+    QCOMPARE(groupLayout(bar, Left)->count(), 0);
+    QCOMPARE(groupLayout(bar, Center)->count(), 0);
+    QCOMPARE(groupLayout(bar, Right)->count(), 1);
+    QCOMPARE(bar.findChildren<KestToolButton *>().size(), 1);
+
+    bar.removeAction(&action);
+    QCOMPARE(actionsOf(bar, Right), QList<QAction *>());
+    QCOMPARE(groupLayout(bar, Right)->count(), 0);
+}
+
+void tst_KestNavigationBar::newerIconSizeReachesAllButtons()
+{
+    KestNavigationBar bar;
+    connect(&bar, &KestNavigationBar::iconSizeChanged, &bar, [&bar](const QSize &size) {
+        if (size != QSize(24, 24))
+            bar.setIconSize(QSize(24, 24));
+    });
+    bar.addAction(QStringLiteral("action"), Left);
+    bar.setIconSize(QSize(32, 32));
+    QCOMPARE(bar.findChild<KestToolButton *>()->iconSize(), QSize(24, 24));
+
+    KestNavigationBar other;
+    OnEvent whileMade(&other, QEvent::ChildAdded, [&other] { other.setIconSize(QSize(8, 8)); });
+    other.addAction(QStringLiteral("action"), Left);
+    QCOMPARE(other.findChild<KestToolButton *>()->iconSize(), QSize(8, 8));
+}
+
+void tst_KestNavigationBar::widgetThatIsPutInMayEndItsAction()
+{
+    KestNavigationBar bar;
+    QWidgetAction action(nullptr);
+    action.setDefaultWidget(new QLabel);
+    std::unique_ptr<OnEvent> widget;
+    // The bar's first new child is the item, the second is the widget.
+    OnEvent item(&bar, QEvent::ChildAdded, [&] {
+        widget =
+            std::make_unique<OnEvent>(&bar, QEvent::ChildAdded, [&] { bar.removeAction(&action); });
+    });
+    bar.addAction(&action, Center);
+    QCOMPARE(actionsOf(bar, Center), QList<QAction *>());
+    QCOMPARE(groupLayout(bar, Center)->count(), 0);
+}
+
+void tst_KestNavigationBar::actionThatDiedWithTheBarIsNull()
+{
+    const auto dying = [] {
+        auto *const bar = new KestNavigationBar;
+        auto *const end = new OnEvent(bar, QEvent::ActionAdded, [bar] { delete bar; });
+        connect(bar, &QObject::destroyed, end, &QObject::deleteLater);
+        return bar;
+    };
+    QVERIFY(!dying()->addAction(QStringLiteral("action"), Left));
+    QVERIFY(!dying()->addHelp(QUrl(), icon(), Left));
+    QVERIFY(!dying()->addLogo(icon(), Left));
+    QVERIFY(!dying()->addUser(icon(), QStringLiteral("user"), Left));
+    QAction *const own = dying()->insertSeparator(0, Left);
+    QVERIFY(own); // it does not belong to the bar
+    delete own;
 }
 
 void tst_KestNavigationBar::focusMayMoveWhileTheBarDies()

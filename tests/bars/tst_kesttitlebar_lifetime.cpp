@@ -35,6 +35,10 @@ private Q_SLOTS:
     void menuOfAButtonMayChangeItsAction();
     void barMayDieInASlotOfItsButton();
     void newWidgetMayEndItsAction();
+    void actionMayBePutOnTheBarAgain_data();
+    void actionMayBePutOnTheBarAgain();
+    void newerIconSizeReachesAllButtons();
+    void widgetThatIsPutInMayEndItsAction();
     void ownButtonsMayDie_data();
     void ownButtonsMayDie();
     void stateChangeMayDeleteTheBar_data();
@@ -312,6 +316,66 @@ void tst_KestTitleBar_Lifetime::newWidgetMayEndItsAction()
         host.bar->addAction(&action);
         QVERIFY(!host.bar);
     }
+}
+
+void tst_KestTitleBar_Lifetime::actionMayBePutOnTheBarAgain_data()
+{
+    QTest::addColumn<QEvent::Type>("moment");
+    QTest::newRow("while it is added") << QEvent::ActionAdded;
+    QTest::newRow("while its button is made") << QEvent::ChildAdded;
+    QTest::newRow("while it is removed") << QEvent::ActionRemoved;
+}
+
+// It is on the bar once, whatever became of the call that was interrupted.
+void tst_KestTitleBar_Lifetime::actionMayBePutOnTheBarAgain()
+{
+    QFETCH(QEvent::Type, moment);
+    Host host;
+    QAction action(QStringLiteral("action"));
+    const bool removed = moment == QEvent::ActionRemoved;
+    if (removed)
+        host.bar->addAction(&action);
+    OnEvent again(host.bar, moment, [&] { host.bar->addAction(&action); });
+    if (removed)
+        host.bar->removeAction(&action);
+    else
+        host.bar->addAction(&action);
+    QCOMPARE(host.actionRow()->count(), 1);
+    QCOMPARE(host.bar->findChildren<KestToolButton *>().size(), 1);
+    host.bar->removeAction(&action);
+    QCOMPARE(host.actionRow()->count(), 0);
+}
+
+void tst_KestTitleBar_Lifetime::newerIconSizeReachesAllButtons()
+{
+    Host host;
+    connect(host.bar, &KestTitleBar::actionIconSizeChanged, host.bar,
+            [&host] { host.bar->setActionIconSize(QSize(24, 24)); });
+    QAction action(QStringLiteral("action"));
+    host.bar->addAction(&action);
+    host.bar->setActionIconSize(QSize(16, 16));
+    QCOMPARE(host.bar->findChild<KestToolButton *>()->iconSize(), QSize(24, 24));
+
+    Host other;
+    OnEvent whileMade(other.bar, QEvent::ChildAdded,
+                      [&other] { other.bar->setActionIconSize(QSize(8, 8)); });
+    other.bar->addAction(&action);
+    QCOMPARE(other.bar->findChild<KestToolButton *>()->iconSize(), QSize(8, 8));
+}
+
+void tst_KestTitleBar_Lifetime::widgetThatIsPutInMayEndItsAction()
+{
+    Host host;
+    QWidgetAction action(nullptr);
+    action.setDefaultWidget(new QLabel);
+    std::unique_ptr<OnEvent> widget;
+    // The bar's first new child is the item, the second is the widget.
+    OnEvent item(host.bar, QEvent::ChildAdded, [&] {
+        widget = std::make_unique<OnEvent>(host.bar, QEvent::ChildAdded,
+                                           [&] { host.bar->removeAction(&action); });
+    });
+    host.bar->addAction(&action);
+    QCOMPARE(host.actionRow()->count(), 0);
 }
 
 void tst_KestTitleBar_Lifetime::ownButtonsMayDie_data()
