@@ -8,6 +8,7 @@
 //   applicationprobe foreign NAME    the same as another user, where this one is root
 //   applicationprobe serve NAME      as check, then runs until its standard input ends, with
 //                                    "presented=<times so far>" whenever its window is presented
+//   applicationprobe again NAME      as serve, after a second call with another name
 //   applicationprobe race NAME       as serve, after "ready" and a line from its standard input
 
 #include "KestApplication.h"
@@ -97,7 +98,11 @@ int main(int argc, char *argv[])
     const bool taken = app->checkOtherProcess(QString::fromUtf8(argument));
     std::printf("taken=%d ms=%d\n", int(taken), int(timer.elapsed()));
     std::fflush(stdout);
-    if (mode == "serve" || mode == "race")
+    if (mode == "again") {
+        std::printf("again=%d\n", int(app->checkOtherProcess(QStringLiteral("another"))));
+        std::fflush(stdout);
+    }
+    if (mode == "serve" || mode == "again" || mode == "race")
         serve(app.data());
     return 0;
 }
