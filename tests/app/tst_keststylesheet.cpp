@@ -173,6 +173,24 @@ public:
     }
 };
 
+// Deletes a widget when another one hears of its rate.
+class KillerOnRate : public QObject
+{
+public:
+    explicit KillerOnRate(QWidget *victim) : m_victim(victim) { }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::DynamicPropertyChange)
+            return false;
+        delete m_victim;
+        return true;
+    }
+
+private:
+    const QPointer<QWidget> m_victim;
+};
+
 class StyleChangeCounter : public QObject
 {
 public:
@@ -223,6 +241,9 @@ private Q_SLOTS:
     void otherPropertiesOfAWidgetChangeNothing();
     void walkGoesBelowWidgetsWithoutSheets();
     void savedSheetOfAnotherTypeIsReadAsText();
+    void rateIsStoredAsItWasGiven();
+    void emptyOriginalLeavesALaterSheetAlone();
+    void parentMayDieOnTheWay();
 };
 
 void tst_KestStyleSheet::defaultSheetJoinsTheTwoLightSheets()
@@ -593,6 +614,48 @@ void tst_KestStyleSheet::savedSheetOfAnotherTypeIsReadAsText()
     KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
     QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
     QCOMPARE(child.property("originStyle"), QVariant(QByteArray("margin: 2px")));
+}
+
+void tst_KestStyleSheet::rateIsStoredAsItWasGiven()
+{
+    QWidget top;
+    QWidget child(&top);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.1, 1.0);
+    QCOMPARE(child.property("geoRate").userType(), int(QMetaType::Double));
+    QVERIFY(child.property("geoRate").toDouble() == 1.1);
+}
+
+void tst_KestStyleSheet::emptyOriginalLeavesALaterSheetAlone()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setProperty("originStyle", QStringLiteral(""));
+    child.setStyleSheet(QStringLiteral("margin: 4px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 4px"));
+}
+
+void tst_KestStyleSheet::parentMayDieOnTheWay()
+{
+    QWidget top;
+    auto *box = new QWidget(&top);
+    auto *first = new QWidget(box);
+    const QPointer<QWidget> second(new QWidget(box));
+    const QWidget takesItsPlace(&top);
+    QWidget last(&top);
+    KillerOnRate killer(box);
+    first->installEventFilter(&killer);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    QVERIFY(second.isNull());
+    QCOMPARE(last.property("geoRate"), QVariant(2.0));
+
+    // The object that was asked for, too.
+    auto *asked = new QWidget;
+    auto *child = new QWidget(asked);
+    new QWidget(asked);
+    KillerOnRate killerOfAsked(asked);
+    child->installEventFilter(&killerOfAsked);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(asked, 2.0, 1.0);
 }
 
 QTEST_MAIN(tst_KestStyleSheet)
