@@ -237,6 +237,8 @@ QVector<QRegion> someRegions()
              QRect(391, 3, 9, 200),
              QRect(100, 0, 50, 12),
              QRect(120, 285, 9, 15),
+             QRect(0, 79, 30, 20),
+             QRect(100, 15, 50, 9),
              QRect(200, 150, 16, 16),
              chequered };
 }
@@ -1822,6 +1824,12 @@ void tst_KestFramelessDelegate::stylesAreDrawnAsMeant_data()
         painter.fillRect(option.rect, opaque);
         painter.fillRect(option.rect.adjusted(5, 6, -7, -8), Qt::yellow);
         painter.fillRect(QRect(0, 0, 4, 200), Qt::red);
+    });
+    row("rectangles", [=](Option option, QPainter &painter) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(opaque);
+        painter.drawRects(
+            QVector<QRect> { option.rect.adjusted(0, 0, -300, 0), QRect(200, 100, 50, 70) });
     });
     row("moved fill", [=](Option option, QPainter &painter) {
         painter.translate(3, 5);
