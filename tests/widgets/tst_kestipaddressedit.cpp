@@ -274,7 +274,7 @@ private Q_SLOTS:
     void clipboardMayDeleteTheEdit_data();
     void clipboardMayDeleteTheEdit();
     void clipboardMayMakeTheEditReadOnly();
-    void pasteRepaints();
+    void newAddressesRepaint();
     void styleMayDeleteTheEdit_data();
     void styleMayDeleteTheEdit();
     void readOnlyEffects();
@@ -1453,7 +1453,7 @@ void tst_KestIPAddressEdit::clipboardMayMakeTheEditReadOnly()
     QGuiApplication::clipboard()->clear();
 }
 
-void tst_KestIPAddressEdit::pasteRepaints()
+void tst_KestIPAddressEdit::newAddressesRepaint()
 {
     Edit edit(QStringLiteral("1||| @1"));
     edit.show();
@@ -1468,6 +1468,10 @@ void tst_KestIPAddressEdit::pasteRepaints()
         QCoreApplication::processEvents();
         QCOMPARE(paints.count, 1);
     }
+    paints.count = 0;
+    edit.setIPAddress(QStringLiteral("5.6.7.8"));
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 1);
 }
 
 void tst_KestIPAddressEdit::styleMayDeleteTheEdit_data()
