@@ -109,6 +109,8 @@ private Q_SLOTS:
     void actionsMayBeAddedAndRemovedWithinEachOther();
     void hostsOwnQuietIsKept_data() { bars(); }
     void hostsOwnQuietIsKept();
+    void hostsQuietMayBeginWhileAnActionIsAdded_data() { bars(); }
+    void hostsQuietMayBeginWhileAnActionIsAdded();
     void removedActionsAreLaidOutTogether_data() { bars(); }
     void removedActionsAreLaidOutTogether();
     void leavingButtonIsNotSearchedFor_data() { bars(); }
@@ -252,6 +254,23 @@ void tst_QuietLayout::hostsOwnQuietIsKept()
     host.bar->removeAction(second);
     QVERIFY(!host.bar->layout()->isEnabled());
     host.bar->removeAction(first);
+    QVERIFY(!host.bar->layout()->isEnabled());
+}
+
+// Also where it begins after the bar's own had to end.
+void tst_QuietLayout::hostsQuietMayBeginWhileAnActionIsAdded()
+{
+    QFETCH(QString, kind);
+    Host host(kind);
+    host.add(QStringLiteral("first"));
+    host.verifyLaidOut(1);
+    {
+        const OnButtonEvent filter(QEvent::Show, [&] {
+            host.bar->resize(host.bar->width() + 50, host.bar->height());
+            host.bar->layout()->setEnabled(false);
+        });
+        host.add(QStringLiteral("second"));
+    }
     QVERIFY(!host.bar->layout()->isEnabled());
 }
 
