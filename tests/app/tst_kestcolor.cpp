@@ -23,6 +23,7 @@ private Q_SLOTS:
     void foregroundIsOpaque();
     void lightMeansLuminanceAbove127_data();
     void lightMeansLuminanceAbove127();
+    void instanceBelongsToItsParent();
 };
 
 void tst_KestColor::paletteIsTheFirstAndOnlyEnumerator()
@@ -145,6 +146,13 @@ void tst_KestColor::lightMeansLuminanceAbove127()
     QFETCH(QColor, color);
     QFETCH(bool, light);
     QCOMPARE(isLight(color), light);
+}
+
+void tst_KestColor::instanceBelongsToItsParent()
+{
+    QObject parent;
+    const KestColor *color = new KestColor(&parent);
+    QCOMPARE(color->parent(), &parent);
 }
 
 QTEST_APPLESS_MAIN(tst_KestColor)
