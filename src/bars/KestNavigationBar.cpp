@@ -47,7 +47,7 @@ QAction *inserted(KestNavigationBar *bar, int index, QAction *action,
 {
     const QPointer<QAction> guard(action);
     bar->insertAction(index, action, position);
-    return guard;
+    return guard.data();
 }
 
 } // namespace
