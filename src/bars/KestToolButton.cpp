@@ -80,7 +80,8 @@ void KestToolButton::mouseReleaseEvent(QMouseEvent *event)
     // QAbstractButton is prepared for that, while QToolButton notes the release afterwards, which
     // only matters where the press was on the menu's part of the button, and is no click.
     if (isDown())
-        QAbstractButton::mouseReleaseEvent(event); // NOLINT(bugprone-parent-virtual-call)
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+        QAbstractButton::mouseReleaseEvent(event); // clazy:exclude=skipped-base-method
     else
         QToolButton::mouseReleaseEvent(event);
 }

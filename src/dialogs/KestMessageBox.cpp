@@ -34,7 +34,7 @@ const int WidestUnwrapped = 500; // a text that needs more is wrapped
 const int TitleRoom = 50; // for the title bar's button
 
 // Lets its buttons go while it is whole, since whoever hears of their end may ask for others.
-class ButtonBox : public QDialogButtonBox
+class ButtonBox : public QDialogButtonBox // clazy:exclude=missing-qobject-macro
 {
 public:
     using QDialogButtonBox::QDialogButtonBox;

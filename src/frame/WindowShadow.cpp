@@ -3,12 +3,12 @@
 
 #include "WindowShadow.h"
 
-#include <QtCore/QVector>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -24,13 +24,13 @@ struct Piece
     int startInPatch;
 };
 
-QVector<Piece> pieces(int extent, int corner)
+std::vector<Piece> pieces(int extent, int corner)
 {
-    QVector<Piece> result { { 0, corner, 0 } };
+    std::vector<Piece> result { { 0, corner, 0 } };
     const int end = extent - corner;
     for (int start = corner; start < end; start += PatchSide)
-        result.append({ start, qMin(PatchSide, end - start), corner });
-    result.append({ end, corner, corner + PatchSide });
+        result.push_back({ start, qMin(PatchSide, end - start), corner });
+    result.push_back({ end, corner, corner + PatchSide });
     return result;
 }
 
@@ -94,8 +94,8 @@ void WindowShadow::drawPatch(QPainter &painter, const QRect &part, int ratio) co
         WindowShadow(QRect(0, 0, side, side), m_width).drawOutlines(patchPainter);
         patchWidth = m_width;
     }
-    const QVector<Piece> columns = pieces(m_window.width(), corner);
-    const QVector<Piece> rows = pieces(m_window.height(), corner);
+    const std::vector<Piece> columns = pieces(m_window.width(), corner);
+    const std::vector<Piece> rows = pieces(m_window.height(), corner);
     for (const Piece &row : rows) {
         if (row.start > part.bottom() || row.start + row.length <= part.top())
             continue;
