@@ -17,6 +17,8 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QWidgetAction>
 
+#include <algorithm>
+
 namespace {
 
 const int BarHeight = 50; // pixels
@@ -301,8 +303,20 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
         return;
     }
 
-    // Whoever heard of it first may have put the action on the bar again.
-    if (action->associatedWidgets().contains(this))
+    // Whoever heard of it first may have deleted the action, whose button is nobody's then.
+    KestNavigationBarPrivate::Group *const former = d->places.value(action);
+    if (former && !Util::find(action, former->items)) {
+        const auto orphan = std::find_if(former->items.cbegin(), former->items.cend(),
+                                         [](const auto &item) { return !item->action(); });
+        d->places.remove(action);
+        if (orphan == former->items.cend())
+            return;
+        const std::shared_ptr<KestWidgetItem> left = *orphan;
+        Util::takeItem(left, former->items, former->layout);
+        return;
+    }
+    // Or have put it on the bar again.
+    if (!former || action->associatedWidgets().contains(this))
         return;
     KestNavigationBarPrivate::Group *const group = d->group(positionOf(action));
     const QPointer<KestNavigationBar> guard(this);

@@ -23,6 +23,8 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 
+#include <algorithm>
+
 namespace {
 
 const int IconGap = 16; // pixels between the icon and what follows it
@@ -512,12 +514,20 @@ void KestTitleBar::actionEvent(QActionEvent *event)
         Util::addItem(item, d->items, event->before(), ui->actionLayout);
         return;
     }
-    // Whoever heard of a removal first may have put the action on the bar again.
-    if (event->type() == QEvent::ActionRemoved && action->associatedWidgets().contains(this))
-        return;
     // A change is not told from a removal: what a button can follow reaches it without the bar.
     std::shared_ptr<KestWidgetItem> item = Util::find(action, d->items);
+    // Whoever heard of a removal first may have deleted the action, whose button is nobody's then.
+    if (!item && d->shown.contains(action)) {
+        const auto orphan = std::find_if(d->items.cbegin(), d->items.cend(),
+                                         [](const auto &shown) { return !shown->action(); });
+        if (orphan != d->items.cend())
+            item = *orphan;
+    }
     if (!item)
+        return;
+    // Or have put it on the bar again.
+    if (event->type() == QEvent::ActionRemoved && item->action()
+        && action->associatedWidgets().contains(this))
         return;
     const QuietLayout::Scope quiet(d->quiet, item->widget());
     d->shown.remove(action);

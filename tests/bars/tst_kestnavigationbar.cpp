@@ -150,6 +150,7 @@ private Q_SLOTS:
     void removedWidgetMayDeleteTheBar();
     void removedWidgetMayBePutBackAtOnce();
     void movedActionMayDie();
+    void removalMayEndTheAction();
     void newerPlaceOfAnActionHolds_data();
     void newerPlaceOfAnActionHolds();
     void newerIconSizeReachesAllButtons();
@@ -1071,6 +1072,18 @@ void tst_KestNavigationBar::movedActionMayDie()
         if (watch)
             QCOMPARE(actionsOf(*watch, Right), QList<QAction *> { &next });
     }
+}
+
+void tst_KestNavigationBar::removalMayEndTheAction()
+{
+    KestNavigationBar bar;
+    auto *const action = new QAction(QStringLiteral("action"));
+    bar.addAction(action, Center);
+    OnEvent end(&bar, QEvent::ActionRemoved, [action] { delete action; });
+    bar.removeAction(action);
+    QCOMPARE(bar.count(Center), 0);
+    QCOMPARE(groupLayout(bar, Center)->count(), 0);
+    QVERIFY(!bar.findChild<KestToolButton *>());
 }
 
 void tst_KestNavigationBar::newerPlaceOfAnActionHolds_data()

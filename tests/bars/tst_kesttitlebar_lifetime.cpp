@@ -35,6 +35,7 @@ private Q_SLOTS:
     void menuOfAButtonMayChangeItsAction();
     void barMayDieInASlotOfItsButton();
     void newWidgetMayEndItsAction();
+    void removalMayEndTheAction();
     void actionMayBePutOnTheBarAgain_data();
     void actionMayBePutOnTheBarAgain();
     void newerIconSizeReachesAllButtons();
@@ -316,6 +317,17 @@ void tst_KestTitleBar_Lifetime::newWidgetMayEndItsAction()
         host.bar->addAction(&action);
         QVERIFY(!host.bar);
     }
+}
+
+void tst_KestTitleBar_Lifetime::removalMayEndTheAction()
+{
+    Host host;
+    auto *const action = new QAction(QStringLiteral("action"));
+    host.bar->addAction(action);
+    OnEvent end(host.bar, QEvent::ActionRemoved, [action] { delete action; });
+    host.bar->removeAction(action);
+    QCOMPARE(host.actionRow()->count(), 0);
+    QVERIFY(!host.bar->findChild<KestToolButton *>());
 }
 
 void tst_KestTitleBar_Lifetime::actionMayBePutOnTheBarAgain_data()

@@ -50,7 +50,8 @@ public:
         const QPoint at = position(window, input);
         if (type != QEvent::MouseMove)
             m_buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
-        if (m_receiver.isNull() || type == QEvent::MouseButtonPress) {
+        if (m_receiver.isNull() || type == QEvent::MouseButtonPress
+            || (m_receiver != window && !window->isAncestorOf(m_receiver))) {
             QWidget *const child = window->childAt(at);
             m_receiver = child ? child : window;
         }
