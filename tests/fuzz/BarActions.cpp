@@ -15,6 +15,13 @@ namespace {
 
 const size_t MostActions = 8;
 
+// A bar that is deleted meanwhile does not delete it a second time.
+void end(QAction *action)
+{
+    action->setParent(nullptr);
+    delete action;
+}
+
 } // namespace
 
 BarActions::BarActions(std::function<void()> called) : m_called(std::move(called))
@@ -60,7 +67,7 @@ void BarActions::keep(QAction *action)
         m_actions.emplace_back(action);
         return;
     }
-    delete action;
+    end(action);
 }
 
 QAction *BarActions::create(FuzzInput &input)
@@ -105,7 +112,7 @@ void BarActions::change(FuzzInput &input)
     switch (input.below(10)) {
     case 0:
         m_actions[index] = nullptr; // nobody puts what is dying on a bar
-        delete action;
+        end(action);
         break;
     case 1:
         if (custom)
