@@ -234,7 +234,8 @@ void NavigationBarTrial::create()
         return;
     place(appended ? -1 : index, action, where);
     m_actions.keep(action);
-    forgetTheDead();
+    if (m_bar)
+        forgetTheDead();
 }
 
 // Once, the host does something of its own in the midst of what the bar does, or ends the bar.

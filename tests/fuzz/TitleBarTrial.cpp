@@ -43,6 +43,8 @@ public:
         QObject::connect(m_bar, &KestTitleBar::actionIconSizeChanged, qApp,
                          [this] { interrupt(); });
         m_window->resize(500, 100);
+        // Room for an icon millions of pixels away would make it a window as large, to be painted.
+        m_bar->setMinimumWidth(1);
     }
     ~TitleBarTrial()
     {
