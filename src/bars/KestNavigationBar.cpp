@@ -17,8 +17,6 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QWidgetAction>
 
-#include <algorithm>
-
 namespace {
 
 const int BarHeight = 50; // pixels
@@ -306,13 +304,10 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
     // Whoever heard of it first may have deleted the action, whose button is nobody's then.
     KestNavigationBarPrivate::Group *const former = d->places.value(action);
     if (former && !Util::find(action, former->items)) {
-        const auto orphan = std::find_if(former->items.cbegin(), former->items.cend(),
-                                         [](const auto &item) { return !item->action(); });
+        const std::shared_ptr<KestWidgetItem> orphan = Util::findOrphan(former->items);
         d->places.remove(action);
-        if (orphan == former->items.cend())
-            return;
-        const std::shared_ptr<KestWidgetItem> left = *orphan;
-        Util::takeItem(left, former->items, former->layout);
+        if (orphan)
+            Util::takeItem(orphan, former->items, former->layout);
         return;
     }
     // Or have put it on the bar again.

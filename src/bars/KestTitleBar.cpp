@@ -23,8 +23,6 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 
-#include <algorithm>
-
 namespace {
 
 const int IconGap = 16; // pixels between the icon and what follows it
@@ -517,12 +515,8 @@ void KestTitleBar::actionEvent(QActionEvent *event)
     // A change is not told from a removal: what a button can follow reaches it without the bar.
     std::shared_ptr<KestWidgetItem> item = Util::find(action, d->items);
     // Whoever heard of a removal first may have deleted the action, whose button is nobody's then.
-    if (!item && d->shown.contains(action)) {
-        const auto orphan = std::find_if(d->items.cbegin(), d->items.cend(),
-                                         [](const auto &shown) { return !shown->action(); });
-        if (orphan != d->items.cend())
-            item = *orphan;
-    }
+    if (!item && d->shown.contains(action))
+        item = Util::findOrphan(d->items);
     if (!item)
         return;
     // Or have put it on the bar again.

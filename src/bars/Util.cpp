@@ -45,6 +45,11 @@ std::shared_ptr<KestWidgetItem> Util::find(QWidget *widget, const ItemList &item
     return findFirst(items, [widget](const auto &item) { return item->widget() == widget; });
 }
 
+std::shared_ptr<KestWidgetItem> Util::findOrphan(const ItemList &items)
+{
+    return findFirst(items, [](const auto &item) { return !item->action(); });
+}
+
 void Util::takeItem(const std::shared_ptr<KestWidgetItem> &item, ItemList &items, QLayout *layout)
 {
     const int index = items.indexOf(item);

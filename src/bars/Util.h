@@ -24,6 +24,8 @@ std::shared_ptr<KestWidgetItem> find(QAction *action,
 /*! Returns the first of \a items whose widget is \a widget, or an empty pointer, also for null. */
 std::shared_ptr<KestWidgetItem> find(QWidget *widget,
                                      const QList<std::shared_ptr<KestWidgetItem>> &items);
+/*! Returns the first of \a items whose action has died, or an empty pointer. */
+std::shared_ptr<KestWidgetItem> findOrphan(const QList<std::shared_ptr<KestWidgetItem>> &items);
 
 /*!
     Inserts \a item in front of the item of \a before, or at the end where there is none, both into
