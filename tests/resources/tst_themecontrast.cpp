@@ -7,6 +7,7 @@
 #include "Stage.h"
 #include "Themes.h"
 
+#include "KestDialog.h"
 #include "KestTitleBar.h"
 
 #include <QtGui/QFontInfo>
@@ -14,6 +15,7 @@
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCalendarWidget>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QTableView>
 
 #include <algorithm>
@@ -115,12 +117,24 @@ double neededContrast(const PaintedItem &item, const QString &theme, const Stage
     return isLarge(item.font) ? LargeTextContrast : TextContrast;
 }
 
+// The shadow of a frameless window, which it paints around its layout in pieces.
+bool isShadow(const PaintedItem &item, const QWidget *painter)
+{
+    const auto *window = qobject_cast<const KestDialog *>(painter);
+    if (!window || !item.text.isEmpty())
+        return false;
+    const QRect inside = window->layout()->contentsRect();
+    return !QRectF(window->mapTo(window->window(), inside.topLeft()), inside.size())
+                .contains(item.rect);
+}
+
 // What nobody can use need not be readable: disabled widgets, and entries that say so.
 bool isExempt(const PaintedItem &item, const QVector<PaintedItem> &items, QWidget *window)
 {
     const QPoint centre = item.rect.center().toPoint();
     const QWidget *const painter = window->childAt(centre);
-    if (!(painter ? painter : window)->isEnabled() || isOffArrow(item, painter))
+    if (!(painter ? painter : window)->isEnabled() || isOffArrow(item, painter)
+        || isShadow(item, painter))
         return true;
     // Qt lays the lists of its font dialog out before they have a style: their rows overlap.
     if (painter && painter->parentWidget()->inherits("QFontListView"))
