@@ -46,6 +46,7 @@ public:
     */
     KestApplication(int &argc, char **argv, int flags = ApplicationFlags,
                     bool useDefaultStyle = true);
+    /*! Destroys the application; the name that checkOtherProcess() claimed is free again. */
     ~KestApplication() override;
 
     /*!

@@ -32,10 +32,10 @@ class KestCircleProgressBarPrivate;
     at once what it is. The ring fills clockwise in right-to-left layouts too.
 
     The ring only has a timer while it moves where it can be seen: neither hidden, nor in a hidden
-   or minimised window. What is painted elsewhere, by grab() say, shows it where it would be by
+    or minimised window. What is painted elsewhere, by grab() say, shows it where it would be by
    then.
 
-    \image kestcircleprogressbar.png
+    \image html kestcircleprogressbar.png
 */
 class KEST_EXPORT KestCircleProgressBar : public QWidget
 {
@@ -64,6 +64,7 @@ class KEST_EXPORT KestCircleProgressBar : public QWidget
 public:
     /*! Constructs a ring at 24 of 0 to 100, with the given \a parent. */
     explicit KestCircleProgressBar(QWidget *parent = nullptr);
+    /*! Destroys the ring. */
     ~KestCircleProgressBar() override;
 
     /*! Returns the current value; 24 by default. */
@@ -98,9 +99,9 @@ public:
     Qt::PenCapStyle penCapStyle() const;
     /*! Returns the thickness of ring and arc in pixels; 10 by default. */
     int barWidth() const;
-    /*! Returns the brush of the arc; #326CF3 by default. */
+    /*! Returns the brush of the arc; \#326CF3 by default. */
     QBrush barBrush() const;
-    /*! Returns the brush of the ring behind the arc; #EEEEEE by default. */
+    /*! Returns the brush of the ring behind the arc; \#EEEEEE by default. */
     QBrush backgroundBrush() const;
 
     /*! Returns 100 x 100. */
@@ -134,8 +135,11 @@ Q_SIGNALS:
     void valueChanged(int value);
 
 protected:
+    /*! Reimplemented: a ring that moves gets its timer back. */
     void showEvent(QShowEvent *event) override;
+    /*! Reimplemented: a ring that is not seen has no timer. */
     void hideEvent(QHideEvent *event) override;
+    /*! Reimplemented: draws the ring, the arc where it is by now, and the text. */
     void paintEvent(QPaintEvent *event) override;
 
 private:

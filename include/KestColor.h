@@ -29,31 +29,32 @@ class KEST_EXPORT KestColor : public QObject
 public:
     /*! The palette. A value is the colour as 0xRRGGBB. */
     enum Colors {
-        Color0 = 0x2D74EA,
-        Color1 = 0x002050,
-        Color2 = 0x35888B,
-        Color3 = 0x4D4895,
-        Color4 = 0xAB742C,
-        Color5 = 0x783913,
-        Color6 = 0x55815D,
-        Color7 = 0x2D41A7,
-        Color8 = 0x19422B,
-        Color9 = 0x226546,
-        Color10 = 0x2AB0C8,
-        Color11 = 0x4D4F51,
-        Color12 = 0x288A33,
-        Color13 = 0x27245C,
-        Color14 = 0xCFA183,
-        Color15 = 0x827393,
-        Color16 = 0xC43F16,
-        Color17 = 0x707FC7,
-        Color18 = 0xAD5466,
-        Color19 = 0x765542
+        Color0 = 0x2D74EA, /*!< blue */
+        Color1 = 0x002050, /*!< night blue */
+        Color2 = 0x35888B, /*!< teal */
+        Color3 = 0x4D4895, /*!< violet */
+        Color4 = 0xAB742C, /*!< ochre */
+        Color5 = 0x783913, /*!< brown */
+        Color6 = 0x55815D, /*!< moss green */
+        Color7 = 0x2D41A7, /*!< royal blue */
+        Color8 = 0x19422B, /*!< dark green */
+        Color9 = 0x226546, /*!< pine green */
+        Color10 = 0x2AB0C8, /*!< cyan */
+        Color11 = 0x4D4F51, /*!< grey */
+        Color12 = 0x288A33, /*!< green */
+        Color13 = 0x27245C, /*!< indigo */
+        Color14 = 0xCFA183, /*!< sand */
+        Color15 = 0x827393, /*!< mauve */
+        Color16 = 0xC43F16, /*!< vermilion */
+        Color17 = 0x707FC7, /*!< lavender */
+        Color18 = 0xAD5466, /*!< rose */
+        Color19 = 0x765542 /*!< umber */
     };
     Q_ENUM(Colors)
 
     /*! Constructs a colour object with the given \a parent. */
     explicit KestColor(QObject *parent = nullptr);
+    /*! Destroys the object. */
     ~KestColor() override;
 
     /*!

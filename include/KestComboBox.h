@@ -23,10 +23,10 @@
     \endcode
 
     Everything else is QComboBox. The list is a plain QListView, so that item rules of style sheets
-    such as \c{QComboBox QListView::item} reach it; QComboBox's own list ignores them in styles
+    such as "QComboBox QListView::item" reach it; QComboBox's own list ignores them in styles
     that draw the popup as a menu.
 
-    \image kestcombobox.png
+    \image html kestcombobox.png
 */
 class KEST_EXPORT KestComboBox : public QComboBox
 {
@@ -35,6 +35,7 @@ class KEST_EXPORT KestComboBox : public QComboBox
 public:
     /*! Constructs an empty combo box with the given \a parent. */
     explicit KestComboBox(QWidget *parent = nullptr);
+    /*! Destroys the combo box and its list. */
     ~KestComboBox() override;
 
     /*! Emits aboutToShowPopup(), then shows the list, if there is an item to show by then. */

@@ -49,6 +49,7 @@ public:
     /*! Constructs a dialog with a title bar and an empty central widget. It is a top-level window
         also when it has a \a parent. */
     explicit KestDialog(QWidget *parent = nullptr);
+    /*! Destroys the dialog with its title bar and its central widget. */
     ~KestDialog() override;
 
     /*! Returns the title bar; creates and sets a new one where there is none. */
@@ -75,10 +76,16 @@ public:
     void removeMoveBar(QWidget *widget);
 
 protected:
+    /*! Reimplemented: the first focus is that of the contents, and a hover that changes nothing is
+        not painted. */
     bool event(QEvent *event) override;
+    /*! Reimplemented: follows the title of the central widget. Consumes nothing. */
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /*! Reimplemented: Tab leads through the contents first and to the title bar last. */
     bool focusNextPrevChild(bool next) override;
+    /*! Reimplemented: the close button does not look hovered when the dialog is shown again. */
     void hideEvent(QHideEvent *event) override;
+    /*! Reimplemented: on Windows, answers what the system asks of a frame. */
     bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
 
 private:

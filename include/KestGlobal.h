@@ -7,7 +7,12 @@
 #include <QtCore/qglobal.h>
 
 /*!
-    \macro KEST_EXPORT
+    \file
+    \brief What all headers of the library need.
+*/
+
+/*!
+    \def KEST_EXPORT
     Marks what the shared library exports. It imports by default; the library itself is compiled
     with KEST_BUILD_SHARED. KEST_STATIC switches both off, for a program that links the
     library's code statically.

@@ -44,7 +44,7 @@ class KestIPAddressEditPrivate;
 
     Every key but those that move the focus is the edit's own, Escape and Return included.
 
-    \image kestipaddressedit.png
+    \image html kestipaddressedit.png
 */
 class KEST_EXPORT KestIPAddressEdit : public QWidget
 {
@@ -57,6 +57,7 @@ class KEST_EXPORT KestIPAddressEdit : public QWidget
 public:
     /*! Constructs an empty edit, with the given \a parent. */
     explicit KestIPAddressEdit(QWidget *parent = nullptr);
+    /*! Destroys the edit. */
     ~KestIPAddressEdit() override;
 
     /*! Returns the four sections as they were typed, joined by dots; an empty one is "0". */
@@ -67,6 +68,7 @@ public:
     */
     void setIPAddress(const QString &ip);
 
+    /*! Returns whether the address can be selected and copied only; false by default. */
     bool isReadOnly() const;
     /*! Makes the address one that can only be selected and copied, if \a readOnly. */
     void setReadOnly(bool readOnly);
@@ -83,16 +85,28 @@ Q_SIGNALS:
     void editingFinished();
 
 protected:
+    /*! Reimplemented: follows the font, and keeps what is typed from shortcuts of the window. */
     bool event(QEvent *event) override;
+    /*! Reimplemented: draws the frame as of a line edit, the sections, the dots and the cursor. */
     void paintEvent(QPaintEvent *event) override;
+    /*! Reimplemented: edits, moves and selects as the class describes. */
     void keyPressEvent(QKeyEvent *event) override;
+    /*! Reimplemented: puts the cursor below the pointer; with Shift, selects up to there. */
     void mousePressEvent(QMouseEvent *event) override;
+    /*! Reimplemented: selects within the section that was pressed. */
     void mouseMoveEvent(QMouseEvent *event) override;
+    /*! Reimplemented: ends selecting. */
     void mouseReleaseEvent(QMouseEvent *event) override;
+    /*! Reimplemented: selects the section below the pointer. */
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    /*! Reimplemented: shows the cursor. */
     void focusInEvent(QFocusEvent *event) override;
+    /*! Reimplemented: hides the cursor, drops the selection unless a menu took the focus, and emits
+        editingFinished(). */
     void focusOutEvent(QFocusEvent *event) override;
+    /*! Reimplemented: takes the event where the edit can be changed, but no text from it. */
     void inputMethodEvent(QInputMethodEvent *event) override;
+    /*! Reimplemented: an edit of digits wants no input method. */
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
     /*! Initialises \a option with what the frame looks like now. */

@@ -63,6 +63,7 @@ public:
         window covers nothing, and its exec() returns at once.
     */
     explicit KestLoadingDialog(QWidget *parent);
+    /*! Destroys the overlay; a running exec() returns Canceled. */
     ~KestLoadingDialog() override;
 
     /*! Returns whether the Escape key cancels. */
@@ -95,12 +96,19 @@ public Q_SLOTS:
     void cancel();
 
 protected:
+    /*! Reimplemented: ends exec() also when the overlay is hidden over a hidden window. */
     bool event(QEvent *event) override;
+    /*! Reimplemented: covers the window whenever its size changes. Consumes nothing. */
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /*! Reimplemented: Tab leads nowhere while the overlay is visible. */
     bool focusNextPrevChild(bool next) override;
+    /*! Reimplemented: Escape cancels where that is enabled; every other key is swallowed. */
     void keyPressEvent(QKeyEvent *event) override;
+    /*! Reimplemented: covers the window, takes the focus and starts the animation. */
     void showEvent(QShowEvent *event) override;
+    /*! Reimplemented: ends exec(), gives the focus back and stops the animation. */
     void hideEvent(QHideEvent *event) override;
+    /*! Reimplemented: ends exec(). */
     void closeEvent(QCloseEvent *event) override;
 
 private:

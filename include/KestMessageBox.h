@@ -38,22 +38,20 @@ class KestMessageBoxPrivate;
 
     The interface is QMessageBox's. What it does otherwise, on purpose:
 
-    \list
-    \li Only buttons that accept or reject close the box: one with the action, apply, reset, help or
-        destructive role, such as Discard, is recorded as clicked and leaves the box open.
-    \li exec() returns QDialog::Accepted or QDialog::Rejected; ask clickedButton() or
-        standardButton() for the button. The static functions return the button.
-    \li A box that is closed without a click reports its escape button: Cancel, else an only button,
-        else the first with the reject role, else the first with the no role.
-    \li The default button is the one with the focus; its own default flag is not set.
-    \li The box fixes its size by its texts whenever it is shown. While it is open,
-        setStandardButtons() fixes it anew; a new title, text, text format, icon or pixmap and
-        buttons that are added or removed do not, until updateSize() is called.
-    \li The central widget is the box's own: it holds the icon, the text and the buttons. A host may
-        put others below them into its layout. With another central widget, or none, the box has no
-        text and no buttons any more: what is set is ignored, and what is asked for is empty,
-        NoButton or null.
-    \endlist
+    - Only buttons that accept or reject close the box: one with the action, apply, reset, help or
+      destructive role, such as Discard, is recorded as clicked and leaves the box open.
+    - exec() returns QDialog::Accepted or QDialog::Rejected; ask clickedButton() or
+      standardButton() for the button. The static functions return the button.
+    - A box that is closed without a click reports its escape button: Cancel, else an only button,
+      else the first with the reject role, else the first with the no role.
+    - The default button is the one with the focus; its own default flag is not set.
+    - The box fixes its size by its texts whenever it is shown. While it is open,
+      setStandardButtons() fixes it anew; a new title, text, text format, icon or pixmap and
+      buttons that are added or removed do not, until updateSize() is called.
+    - The central widget is the box's own: it holds the icon, the text and the buttons. A host may
+      put others below them into its layout. With another central widget, or none, the box has no
+      text and no buttons any more: what is set is ignored, and what is asked for is empty,
+      NoButton or null.
 
     A box that is to close on a button which would leave it open says so:
 
@@ -91,47 +89,54 @@ class KEST_EXPORT KestMessageBox : public KestDialog
 
 public:
     /*! The icon beside the text. */
-    enum Icon { NoIcon = 0, Information = 1, Warning = 2, Critical = 3, Question = 4 };
+    enum Icon {
+        NoIcon = 0, /*!< none, or a pixmap of one's own */
+        Information = 1, /*!< an i: nothing is wrong */
+        Warning = 2, /*!< an exclamation mark: something may be wrong */
+        Critical = 3, /*!< a cross: something has failed */
+        Question = 4 /*!< a question mark: the user shall decide */
+    };
     Q_ENUM(Icon)
 
     /*! The roles of QDialogButtonBox. */
     enum ButtonRole {
-        InvalidRole = QDialogButtonBox::InvalidRole,
-        AcceptRole = QDialogButtonBox::AcceptRole,
-        RejectRole = QDialogButtonBox::RejectRole,
-        DestructiveRole = QDialogButtonBox::DestructiveRole,
-        ActionRole = QDialogButtonBox::ActionRole,
-        HelpRole = QDialogButtonBox::HelpRole,
-        YesRole = QDialogButtonBox::YesRole,
-        NoRole = QDialogButtonBox::NoRole,
-        ResetRole = QDialogButtonBox::ResetRole,
-        ApplyRole = QDialogButtonBox::ApplyRole,
-        NRoles = QDialogButtonBox::NRoles
+        InvalidRole = QDialogButtonBox::InvalidRole, /*!< no button */
+        AcceptRole = QDialogButtonBox::AcceptRole, /*!< accepts the box */
+        RejectRole = QDialogButtonBox::RejectRole, /*!< rejects the box */
+        DestructiveRole = QDialogButtonBox::DestructiveRole, /*!< Discard; leaves the box open */
+        ActionRole = QDialogButtonBox::ActionRole, /*!< leaves the box open */
+        HelpRole = QDialogButtonBox::HelpRole, /*!< asks for help; leaves the box open */
+        YesRole = QDialogButtonBox::YesRole, /*!< says yes; accepts the box */
+        NoRole = QDialogButtonBox::NoRole, /*!< says no; rejects the box */
+        ResetRole = QDialogButtonBox::ResetRole, /*!< sets fields back; leaves the box open */
+        ApplyRole = QDialogButtonBox::ApplyRole, /*!< applies changes; leaves the box open */
+        NRoles = QDialogButtonBox::NRoles /*!< the number of roles; names none */
     };
 
     /*! The standard buttons of QDialogButtonBox. */
     enum StandardButton {
-        NoButton = 0x00000000,
-        Ok = 0x00000400,
-        Save = 0x00000800,
-        SaveAll = 0x00001000,
-        Open = 0x00002000,
-        Yes = 0x00004000,
-        YesToAll = 0x00008000,
-        No = 0x00010000,
-        NoToAll = 0x00020000,
-        Abort = 0x00040000,
-        Retry = 0x00080000,
-        Ignore = 0x00100000,
-        Close = 0x00200000,
-        Cancel = 0x00400000,
-        Discard = 0x00800000,
-        Help = 0x01000000,
-        Apply = 0x02000000,
-        Reset = 0x04000000,
-        RestoreDefaults = 0x08000000
+        NoButton = 0x00000000, /*!< none */
+        Ok = 0x00000400, /*!< "OK", accepts */
+        Save = 0x00000800, /*!< "Save", accepts */
+        SaveAll = 0x00001000, /*!< "Save All", accepts */
+        Open = 0x00002000, /*!< "Open", accepts */
+        Yes = 0x00004000, /*!< "Yes", accepts */
+        YesToAll = 0x00008000, /*!< "Yes to All", accepts */
+        No = 0x00010000, /*!< "No", rejects */
+        NoToAll = 0x00020000, /*!< "No to All", rejects */
+        Abort = 0x00040000, /*!< "Abort", rejects */
+        Retry = 0x00080000, /*!< "Retry", accepts */
+        Ignore = 0x00100000, /*!< "Ignore", accepts */
+        Close = 0x00200000, /*!< "Close", rejects */
+        Cancel = 0x00400000, /*!< "Cancel", rejects */
+        Discard = 0x00800000, /*!< "Discard" or what the platform says; leaves the box open */
+        Help = 0x01000000, /*!< "Help", leaves the box open */
+        Apply = 0x02000000, /*!< "Apply", leaves the box open */
+        Reset = 0x04000000, /*!< "Reset", leaves the box open */
+        RestoreDefaults = 0x08000000 /*!< "Restore Defaults", leaves the box open */
     };
     Q_ENUM(StandardButton)
+    /*! A set of standard buttons. */
     Q_DECLARE_FLAGS(StandardButtons, StandardButton)
     Q_FLAG(StandardButtons)
 
@@ -142,6 +147,7 @@ public:
     KestMessageBox(Icon icon, const QString &title, const QString &text,
                    StandardButtons buttons = NoButton, QWidget *parent = nullptr,
                    Qt::WindowFlags flags = Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    /*! Destroys the box with its buttons. */
     ~KestMessageBox() override;
 
     /*! Returns the text. */
@@ -223,10 +229,14 @@ public:
                                    StandardButtons buttons = StandardButtons(Yes | No),
                                    StandardButton defaultButton = NoButton);
 
+    /*! Shows or hides the box; one that opens without a focus of the host's in its contents gives
+       it to the button that Enter presses. */
     void setVisible(bool visible) override;
 
 protected:
+    /*! Reimplemented: fixes the size, centres the box on its parent and alerts screen readers. */
     void showEvent(QShowEvent *event) override;
+    /*! Reimplemented: copies the message, and presses the button whose mnemonic was typed. */
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

@@ -47,6 +47,7 @@ class KestNavigationBarPrivate;
 class KEST_EXPORT KestNavigationBar : public QWidget
 {
     Q_OBJECT
+    /*! The icon size of all buttons, in pixels; 16 x 16 by default. */
     Q_PROPERTY(QSize iconSize READ iconSize WRITE setIconSize NOTIFY iconSizeChanged)
 
 public:
@@ -60,6 +61,7 @@ public:
 
     /*! Constructs an empty bar. */
     explicit KestNavigationBar(QWidget *parent = nullptr);
+    /*! Destroys the bar with its buttons and the actions that it owns. */
     ~KestNavigationBar() override;
 
     using QWidget::addAction;
@@ -126,7 +128,11 @@ Q_SIGNALS:
     void iconSizeChanged(const QSize &size);
 
 protected:
+    /*! Reimplemented: what is added or removed in one go is laid out once. */
     bool event(QEvent *event) override;
+    /*! Reimplemented: gives an action that is added its entry, and takes that of a removed one
+     * away.
+     */
     void actionEvent(QActionEvent *event) override;
 
 private:

@@ -40,7 +40,7 @@ class KestStageProgressBarPrivate;
     A horizontal bar runs from left to right, in right-to-left layouts too. A vertical bar is filled
     from the bottom; with captions its first step is at the bottom, without them at the top.
 
-    \image keststageprogressbar.png
+    \image html keststageprogressbar.png
 */
 class KEST_EXPORT KestStageProgressBar : public QWidget
 {
@@ -65,6 +65,7 @@ class KEST_EXPORT KestStageProgressBar : public QWidget
 public:
     /*! Constructs a horizontal bar of 5 steps at 0 of 0 to 99, with the given \a parent. */
     explicit KestStageProgressBar(QWidget *parent = nullptr);
+    /*! Destroys the bar. */
     ~KestStageProgressBar() override;
 
     /*! Returns the number of steps; 5 by default. */
@@ -101,7 +102,7 @@ public:
     /*! Sets the pen of the step numbers to \a pen and repaints. */
     void setStageIndexTextPen(const QPen &pen);
 
-    /*! Returns the brush of the completed part; #3580CE by default. */
+    /*! Returns the brush of the completed part; \#3580CE by default. */
     QBrush rateBackground() const;
     /*! Sets the brush of the completed part to \a brush and repaints. */
     void setRateBackground(const QBrush &brush);
@@ -145,6 +146,8 @@ protected:
     /*! Fills in \a option for the style. All that asks the style goes through it. */
     virtual void initStyleOption(QStyleOptionProgressBar *option) const;
 
+    /*! Reimplemented: draws the shape in two colours, and the numbers and captions by drawStage()
+       and drawText(). */
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -49,7 +49,7 @@ class KestSwitchButtonPrivate;
     set just before it is first shown. The animation in the example has the switch repainted as long
     as the handle moves; an update() after that time is enough where only the end counts.
 
-    \image kestswitchbutton.png
+    \image html kestswitchbutton.png
 */
 class KEST_EXPORT KestSwitchButton : public QAbstractButton
 {
@@ -78,14 +78,15 @@ class KEST_EXPORT KestSwitchButton : public QAbstractButton
 public:
     /*! Constructs a switch that is off, with the given \a parent. */
     explicit KestSwitchButton(QWidget *parent = nullptr);
+    /*! Destroys the switch. */
     ~KestSwitchButton() override;
 
-    /*! Returns the brush of the track while off; #EEEEEE by default. */
+    /*! Returns the brush of the track while off; \#EEEEEE by default. */
     QBrush uncheckedBackground() const;
     /*! Sets the brush of the track while off to \a brush and repaints. */
     void setUncheckedBackground(const QBrush &brush);
 
-    /*! Returns the colour of the track's outline while off; #E3E3E3 by default. */
+    /*! Returns the colour of the track's outline while off; \#E3E3E3 by default. */
     QColor uncheckedBackgroundBorderColor() const;
     /*! Sets the colour of the track's outline while off to \a color and repaints. */
     void setUncheckedBackgroundBorderColor(const QColor &color);
@@ -95,12 +96,12 @@ public:
     /*! Sets the brush of the handle while off to \a brush and repaints. */
     void setUncheckedHandleBrush(const QBrush &brush);
 
-    /*! Returns the colour of the handle's outline while off; #DEDEDE by default. */
+    /*! Returns the colour of the handle's outline while off; \#DEDEDE by default. */
     QColor uncheckedHandleBorderColor() const;
     /*! Sets the colour of the handle's outline while off to \a color and repaints. */
     void setUncheckedHandleBorderColor(const QColor &color);
 
-    /*! Returns the brush of the track while on; #326CF3 by default. */
+    /*! Returns the brush of the track while on; \#326CF3 by default. */
     QBrush checkedBackground() const;
     /*! Sets the brush of the track while on to \a brush and repaints. */
     void setCheckedBackground(const QBrush &brush);
@@ -128,7 +129,9 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    /*! Reimplemented: draws the track, and the handle where it is by now. */
     void paintEvent(QPaintEvent *event) override;
+    /*! Reimplemented: the handle is as high as the switch and travels its width. */
     void resizeEvent(QResizeEvent *event) override;
 
 private:

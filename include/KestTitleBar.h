@@ -49,9 +49,14 @@ class KestTitleBarPrivate;
 class KEST_EXPORT KestTitleBar : public QWidget
 {
     Q_OBJECT
+    /*! Whether the bar follows and paints the window's icon; true by default. */
     Q_PROPERTY(bool iconIsVisible READ iconIsVisible WRITE setIconVisible)
+    /*! The largest size of the window's icon, in pixels; 32 x 32 by default. */
     Q_PROPERTY(QSize iconSize READ iconSize WRITE setIconSize)
+    /*! Where the icon stands: the width is its left offset, the height the least room above and
+        below it; 8 x 4 pixels by default. */
     Q_PROPERTY(QSize iconPos READ getIconPos WRITE setIconPos)
+    /*! The icon size of the actions' buttons, in pixels; 32 x 32 by default. */
     Q_PROPERTY(QSize actionIconSize READ getActionIconSize WRITE setActionIconSize NOTIFY
                    actionIconSizeChanged)
 
@@ -65,6 +70,7 @@ public:
         state, while its buttons act on the window around it.
     */
     explicit KestTitleBar(QWidget *parent = nullptr);
+    /*! Destroys the bar with its buttons and its menu bar. */
     ~KestTitleBar() override;
 
     /*!
@@ -127,10 +133,17 @@ Q_SIGNALS:
     void actionIconSizeChanged(const QSize &size);
 
 protected:
+    /*! Reimplemented: follows its parent, its layout direction and the property "geoRate". */
     bool event(QEvent *event) override;
+    /*! Reimplemented: hides the buttons that the window's flags do not ask for. */
     void showEvent(QShowEvent *event) override;
+    /*! Reimplemented: draws the ground, the icon and the title. */
     void paintEvent(QPaintEvent *event) override;
+    /*! Reimplemented: gives an action that is added its button; one that changes leaves the bar as
+        one that is removed does. */
     void actionEvent(QActionEvent *event) override;
+    /*! Reimplemented: follows the icon, the title, the state and the size of the parent. Consumes
+        nothing. */
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     /*!

@@ -79,6 +79,7 @@ public:
         It is a top-level window also when it has a \a parent.
     */
     explicit KestWindow(QWidget *parent = nullptr);
+    /*! Destroys the window with its bars and its central widget. */
     ~KestWindow() override;
 
     /*! Returns the title bar; creates and sets a new one where there is none. */
@@ -145,10 +146,17 @@ public Q_SLOTS:
     void adaptScreenDPI();
 
 protected:
+    /*! Reimplemented: the first focus is that of the contents, status tips go to the status bar,
+        and a hover that changes nothing is not painted. */
     bool event(QEvent *event) override;
+    /*! Reimplemented: follows the title and the size of the central widget, and lets the navigation
+        bar move the window while the title bar is hidden. Consumes nothing. */
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /*! Reimplemented: Tab leads through the contents first and to the bars last. */
     bool focusNextPrevChild(bool next) override;
+    /*! Reimplemented: on Windows, answers what the system asks of a frame. */
     bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
+    /*! Reimplemented: adaptScreenDPI() is called soon after. */
     void resizeEvent(QResizeEvent *event) override;
 
 private:
