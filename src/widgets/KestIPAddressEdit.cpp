@@ -79,8 +79,9 @@ bool isTyping(const QKeyEvent *event)
 class Sections
 {
 public:
+    // The widths are a copy, since the style may delete the edit.
     Sections(const QWidget *edit, const QStyleOptionFrame &option,
-             const KestIPAddressEditPrivate::Widths &widths)
+             KestIPAddressEditPrivate::Widths widths)
         : m_dotWidth(widths.dot)
     {
         const int height = edit->height();
@@ -149,8 +150,7 @@ QRect KestIPAddressEditPrivate::cursorRect() const
 }
 
 // Every paint needs them, and only another font changes them.
-const KestIPAddressEditPrivate::Widths &
-KestIPAddressEditPrivate::widths(const QFontMetrics &metrics) const
+KestIPAddressEditPrivate::Widths KestIPAddressEditPrivate::widths(const QFontMetrics &metrics) const
 {
     if (knownWidths.section == 0 || measuredIn != metrics) {
         knownWidths.section = metrics.boundingRect(sectionTemplate()).width();

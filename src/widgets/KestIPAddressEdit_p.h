@@ -61,7 +61,7 @@ public:
     QString text(int section) const { return layouts[size_t(section)].text(); }
 
     QRect cursorRect() const;
-    const Widths &widths(const QFontMetrics &metrics) const;
+    Widths widths(const QFontMetrics &metrics) const;
     void paintDot(QPainter *painter, const QRectF &rect) const;
     void copy() const;
     void paste();
