@@ -40,7 +40,7 @@ elseif(WIN32)
     LINKER:--nxcompat LINKER:--dynamicbase LINKER:--high-entropy-va)
 elseif(NOT APPLE)
   foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
-    string(MAKE_C_IDENTIFIER HAVE${flag} have)
+    string(MAKE_C_IDENTIFIER KEST_HAVE${flag} have)
     check_cxx_compiler_flag(${flag} ${have})
     if(${have})
       target_compile_options(kest_options INTERFACE ${flag})
@@ -49,20 +49,20 @@ elseif(NOT APPLE)
   target_link_options(kest_options INTERFACE LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
   # The linker claims shadow stacks only where the system's start-up code does so too, which some
   # systems forgot; that code needs no more for it than to return where it was called from.
-  if(HAVE_fcf_protection)
+  if(KEST_HAVE_fcf_protection)
     set(CMAKE_REQUIRED_LINK_OPTIONS -Wl,-z,shstk)
-    check_cxx_compiler_flag(-Wall HAVE_z_shstk)
+    check_cxx_compiler_flag(-Wall KEST_HAVE_z_shstk)
     unset(CMAKE_REQUIRED_LINK_OPTIONS)
-    if(HAVE_z_shstk)
+    if(KEST_HAVE_z_shstk)
       target_link_options(kest_options INTERFACE LINKER:-z,shstk)
     endif()
   endif()
   # Checks of buffers need an optimising compiler, and hide from the sanitizer what it looks for.
   if(NOT KEST_SANITIZE)
     set(CMAKE_REQUIRED_FLAGS "-O2 -Werror -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3")
-    check_cxx_source_compiles("#include <string>\nint main() { return 0; }" HAVE_fortify_3)
+    check_cxx_source_compiles("#include <string>\nint main() { return 0; }" KEST_HAVE_fortify_3)
     unset(CMAKE_REQUIRED_FLAGS)
-    set(level $<IF:$<BOOL:${HAVE_fortify_3}>,3,2>)
+    set(level $<IF:$<BOOL:${KEST_HAVE_fortify_3}>,3,2>)
     target_compile_options(kest_options INTERFACE
       $<${optimised}:-U_FORTIFY_SOURCE> $<${optimised}:-D_FORTIFY_SOURCE=${level}>)
   endif()
@@ -72,8 +72,8 @@ endif()
 # information name files relative to the sources. A debugger that is started elsewhere would not find
 # them, so debug builds keep the whole names.
 if(NOT MSVC)
-  check_cxx_compiler_flag(-ffile-prefix-map=/a=/b HAVE_ffile_prefix_map)
-  if(HAVE_ffile_prefix_map)
+  check_cxx_compiler_flag(-ffile-prefix-map=/a=/b KEST_HAVE_ffile_prefix_map)
+  if(KEST_HAVE_ffile_prefix_map)
     # The last one that fits counts: build folders are usually below that of the sources.
     target_compile_options(kest_options INTERFACE
       $<${optimised}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>

@@ -1,0 +1,71 @@
+# SPDX-License-Identifier: MIT
+# What is installed: the library, what hosts build against, and the documentation. Each part finds the
+# others relative to itself, so that the whole may be moved.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+set(headers ${CMAKE_INSTALL_INCLUDEDIR}/KestWidgets)
+install(TARGETS KestWidgets EXPORT KestWidgetsTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development
+  INCLUDES DESTINATION ${headers})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${KEST_GENERATED_HEADERS}/
+  DESTINATION ${headers} COMPONENT Development)
+
+# For CMake.
+set(package ${CMAKE_INSTALL_LIBDIR}/cmake/KestWidgets)
+install(EXPORT KestWidgetsTargets NAMESPACE KestWidgets:: DESTINATION ${package}
+  COMPONENT Development)
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/KestWidgetsConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/KestWidgetsConfig.cmake INSTALL_DESTINATION ${package})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/KestWidgetsConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/KestWidgetsConfig.cmake
+  ${PROJECT_BINARY_DIR}/KestWidgetsConfigVersion.cmake
+  DESTINATION ${package} COMPONENT Development)
+
+# For pkg-config and qmake, which are told here what CMake knows of the target.
+file(RELATIVE_PATH KEST_LIBDIR_TO_HEADERS
+  ${CMAKE_INSTALL_FULL_LIBDIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR}/KestWidgets)
+set(KEST_PC_REQUIRES "Qt5Widgets >= 5.15")
+set(KEST_PC_CFLAGS "-I\${includedir}")
+if(Qt5_POSITION_INDEPENDENT_CODE)
+  string(APPEND KEST_PC_CFLAGS " -fPIC")
+endif()
+set(KEST_PC_LIBS "-L\${libdir} -l$<TARGET_FILE_BASE_NAME:KestWidgets>")
+get_target_property(KEST_DEBUG_POSTFIX KestWidgets DEBUG_POSTFIX)
+set(KEST_QMAKE_STATIC)
+if(NOT BUILD_SHARED_LIBS)
+  list(TRANSFORM KEST_SYSTEM_LIBRARIES PREPEND -l)
+  list(JOIN KEST_SYSTEM_LIBRARIES " " system)
+  string(APPEND KEST_PC_REQUIRES ", Qt5Network >= 5.15")
+  string(APPEND KEST_PC_CFLAGS " -DKEST_STATIC")
+  string(APPEND KEST_PC_LIBS " ${KEST_RESOURCES_OPTION} ${system}")
+  set(KEST_QMAKE_STATIC "QT += network
+DEFINES += KEST_STATIC
+QMAKE_LFLAGS += ${KEST_RESOURCES_OPTION}
+LIBS += ${system}
+")
+endif()
+# A debug build's file is called as its library is.
+set(name $<TARGET_FILE_BASE_NAME:KestWidgets>)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/KestWidgets.pc.in ${PROJECT_BINARY_DIR}/KestWidgets.pc.in
+  @ONLY)
+file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/pkgconfig/${name}.pc
+  INPUT ${PROJECT_BINARY_DIR}/KestWidgets.pc.in)
+install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${name}.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/KestWidgets.pri.in ${PROJECT_BINARY_DIR}/KestWidgets.pri
+  @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/KestWidgets.pri
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/qmake COMPONENT Development)
+
+# As they lie in the source folder, for the links among them.
+set(documentation ${CMAKE_INSTALL_DATAROOTDIR}/doc/KestWidgets)
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documentation} COMPONENT Runtime)
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  DESTINATION ${documentation} COMPONENT Documentation)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documentation}
+  COMPONENT Documentation)
