@@ -36,7 +36,6 @@ void KestFramelessDelegate::mousePressEvent(QMouseEvent *event)
 {
     if (d->direction && event->button() == Qt::LeftButton) {
         d->resizing = true;
-        d->pressPos = screenPosition(event);
         const QPoint offset =
             windowPosition(d->widget, event) - d->widget->mapToGlobal(QPoint(0, 0));
         d->windowOffset = offset.manhattanLength() > Rounding ? offset : QPoint();
@@ -62,7 +61,7 @@ void KestFramelessDelegate::mouseMoveEvent(QMouseEvent *event)
     if (!guard || d->direction == old || !d->shadowless)
         return;
     // Without a shadow the band lies over child widgets, which would take the events.
-    if (d->direction && !old) {
+    if (!old) {
         d->widget->grabMouse();
     } else if (!d->direction) {
         d->widget->releaseMouse();

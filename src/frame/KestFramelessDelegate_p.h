@@ -25,7 +25,6 @@ public:
 
     QWidget *widget = nullptr;
     Directions direction;
-    QPoint pressPos;
     QElapsedTimer moveTimer;
     bool resizing = false;
     QList<QWidget *> moveBars;

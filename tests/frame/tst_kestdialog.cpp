@@ -148,6 +148,7 @@ private Q_SLOTS:
     void focusIsThatOfTheContentsAtEachShow();
     void returnInAFreshDialogAcceptsNothing();
     void tabVisitsTheTitleBarLast();
+    void onlyShowingActivatingAndTabbingOrderTheTabs();
 
     void titleBarMovesTheDialog();
     void newTitleBarMovesTheDialogAtOnce();
@@ -170,6 +171,7 @@ private Q_SLOTS:
     void frameMayDieWhenTheInnerDialogFinishes();
     void partsMayDieInAnyOrder();
     void dialogDiesWithItsParent();
+    void messagesOfTheSystemAreLeftToQt();
     void pointerChangesNothingByItself();
     void hoverRulesAndSubclassesArePaintedAnew();
     void barIsLastInTabOrderOnActivation();
@@ -618,6 +620,25 @@ void tst_KestDialog::tabVisitsTheTitleBarLast()
     }
 }
 
+void tst_KestDialog::onlyShowingActivatingAndTabbingOrderTheTabs()
+{
+    const auto isBarFirstAfter = [](QEvent &&event) {
+        KestDialog dialog;
+        auto *edit = new QLineEdit;
+        dialog.setCentralWidget(edit);
+        QCoreApplication::sendEvent(&dialog, &event);
+        const QWidget *widget = dialog.nextInFocusChain();
+        while (widget != edit && widget != dialog.titleBar())
+            widget = widget->nextInFocusChain();
+        return widget == dialog.titleBar();
+    };
+    QVERIFY(isBarFirstAfter(QEvent(QEvent::WindowDeactivate)));
+    QVERIFY(isBarFirstAfter(QEvent(QEvent::LanguageChange)));
+    QVERIFY(isBarFirstAfter(QEvent(QEvent::User)));
+    QVERIFY(!isBarFirstAfter(QEvent(QEvent::WindowActivate)));
+    QVERIFY(!isBarFirstAfter(QShowEvent()));
+}
+
 void tst_KestDialog::titleBarMovesTheDialog()
 {
     KestDialog dialog;
@@ -994,6 +1015,24 @@ void tst_KestDialog::barIsLastInTabOrderOnActivation()
     while (widget != edit && widget != window.titleBar())
         widget = widget->nextInFocusChain();
     QCOMPARE(widget, edit);
+}
+
+void tst_KestDialog::messagesOfTheSystemAreLeftToQt()
+{
+    class Frame : public KestDialog
+    {
+    public:
+        using KestDialog::nativeEvent;
+    };
+    Frame frame;
+#ifdef Q_OS_WIN
+    MSG message = {};
+#else
+    int message = 0;
+#endif
+    long result = 17;
+    QVERIFY(!frame.nativeEvent(QByteArrayLiteral("message"), &message, &result));
+    QCOMPARE(result, 17L);
 }
 
 QTEST_MAIN(tst_KestDialog)

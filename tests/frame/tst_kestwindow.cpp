@@ -220,6 +220,9 @@ private Q_SLOTS:
     void tabOrderOfTheContentsIsKept();
     void windowWithoutContentsGivesTheFocusToItsBar();
     void barWithoutFocusPolicyIsLeftOut();
+    void oneBarIsThroughBeforeTheNextOne();
+    void widgetThatTakesTheFocusLaterKeepsItsPlace();
+    void onlyShowingActivatingAndTabbingOrderTheTabs();
     void orderingTabsLeavesTheWindowsOwnFocusAlone();
 
     void centralWidgetMayDieWhileItIsSet_data();
@@ -233,6 +236,7 @@ private Q_SLOTS:
     void closeEventCanBeHandedOn();
     void barsMayDieInAnyOrder();
     void windowDiesWithItsParent();
+    void messagesOfTheSystemAreLeftToQt();
     void pointerChangesNothingByItself();
     void hoverRulesAndSubclassesArePaintedAnew();
 };
@@ -1217,6 +1221,64 @@ void tst_KestWindow::barWithoutFocusPolicyIsLeftOut()
     QCOMPARE(tabRound(), QStringList({ "first", "second" }));
 }
 
+void tst_KestWindow::oneBarIsThroughBeforeTheNextOne()
+{
+    // To Qt the title bar's contents come first, and the navigation bar takes the focus itself.
+    KestWindow window;
+    window.titleBar()->setObjectName(QStringLiteral("title"));
+    named("in title", window.titleBar());
+    window.setNavigationBar(named<KestNavigationBar>("navigation"));
+    window.navigationBar()->setFocusPolicy(Qt::StrongFocus);
+    window.setCentralWidget(form({ "first" }));
+    named("in navigation", window.navigationBar());
+    QVERIFY(activate(&window));
+    QTRY_VERIFY(window.navigationBar()->isVisible());
+    QCOMPARE(tabRound(),
+             QStringList({ "first", "in navigation", "navigation", "in title", "title" }));
+}
+
+void tst_KestWindow::widgetThatTakesTheFocusLaterKeepsItsPlace()
+{
+    KestWindow window;
+    window.titleBar()->setFocusPolicy(Qt::NoFocus);
+    window.setCentralWidget(form({ "first", "second", "third" }));
+    auto *second = window.findChild<QLineEdit *>(QStringLiteral("second"));
+    second->setFocusPolicy(Qt::NoFocus);
+    named("in title", window.titleBar());
+    QVERIFY(activate(&window));
+    QCOMPARE(tabRound(), QStringList({ "first", "third", "in title" }));
+    second->setFocusPolicy(Qt::StrongFocus);
+    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "in title" }));
+
+    // What is in order already is not ordered again.
+    auto *later = named("later", window.titleBar());
+    later->setFocusPolicy(Qt::NoFocus);
+    later->show();
+    named("last", window.titleBar())->show();
+    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "in title", "last" }));
+    later->setFocusPolicy(Qt::StrongFocus);
+    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "in title", "later", "last" }));
+}
+
+void tst_KestWindow::onlyShowingActivatingAndTabbingOrderTheTabs()
+{
+    const auto isBarFirstAfter = [](QEvent &&event) {
+        KestWindow window;
+        auto *edit = new QLineEdit;
+        window.setCentralWidget(edit);
+        QCoreApplication::sendEvent(&window, &event);
+        const QWidget *widget = window.nextInFocusChain();
+        while (widget != edit && widget != window.titleBar())
+            widget = widget->nextInFocusChain();
+        return widget == window.titleBar();
+    };
+    QVERIFY(isBarFirstAfter(QEvent(QEvent::WindowDeactivate)));
+    QVERIFY(isBarFirstAfter(QEvent(QEvent::LanguageChange)));
+    QVERIFY(isBarFirstAfter(QEvent(QEvent::User)));
+    QVERIFY(!isBarFirstAfter(QEvent(QEvent::WindowActivate)));
+    QVERIFY(!isBarFirstAfter(QShowEvent()));
+}
+
 void tst_KestWindow::orderingTabsLeavesTheWindowsOwnFocusAlone()
 {
     KestWindow window;
@@ -1557,6 +1619,24 @@ void tst_KestWindow::barsAreLastInTabOrderOnActivation()
     while (widget != edit && widget != window.titleBar())
         widget = widget->nextInFocusChain();
     QCOMPARE(widget, edit);
+}
+
+void tst_KestWindow::messagesOfTheSystemAreLeftToQt()
+{
+    class Frame : public KestWindow
+    {
+    public:
+        using KestWindow::nativeEvent;
+    };
+    Frame frame;
+#ifdef Q_OS_WIN
+    MSG message = {};
+#else
+    int message = 0;
+#endif
+    long result = 17;
+    QVERIFY(!frame.nativeEvent(QByteArrayLiteral("message"), &message, &result));
+    QCOMPARE(result, 17L);
 }
 
 QTEST_MAIN(tst_KestWindow)
