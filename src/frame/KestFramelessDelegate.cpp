@@ -270,8 +270,6 @@ void KestFramelessDelegate::windowEvent(QEvent *event)
         break;
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
-        updateLayout();
-        break;
     case QEvent::StyleChange:
         styleChangeEvent(event);
         break;

@@ -209,28 +209,30 @@ void KestFramelessDelegate::resizeWindow()
 
     // Left and top stop one pixel short of the minimum: the opposite edge, which QRect counts in,
     // must not be touched.
-    if (direction & Left) {
-        rect.setLeft(qMax(bottomRight.x() + 1 - maximum.width(),
-                          qMin(bottomRight.x() - minimum.width(), cursor.x() - margin)));
-    } else if (direction & Right) {
-        const int width =
-            qMin(qMax(cursor.x() - topLeft.x() + margin, minimum.width()), maximum.width());
-        rect.setRight(rect.left() + width - 1);
-    }
-    if (direction & (Left | Right))
+    if (direction & (Left | Right)) {
+        if (direction & Left) {
+            rect.setLeft(qMax(bottomRight.x() + 1 - maximum.width(),
+                              qMin(bottomRight.x() - minimum.width(), cursor.x() - margin)));
+        } else {
+            const int width =
+                qMin(qMax(cursor.x() - topLeft.x() + margin, minimum.width()), maximum.width());
+            rect.setRight(rect.left() + width - 1);
+        }
         widget->setGeometry(rect);
-    if (!guard || !d->resizing)
-        return;
-    if (direction & Top) {
-        rect.setTop(qMax(bottomRight.y() + 1 - maximum.height(),
-                         qMin(cursor.y() - margin, bottomRight.y() - minimum.height())));
-    } else if (direction & Bottom) {
-        const int height =
-            qMin(maximum.height(), qMax(cursor.y() - topLeft.y() + margin, minimum.height()));
-        rect.setBottom(rect.top() + height - 1);
+        if (!guard || !d->resizing)
+            return;
     }
-    if (direction & (Top | Bottom))
+    if (direction & (Top | Bottom)) {
+        if (direction & Top) {
+            rect.setTop(qMax(bottomRight.y() + 1 - maximum.height(),
+                             qMin(cursor.y() - margin, bottomRight.y() - minimum.height())));
+        } else {
+            const int height =
+                qMin(maximum.height(), qMax(cursor.y() - topLeft.y() + margin, minimum.height()));
+            rect.setBottom(rect.top() + height - 1);
+        }
         widget->setGeometry(rect);
+    }
 }
 
 // The one end of all drags, with or without a release of the button.

@@ -12,6 +12,7 @@
 #include <QtGui/QPainterPath>
 #include <QtGui/QPlatformSurfaceEvent>
 #include <QtGui/QResizeEvent>
+#include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
@@ -21,6 +22,7 @@
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidget>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 
@@ -281,6 +283,7 @@ private Q_SLOTS:
     void addedAndRemovedBars();
     void barAddedTwiceIsRemovedAtOnce();
     void barGivenTwiceIsRemovedTwice();
+    void removedBarIsNotListenedTo();
     void removingTheWindowItselfGivesUpTheFrame();
     void eventsAreNeverConsumed();
 
@@ -337,11 +340,16 @@ private Q_SLOTS:
     void edgeDragEndsWithoutRelease_data();
     void edgeDragEndsWithoutRelease();
     void dragGoesOnWhileOtherBarsGo();
+    void edgeDragGoesOnWhileABarGoes();
+    void resizingThatEndsHalfwayStopsThere();
+    void moveThatEndsOnTheWayDoesNotMaximise();
+    void barMayDieWhileItsWindowIsRestored();
 
     void contentsMarginsFollowTheState();
     void layoutMarginsFollowTheSheetsBorder();
     void layoutMarginsAreLeftWithoutSheet();
     void changesOfTheStateLayOutOnce();
+    void disabledLayoutStaysDisabled();
     void maximumSizeTakesTheMaximiseHint();
     void endOfADragIsNoNewSurface();
     void plainEventsOfTypeResizeAreIgnored();
@@ -535,13 +543,37 @@ void tst_KestFramelessDelegate::barGivenTwiceIsRemovedTwice()
     QVERIFY(dragMovesItsWindow(other));
 }
 
+void tst_KestFramelessDelegate::removedBarIsNotListenedTo()
+{
+    class Bar : public QWidget
+    {
+    public:
+        using QWidget::QWidget;
+        int listeners() const { return receivers(SIGNAL(destroyed(QObject *))); }
+    };
+    Host host;
+    Bar bar(&host);
+    const int before = bar.listeners();
+    for (int i = 0; i < 3; ++i) {
+        host.delegate->addMoveBar(&bar);
+        QVERIFY(bar.listeners() > before);
+        host.delegate->removeMoveBar(&bar);
+        QCOMPARE(bar.listeners(), before);
+    }
+}
+
 void tst_KestFramelessDelegate::removingTheWindowItselfGivesUpTheFrame()
 {
     Host host;
+    new QVBoxLayout(&host);
     host.show();
     host.delegate->removeMoveBar(&host);
     hover(&host, WindowRect.topLeft());
     QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    // Not even the window of the system's is followed.
+    host.showMaximized();
+    QCoreApplication::processEvents();
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
 }
 
 void tst_KestFramelessDelegate::eventsAreNeverConsumed()
@@ -1086,7 +1118,10 @@ void tst_KestFramelessDelegate::movingFollowsTheCursor()
     Host host;
     host.show();
     const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    // Not without a press.
     QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseMove, start);
+    QCOMPARE(host.pos(), WindowRect.topLeft());
     sendMouse(host.bar, QEvent::MouseButtonPress, start);
     QCOMPARE(QWidget::mouseGrabber(), host.bar);
     QTest::qSleep(ClickMs);
@@ -1331,6 +1366,7 @@ void tst_KestFramelessDelegate::draggedToTheTopComesBackWithinReach_data()
     QTest::newRow("middle") << 20 << 2 << -8;
     QTest::newRow("last row") << 39 << 0 << -8;
     QTest::newRow("first row") << 1 << 4 << -5;
+    QTest::newRow("beyond all screens") << 20 << -3 << -8;
 }
 
 void tst_KestFramelessDelegate::draggedToTheTopComesBackWithinReach()
@@ -1527,6 +1563,96 @@ void tst_KestFramelessDelegate::dragGoesOnWhileOtherBarsGo()
     QVERIFY(!QWidget::mouseGrabber());
 }
 
+void tst_KestFramelessDelegate::edgeDragGoesOnWhileABarGoes()
+{
+    Host host;
+    host.show();
+    hover(&host, QPoint(699, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350));
+    host.delegate->removeMoveBar(host.bar);
+    QCOMPARE(host.cursor().shape(), Qt::SizeHorCursor);
+    hover(&host, QPoint(720, 350));
+    QCOMPARE(host.width(), 428);
+}
+
+void tst_KestFramelessDelegate::resizingThatEndsHalfwayStopsThere()
+{
+    // The window becomes wider first, which has the host give up the frame.
+    class Fixing : public Host
+    {
+    protected:
+        void resizeEvent(QResizeEvent *event) override
+        {
+            if (isVisible() && event->size().width() != WindowRect.width())
+                delegate->removeMoveBar(this);
+        }
+    };
+    Fixing host;
+    host.show();
+    dragEdge(&host, QPoint(699, 499), QPoint(740, 540));
+    QCOMPARE(host.geometry(), WindowRect.adjusted(0, 0, 48, 0));
+}
+
+void tst_KestFramelessDelegate::moveThatEndsOnTheWayDoesNotMaximise()
+{
+    class Staying : public Host
+    {
+    protected:
+        void moveEvent(QMoveEvent *) override
+        {
+            if (isVisible())
+                delegate->removeMoveBar(bar);
+        }
+    };
+    Staying host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(start.x(), 2);
+    sendMouse(host.bar, QEvent::MouseMove, QPoint(start.x(), 2));
+    QCoreApplication::processEvents();
+    QVERIFY(!host.isMaximized());
+    QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(0, 2 - start.y()));
+}
+
+void tst_KestFramelessDelegate::barMayDieWhileItsWindowIsRestored()
+{
+    // Nothing of it is there to be read afterwards.
+    alignas(QWidget) char memory[sizeof(QWidget)];
+    class Clearing : public Host
+    {
+    public:
+        char *memory = nullptr;
+
+    protected:
+        void changeEvent(QEvent *event) override
+        {
+            if (event->type() != QEvent::WindowStateChange || isMaximized())
+                return;
+            reinterpret_cast<QWidget *>(memory)->~QWidget();
+            std::fill_n(memory, sizeof(QWidget), 0);
+        }
+    };
+    Clearing host;
+    host.memory = memory;
+    auto *bar = new (memory) QWidget(&host);
+    host.delegate->addMoveBar(bar);
+    host.showMaximized();
+    QCursor::setPos(200, 20);
+    sendMouse(bar, QEvent::MouseButtonPress, QPoint(200, 20));
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(200, 60);
+    QMouseEvent move(QEvent::MouseMove, QPointF(20, 20), QPointF(200, 60), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    // Qt itself would go on with the bar.
+    QVERIFY(!host.delegate->eventFilter(bar, &move));
+    QVERIFY(!host.isMaximized());
+    QVERIFY(!QWidget::mouseGrabber());
+    QVERIFY(dragMovesItsWindow(host.bar));
+}
+
 void tst_KestFramelessDelegate::contentsMarginsFollowTheState()
 {
     Host host;
@@ -1599,6 +1725,20 @@ void tst_KestFramelessDelegate::changesOfTheStateLayOutOnce()
     change(&QWidget::showMaximized, 0);
 }
 
+void tst_KestFramelessDelegate::disabledLayoutStaysDisabled()
+{
+    Host host;
+    auto *layout = new QVBoxLayout(&host);
+    host.show();
+    layout->setEnabled(false);
+    host.showMaximized();
+    QTRY_COMPARE(host.contentsMargins(), QMargins());
+    QVERIFY(!layout->isEnabled());
+    host.showNormal();
+    QTRY_COMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+    QVERIFY(!layout->isEnabled());
+}
+
 void tst_KestFramelessDelegate::layoutMarginsAreLeftWithoutSheet()
 {
     Host host;
@@ -1628,9 +1768,15 @@ void tst_KestFramelessDelegate::maximumSizeTakesTheMaximiseHint()
     Host host;
     host.show();
     host.setMaximumSize(500, 500);
+    QVERIFY(host.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
     QPlatformSurfaceEvent event(QPlatformSurfaceEvent::SurfaceAboutToBeDestroyed);
     host.delegate->eventFilter(&host, &event);
     QVERIFY(host.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+    // One that comes without the widget's doing, as on another screen, counts as well.
+    host.windowHandle()->destroy();
+    host.windowHandle()->create();
+    QVERIFY(!host.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+    QVERIFY(!host.windowHandle()->flags().testFlag(Qt::WindowMaximizeButtonHint));
 }
 
 void tst_KestFramelessDelegate::endOfADragIsNoNewSurface()
