@@ -192,8 +192,6 @@ void KestFramelessDelegate::maximizeFromTop()
 
 void KestFramelessDelegate::resizeWindow()
 {
-    if (!d->direction)
-        return;
     QWidget *const widget = d->widget;
     const QPointer<KestFramelessDelegate> guard(this);
     const QPoint cursor = QCursor::pos();

@@ -286,6 +286,7 @@ private Q_SLOTS:
     void removedBarIsNotListenedTo();
     void removingTheWindowItselfGivesUpTheFrame();
     void eventsAreNeverConsumed();
+    void eventThatEndsTheDelegateIsNotConsumed();
 
     void edges_data();
     void edges();
@@ -309,9 +310,12 @@ private Q_SLOTS:
     void otherButtonsDoNotResize();
     void releaseEndsTheResizing();
     void releaseOnTheEdgeEndsTheResizing();
+    void paintingOnTheEdgeIsNoPress();
     void pressInsideDoesNotResize();
 
     void windowGrabsTheMouseAtEdgesWithoutShadow();
+    void leftEdgesReleaseTheHoverBelow();
+    void whereThereIsNoEdgeNothingIsLeft();
     void edgeOfTheShadowLeavesTheHoverAlone();
     void shadowLetsGoOfTheMouse();
     void hoverIsReleasedBelow();
@@ -598,6 +602,15 @@ void tst_KestFramelessDelegate::eventsAreNeverConsumed()
     QObject object;
     QEvent hide(QEvent::Hide);
     QVERIFY(!host.delegate->eventFilter(&object, &hide));
+}
+
+void tst_KestFramelessDelegate::eventThatEndsTheDelegateIsNotConsumed()
+{
+    Host host; // which has no margins before it is shown
+    host.moment = QEvent::ContentsRectChange;
+    QResizeEvent event(host.size(), host.size());
+    QVERIFY(!host.delegate->eventFilter(&host, &event));
+    QVERIFY(!host.delegate);
 }
 
 void tst_KestFramelessDelegate::edges_data()
@@ -992,6 +1005,41 @@ void tst_KestFramelessDelegate::releaseOnTheEdgeEndsTheResizing()
     QCOMPARE(host.width(), 428);
 }
 
+void tst_KestFramelessDelegate::paintingOnTheEdgeIsNoPress()
+{
+    // Where the event of a press says that it is the left button's, this one has the same.
+    class LongPaintEvent : public QPaintEvent
+    {
+    public:
+        explicit LongPaintEvent(const QRegion &region) : QPaintEvent(region)
+        {
+            std::fill(std::begin(numbers), std::end(numbers), Qt::LeftButton);
+        }
+        int numbers[32];
+    };
+    class Painting : public Host
+    {
+    public:
+        bool painted = false;
+
+    protected:
+        void paintEvent(QPaintEvent *event) override
+        {
+            LongPaintEvent longer(event->region());
+            painted = !delegate->eventFilter(this, &longer);
+        }
+    };
+    Painting host;
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    hover(&host, QPoint(699, 350));
+    host.repaint();
+    QVERIFY(host.painted);
+    hover(&host, QPoint(740, 350));
+    QCOMPARE(host.geometry(), WindowRect);
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+}
+
 void tst_KestFramelessDelegate::pressInsideDoesNotResize()
 {
     Host host;
@@ -1037,6 +1085,35 @@ void tst_KestFramelessDelegate::windowGrabsTheMouseAtEdgesWithoutShadow()
     QCOMPARE(counter.count(QEvent::Leave), 2);
     hover(&host, QPoint(500, 350));
     QVERIFY(!QWidget::mouseGrabber());
+}
+
+void tst_KestFramelessDelegate::leftEdgesReleaseTheHoverBelow()
+{
+    Host host;
+    host.delegate->setShadowless(true);
+    host.show();
+    EventCounter counter(host.bar);
+    hover(&host, QPoint(300, 350));
+    host.bar->setAttribute(Qt::WA_UnderMouse);
+    host.showMaximized();
+    QCOMPARE(counter.count(QEvent::Leave), 1);
+    QVERIFY(!host.bar->underMouse());
+}
+
+void tst_KestFramelessDelegate::whereThereIsNoEdgeNothingIsLeft()
+{
+    Host host;
+    host.delegate->setShadowless(true);
+    host.show();
+    EventCounter counter(host.bar);
+    host.bar->setAttribute(Qt::WA_UnderMouse);
+    host.setCursor(Qt::WaitCursor);
+    host.grabMouse(); // as the host may for reasons of its own
+    host.showMaximized();
+    QCOMPARE(host.cursor().shape(), Qt::WaitCursor);
+    QCOMPARE(QWidget::mouseGrabber(), &host);
+    QCOMPARE(counter.count(QEvent::Leave), 0);
+    host.releaseMouse();
 }
 
 void tst_KestFramelessDelegate::edgeOfTheShadowLeavesTheHoverAlone()
