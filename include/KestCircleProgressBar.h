@@ -35,7 +35,7 @@ class KestCircleProgressBarPrivate;
     or minimised window. What is painted elsewhere, by grab() say, shows it where it would be by
    then.
 
-    \image html kestcircleprogressbar.png
+    \image html kestcircleprogressbar.png width=702px
 */
 class KEST_EXPORT KestCircleProgressBar : public QWidget
 {

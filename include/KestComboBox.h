@@ -26,7 +26,7 @@
     such as "QComboBox QListView::item" reach it; QComboBox's own list ignores them in styles
     that draw the popup as a menu.
 
-    \image html kestcombobox.png
+    \image html kestcombobox.png width=504px
 */
 class KEST_EXPORT KestComboBox : public QComboBox
 {

@@ -44,7 +44,7 @@ class KestIPAddressEditPrivate;
 
     Every key but those that move the focus is the edit's own, Escape and Return included.
 
-    \image html kestipaddressedit.png
+    \image html kestipaddressedit.png width=269px
 */
 class KEST_EXPORT KestIPAddressEdit : public QWidget
 {

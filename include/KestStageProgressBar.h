@@ -40,7 +40,7 @@ class KestStageProgressBarPrivate;
     A horizontal bar runs from left to right, in right-to-left layouts too. A vertical bar is filled
     from the bottom; with captions its first step is at the bottom, without them at the top.
 
-    \image html keststageprogressbar.png
+    \image html keststageprogressbar.png width=560px
 */
 class KEST_EXPORT KestStageProgressBar : public QWidget
 {

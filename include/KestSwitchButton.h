@@ -49,7 +49,7 @@ class KestSwitchButtonPrivate;
     set just before it is first shown. The animation in the example has the switch repainted as long
     as the handle moves; an update() after that time is enough where only the end counts.
 
-    \image html kestswitchbutton.png
+    \image html kestswitchbutton.png width=515px
 */
 class KEST_EXPORT KestSwitchButton : public QAbstractButton
 {
