@@ -31,6 +31,8 @@ class KestApplicationPrivate;
     \endcode
 
     Create it once, before any widget.
+
+    \image html kestapplication.png width=576px
 */
 class KEST_EXPORT KestApplication : public QApplication
 {

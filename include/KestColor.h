@@ -21,6 +21,8 @@
     \endcode
 
     The functions are static: no instance is needed.
+
+    \image html kestcolor.png width=596px
 */
 class KEST_EXPORT KestColor : public QObject
 {

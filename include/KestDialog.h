@@ -40,6 +40,8 @@ class KestTitleBar;
       includes the margin of its shadow, 8 pixels on each side while it is neither maximised nor
       full screen.
     - setCentralWidget() does not resize a dialog that was given a size, or is shown.
+
+    \image html kestdialog.png width=360px
 */
 class KEST_EXPORT KestDialog : public QDialog
 {

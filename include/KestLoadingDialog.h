@@ -40,6 +40,8 @@ class KestLoadingDialogPrivate;
 
     While the overlay is visible it has the keyboard focus, and keys and the Tab key reach nothing
     else; then the focus goes back to the widget that had it.
+
+    \image html kestloadingdialog.png width=360px
 */
 class KEST_EXPORT KestLoadingDialog : public QWidget
 {

@@ -69,6 +69,8 @@ class KestMessageBoxPrivate;
     with that mnemonic, with or without Alt. Ctrl+C copies the title, the text and the buttons as
     plain text, in the form that message boxes on Windows have. Screen readers are alerted when the
     box opens.
+
+    \image html kestmessagebox.png width=591px
 */
 class KEST_EXPORT KestMessageBox : public KestDialog
 {

@@ -43,6 +43,8 @@ class KestNavigationBarPrivate;
     its action, and is left hidden and without a parent.
 
     The bar is 50 pixels high.
+
+    \image html kestnavigationbar.png width=640px
 */
 class KEST_EXPORT KestNavigationBar : public QWidget
 {

@@ -24,6 +24,8 @@ QT_END_NAMESPACE
     \endcode
 
     All functions are static; use them in the GUI thread.
+
+    \image html keststylesheet.png width=576px
 */
 class KEST_EXPORT KestStyleSheet
 {

@@ -45,6 +45,8 @@ class KestTitleBarPrivate;
     The three buttons have no icons of their own: style sheets give them their glyphs by the object
     names \c minimumSizeBtn, \c maximumSizeBtn and \c closeBtn, and by the property
     \c maximumsized of the maximise button, which is true while the parent is maximised.
+
+    \image html kesttitlebar.png width=622px
 */
 class KEST_EXPORT KestTitleBar : public QWidget
 {

@@ -67,6 +67,8 @@ class KestWindowPrivate;
         QCoreApplication::sendEvent(centralWidget(), event); // which may ignore it
     }
     \endcode
+
+    \image html kestwindow.png width=640px
 */
 class KEST_EXPORT KestWindow : public QWidget
 {

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 """check.py XML HTML: fails where the reference lacks something that Doxygen does not warn about.
 
-Doxygen says nothing of enumerators and destructors without a comment, nor of links from one page to a
-place in another one that is not there.
+Doxygen says nothing of enumerators and destructors without a comment, of links to what is not there,
+nor of pages that the index does not lead to.
 """
 import html.parser
 import pathlib
@@ -69,10 +69,19 @@ def broken_links(folder):
                     yield f"{name}: {target}"
 
 
+def unreachable_pages(folder):
+    """The pages that the index does not lead to."""
+    targets = Page(folder / "index.html").targets
+    for file in sorted(folder.glob("md_*.html")):
+        if file.name not in targets:
+            yield file.name
+
+
 def main():
     xml, html_folder = (pathlib.Path(folder) for folder in sys.argv[1:])
     problems = [f"not documented: {name}" for name in undocumented(xml)]
     problems += [f"leads nowhere: {link}" for link in broken_links(html_folder)]
+    problems += [f"not in docs/README.md: {page}" for page in unreachable_pages(html_folder)]
     print("".join(f"docs: {problem}\n" for problem in problems), end="", file=sys.stderr)
     return 1 if problems else 0
 
