@@ -78,6 +78,12 @@ if(NOT MSVC)
     target_compile_options(kest_options INTERFACE
       $<${optimised}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>
       $<${optimised}:-ffile-prefix-map=${PROJECT_BINARY_DIR}/=build/>)
+    # A compiler cache has the sources called relative to the folder that Ninja works in.
+    file(RELATIVE_PATH relative ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+    if(relative)
+      target_compile_options(kest_options INTERFACE
+        $<${optimised}:-ffile-prefix-map=${relative}/=>)
+    endif()
   endif()
 endif()
 if(MINGW)

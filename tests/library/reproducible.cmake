@@ -1,35 +1,35 @@
 # SPDX-License-Identifier: MIT
-# Builds and installs the library twice, from copies of its sources in two folders, in release mode,
+# Builds and installs the library twice as the README says, from copies of its sources in two folders,
 # and compares what was installed byte by byte. SOURCE is the project's folder, WORK a folder for all
-# this, GENERATOR what builds; TOOLCHAIN and QT are those of a cross build.
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
-    ERROR_VARIABLE output)
-  if(NOT result EQUAL 0)
-    message(FATAL_ERROR "Failed: ${ARGN}\n${output}")
-  endif()
-endfunction()
-
-set(cross)
-if(TOOLCHAIN)
-  set(cross -DCMAKE_TOOLCHAIN_FILE=cmake/KestMinGWToolchain.cmake -DKEST_WINDOWS_QT=${QT})
+# this. Of what was built only one of the installed trees stays, moved to INSTALLED.
+file(READ ${SOURCE}/README.md readme)
+if(NOT readme MATCHES "```sh\n(cmake -S \\. -B build [^`]*)```")
+  message(FATAL_ERROR "The README does not say how the library is built.")
 endif()
+set(command ${CMAKE_MATCH_1})
 
 # The second is not below its sources, and neither path is as long as the other.
 set(sources ${WORK}/a/source ${WORK}/another-and-longer-folder/sources)
-set(builds ${WORK}/a/source/build ${WORK}/another-and-longer-folder/build-beside-them)
+set(builds build ../build-beside-them)
 # A compiler cache would hand the first one's files to the second.
 set(ENV{CCACHE_DISABLE} 1)
-file(REMOVE_RECURSE ${WORK})
+file(REMOVE_RECURSE ${WORK} ${INSTALLED})
 foreach(index 0 1)
   list(GET sources ${index} source)
   list(GET builds ${index} build)
   file(COPY ${SOURCE}/CMakeLists.txt ${SOURCE}/cmake ${SOURCE}/include ${SOURCE}/src
-    ${SOURCE}/Resources DESTINATION ${source})
-  run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${source} -B ${build} -DCMAKE_BUILD_TYPE=Release
-    -DKEST_BUILD_TESTS=OFF -DKEST_BUILD_EXAMPLES=OFF -DCMAKE_INSTALL_PREFIX=/usr ${cross})
-  run(${CMAKE_COMMAND} --build ${build})
-  run(${CMAKE_COMMAND} -E env DESTDIR=${WORK}/installed-${index} ${CMAKE_COMMAND} --install ${build})
+    ${SOURCE}/Resources ${SOURCE}/docs ${SOURCE}/README.md ${SOURCE}/CHANGELOG.md ${SOURCE}/LICENSE
+    DESTINATION ${source})
+  string(REPLACE "DIR" "${WORK}/installed-${index}" here "${command}")
+  string(REPLACE " build " " ${build} " here "${here}")
+  # What the README does not name is not there.
+  string(REPLACE "-B " "-DCMAKE_DISABLE_FIND_PACKAGE_Qt5Test=ON -DCMAKE_DISABLE_FIND_PACKAGE_X11=ON \
+    -DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON -B " here "${here}")
+  execute_process(COMMAND sh -e -c "${here}" WORKING_DIRECTORY ${source}
+    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "Failed: ${here}\n${output}")
+  endif()
 endforeach()
 
 file(GLOB_RECURSE files RELATIVE ${WORK}/installed-0 ${WORK}/installed-0/*)
@@ -49,3 +49,5 @@ foreach(name ${files})
 endforeach()
 list(LENGTH files count)
 message(STATUS "${count} files are the same.")
+file(RENAME ${WORK}/installed-0 ${INSTALLED})
+file(REMOVE_RECURSE ${WORK})

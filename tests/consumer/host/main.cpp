@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
-#include <KestApplication.h>
-#include <KestNavigationBar.h>
-#include <KestTitleBar.h>
-#include <KestWindow.h>
+#include <KestWidgets>
 
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
+
+#if KEST_VERSION < KEST_VERSION_CHECK(2, 0, 6, 1)
+#    error "The version is not what was installed."
+#endif
 
 int main(int argc, char *argv[])
 {
     KestApplication app(argc, argv);
     KestWindow window;
-    window.setWindowTitle(QStringLiteral("Consumer"));
+    window.setWindowTitle(QStringLiteral("Host"));
     window.navigationBar()->addAction(QStringLiteral("Action"), KestNavigationBar::Left);
+    window.setCentralWidget(new KestSwitchButton);
     window.show();
     const bool themed = !app.styleSheet().isEmpty()
         && QFile::exists(QStringLiteral(":/KestWidgets/Resources/loading.gif"));

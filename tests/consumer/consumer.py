@@ -1,0 +1,276 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""consumer.py SETTINGS CONSUMER [TREE]: takes the library into a project as a host would, in the way of
+CONSUMER, which is one of the functions below that say so. SETTINGS is a file that CMake wrote. TREE is
+an installed library: own, of the build that is tested, release, of the test library.reproducible, or
+static, of the consumer add_subdirectory. All of them were moved after they were installed."""
+
+import json
+import os
+import pathlib
+import re
+import shlex
+import shutil
+import subprocess
+import sys
+
+import snippets
+
+HERE = pathlib.Path(__file__).resolve().parent
+HOST = HERE / "host"
+STRICT = ["-Wall", "-Wextra", "-Wpedantic", "-Werror", "-DQT_NO_CAST_FROM_ASCII"]
+
+
+class Failure(Exception):
+    pass
+
+
+def run(*command, **options):
+    command = [str(word) for word in command]
+    result = subprocess.run(command, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                            **options)
+    if result.returncode:
+        raise Failure(f"{shlex.join(command)}:\n{result.stdout}")
+    return result.stdout
+
+
+def expect(found, wanted, what):
+    if found != wanted:
+        raise Failure(f"{what}: {found}, and not {wanted}")
+
+
+def fresh(folder):
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    return folder
+
+
+class Consumers:
+    def __init__(self, settings, tree):
+        for name, value in json.loads(pathlib.Path(settings).read_text()).items():
+            setattr(self, name, value)
+        self.work = pathlib.Path(self.work)
+        self.trees = {"own": self.work / "own", "static": self.work / "static",
+                      "release": pathlib.Path(self.release), "both": self.work / "both"}
+        self.tree = self.trees.get(tree)
+
+    # The trees
+
+    def install(self, build, name, hidden):
+        """Installs what is built, and moves it. No file may name one of the hidden folders."""
+        first = self.work / f"{name}-at-first"
+        shutil.rmtree(first, ignore_errors=True)
+        run("cmake", "--install", build, "--prefix", first)
+        for file in filter(pathlib.Path.is_file, first.rglob("*")):
+            content = file.read_bytes()
+            for folder in (first, *hidden):
+                if os.fsencode(folder) in content:
+                    raise Failure(f"{file.relative_to(first)} names {folder}")
+        shutil.rmtree(self.trees[name], ignore_errors=True)
+        first.rename(self.trees[name])
+
+    def library(self, postfix=""):
+        return f"libKestWidgets{postfix}.so.{self.version}"
+
+    # Building and running hosts
+
+    def configure(self, source, folder, *options):
+        toolchain = []
+        if self.toolchain:
+            toolchain = [f"-DCMAKE_TOOLCHAIN_FILE={self.toolchain}",
+                         f"-DKEST_WINDOWS_QT={self.qt}"]
+        fresh(folder)
+        return run("cmake", "-G", self.generator, "-S", source, "-B", folder, *toolchain, *options)
+
+    def run_host(self, folder, *programs):
+        environment = dict(os.environ)
+        if self.tree and not self.toolchain:
+            environment["LD_LIBRARY_PATH"] = str(self.tree / "lib")
+        for program in programs:
+            if self.emulator:
+                environment["WINEPATH"] = f"Z:{self.tree}/bin" if self.tree else ""
+                run(self.emulator, folder / f"{program}.exe", env=environment)
+            else:
+                run(folder / program, env=environment)
+
+    def cmake_host(self, name, kind, *options, compiler=None, flags=""):
+        """Builds the host's project for the kind of build against the tree and runs it; returns
+        which file was linked."""
+        folder = self.work / name
+        if not self.toolchain:
+            options = (*options, f"-DCMAKE_CXX_COMPILER={compiler or self.compiler}")
+        self.configure(HOST, folder, f"-DCMAKE_BUILD_TYPE={kind}", f"-DCMAKE_CXX_FLAGS={flags}",
+                       f"-DCMAKE_PREFIX_PATH={self.tree}", f"-DCMAKE_FIND_ROOT_PATH={self.tree}",
+                       *options)
+        run("cmake", "--build", folder)
+        self.run_host(folder, "host", "little")
+        return (folder / f"linked-{kind}.txt").read_text()
+
+    # The consumers
+
+    def installed_package(self):
+        """A project for CMake, with what the build that is tested installs."""
+        self.install(self.build, "own", [])
+        self.cmake_host("installed_package", "Debug", flags=self.flags)
+
+    def cmake(self):
+        """A project for CMake in release mode."""
+        self.cmake_host(f"cmake-{self.tree.name}", "Release")
+
+    def debug_host(self):
+        """A debug host where only a release library is installed."""
+        linked = self.cmake_host("debug_host", "Debug")
+        expect(linked, self.library(), "The debug host links")
+
+    def both_kinds(self):
+        """Hosts where a debug library is installed into the folder of the release library."""
+        shutil.rmtree(self.trees["both"], ignore_errors=True)
+        shutil.copytree(self.tree, self.trees["both"], symlinks=True)
+        self.tree = self.trees["both"]
+        run("cmake", "--install", self.build, "--prefix", self.tree)
+        linked = self.cmake_host("both_kinds", "Debug")
+        expect(linked, self.library("d"), "The debug host links")
+        folder = self.work / "both_kinds"
+        for kind in ("Release", "RelWithDebInfo", "MinSizeRel", ""):
+            run("cmake", f"-DCMAKE_BUILD_TYPE={kind}", folder)
+            linked = (folder / f"linked-{kind}.txt").read_text()
+            expect(linked, self.library(), f"A host of the kind '{kind}' links")
+        for kind, wanted in (("debug", "-lKestWidgetsd"), ("release", "-lKestWidgets")):
+            makefile = self.qmake_project(f"both_kinds-qmake-{kind}", f"CONFIG += {kind}")
+            expect(re.findall(r"-lKest\w+", makefile.read_text())[0], wanted,
+                   f"qmake's {kind} host links")
+            name = wanted[2:]
+            libraries = run("pkg-config", "--libs", name, env=self.pkg_config_path())
+            expect(wanted in libraries.split(), True, f"pkg-config's {name} names {wanted}")
+
+    def cxx11_host(self):
+        """A host in C++11."""
+        self.cmake_host("cxx11_host", "Debug", "-DCMAKE_CXX_STANDARD=11",
+                        "-DCMAKE_CXX_STANDARD_REQUIRED=ON", "-DCMAKE_CXX_EXTENSIONS=OFF")
+
+    def clang_host(self):
+        """A host that clang compiles."""
+        self.cmake_host("clang_host", "Release", compiler=self.clang)
+
+    def pkg_config_path(self):
+        return {**os.environ, "PKG_CONFIG_PATH": str(self.tree / "lib" / "pkgconfig")}
+
+    def pkg_config(self):
+        """No build system: the compiler with what pkg-config says."""
+        folder = fresh(self.work / f"pkg_config-{self.tree.name}")
+        flags = run("pkg-config", "--cflags", "--libs", "KestWidgets",
+                    env=self.pkg_config_path()).split()
+        run(self.compiler, *STRICT, HOST / "main.cpp", *flags, "-o", folder / "host")
+        run(self.compiler, *STRICT, HOST / "little.cpp", HOST / "part.cpp", *flags, "-o",
+            folder / "little")
+        self.run_host(folder, "host", "little")
+        expect(run("pkg-config", "--modversion", "KestWidgets", env=self.pkg_config_path()).strip(),
+               self.version, "pkg-config's version")
+
+    def qmake_project(self, name, *lines):
+        """Writes a project for qmake and runs that; returns the file for make."""
+        # A blank in a folder's name is what paths are lost at.
+        tree = self.work / f"{self.tree.name} for qmake"
+        if not tree.exists():
+            tree.symlink_to(self.tree)
+        folder = fresh(self.work / name)
+        (folder / "host.pro").write_text("\n".join([
+            f"include({tree}/lib/qmake/KestWidgets.pri)", f"SOURCES = {HOST}/main.cpp",
+            "TARGET = host", f"QMAKE_CXXFLAGS += {' '.join(STRICT)}", *lines, ""]))
+        run(self.qmake, "host.pro", cwd=folder)
+        return folder / "Makefile"
+
+    def qmake_host(self):
+        """A project for qmake."""
+        folder = self.qmake_project(f"qmake-{self.tree.name}").parent
+        run("make", cwd=folder)
+        self.run_host(folder, "host")
+
+    def add_subdirectory(self):
+        """A project that builds the library as a part of it: a shared one if it says nothing, here a
+        static one, which is then installed for the other consumers of such."""
+        source = HERE / "subdirectory"
+        folder = self.work / "add_subdirectory"
+        library = f"-DKEST_SOURCE={self.source}"
+        self.configure(source, folder, library)
+        expect((folder / "type.txt").read_text().strip(), "SHARED_LIBRARY", "Built is a")
+        self.expect_untouched(folder)
+
+        self.configure(source, folder, library, "-DCMAKE_BUILD_TYPE=Release",
+                       "-DBUILD_SHARED_LIBS=OFF", "-DKEST_INSTALL=ON",
+                       # The compiler cache, where there is one.
+                       f"-DCMAKE_CXX_COMPILER_LAUNCHER={self.launcher}")
+        expect((folder / "type.txt").read_text().strip(), "STATIC_LIBRARY", "Built is a")
+        self.expect_untouched(folder)
+        run("cmake", "--build", folder)
+        self.run_host(folder, "host")
+        self.install(folder, "static", [folder, self.source])
+
+    def expect_untouched(self, folder):
+        """Fails where the library's part has changed a host's variables, or has other names."""
+        def variables(name):
+            lines = (folder / name).read_text().split("\n")[:-1]
+            return dict(line.split("=", 1) for line in lines)
+
+        before, after = variables("before.txt"), variables("after.txt")
+        ours = re.compile(r"KEST_|KestWidgets_|name$|names$|text$|value$|file$|ARG[VNC]\d*$")
+        for name in sorted(before.keys() | after.keys()):
+            if not ours.match(name):
+                expect(after.get(name), before.get(name), f"The host's {name}")
+        targets = (folder / "targets.txt").read_text().split()
+        expect("KestWidgets" in targets, True, "There is the library")
+        self.expect_prefixes([target for target in targets if target != "host"])
+
+    def target_names(self):
+        """The names of all that is built where everything is."""
+        folders = (pathlib.Path(self.build) / "CMakeFiles" / "TargetDirectories.txt").read_text()
+        targets = re.findall(r"/CMakeFiles/([^/]+)\.dir$", folders, re.MULTILINE)
+        cmakes = {"test", "edit_cache", "rebuild_cache", "list_install_components", "install"}
+        self.expect_prefixes(set(targets) - cmakes)
+
+    def expect_prefixes(self, targets):
+        others = [name for name in sorted(targets) if not re.match(r"KestWidgets$|kest[_-]", name)]
+        expect(others, [], "Without our prefix are")
+
+    def readme(self):
+        """The README's program, in each way to build it that is written down, word for word."""
+        blocks = [block for page in ("README.md", "docs/Installing.md")
+                  for block in snippets.blocks(pathlib.Path(self.source) / page)]
+
+        def block(language, containing=""):
+            found = [b for b in blocks if b.language == language and containing in b.text]
+            expect(len(found), 1, f"Blocks of {language} with '{containing}'")
+            return found[0].text.replace("DIR", str(self.tree))
+
+        folder = fresh(self.work / "readme")
+        strict = " ".join(STRICT)
+        environment = {**os.environ, "CXXFLAGS": strict}
+        (folder / "main.cpp").write_text(block("cpp"))
+        (folder / "CMakeLists.txt").write_text(block("cmake"))
+        (folder / "notes.pro").write_text(block("qmake"))
+        for command in ("-DCMAKE_PREFIX_PATH", "pkg-config", "qmake"):
+            lines = block("sh", command).replace("g++", f"g++ {strict}")
+            run("bash", "-e", "-c", lines, cwd=folder, env=environment)
+
+    def documentation(self):
+        """Each piece of C++ in the documentation."""
+        files = [pathlib.Path(self.source) / "README.md",
+                 *sorted((pathlib.Path(self.source) / "docs").glob("*.md"))]
+        flags = run("pkg-config", "--cflags", "KestWidgets", "Qt5Network",
+                    env=self.pkg_config_path()).split()
+        folder = fresh(self.work / "documentation")
+        for source in snippets.write(files, folder):
+            run(self.compiler, "-Wall", "-Wextra", "-Werror", "-fsyntax-only", f"-I{HERE}", *flags,
+                source)
+
+
+def main():
+    settings, consumer, *tree = sys.argv[1:]
+    try:
+        getattr(Consumers(settings, *(tree or [None])), consumer)()
+    except Failure as failure:
+        sys.exit(f"{failure}")
+
+
+if __name__ == "__main__":
+    main()
