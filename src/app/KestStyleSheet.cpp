@@ -21,13 +21,6 @@ const char GeoRateProperty[] = "geoRate";
 
 const int LongestNumber = std::numeric_limits<int>::digits10 + 2; // with its sign
 
-// All of a sheet passes through here: QChar::isDigit() is asked for what is beyond ASCII alone.
-inline bool isDigit(QChar c)
-{
-    const uint ascii = c.unicode();
-    return ascii - '0' < 10u || (ascii >= 0x80 && c.isDigit());
-}
-
 inline bool isLetter(QChar c, char lowerCase)
 {
     return (c.unicode() | 0x20) == ushort(lowerCase);
@@ -168,7 +161,6 @@ QString KestStyleSheet::scaleSheet(const QString &sheet, float rate)
             out = result.data() + size;
         }
         out = std::copy(copied, part, out);
-        copied = part;
     };
     // A sheet has digits everywhere, but few an x: each length is found by the end of its unit.
     const auto isX = [](QChar c) { return isLetter(c, 'x'); };
@@ -177,7 +169,7 @@ QString KestStyleSheet::scaleSheet(const QString &sheet, float rate)
             continue;
         const QChar *const unit = x - 1;
         const QChar *number = unit;
-        while (number != copied && isDigit(number[-1]))
+        while (number != copied && number[-1].isDigit())
             --number;
         if (number == unit)
             continue;

@@ -281,10 +281,13 @@ void tst_KestStyleSheet::lengthsAreScaled_data()
     row("half a unit at the very end", "margin: 3px 12p", 2.0f, "margin: 6px 12p");
     row("the length alone", "3px", 2.0f, "6px");
     row("unit without digits", "px 3 px", 2.0f, "px 3 px");
+    row("neighbours of the digits", "a:px /px", 2.0f, "a:px /px");
     row("one after the other", "1px2px3px", 2.0f, "2px4px6px");
     row("number too long for an integer", "99999999999px", 2.0f, "0px");
     row("largest integer", "2147483647px", 0.5f, "1073741824px");
     row("one above the largest", "2147483648px", 0.5f, "0px");
+    row("product just above the range", "1073741824px", 2.0f, "2147483647px");
+    row("product at the end of the range", "1073741824px", -2.0f, "-2147483648px");
     row("product above the range", "2000000000px", 2.0f, "2147483647px");
     row("product below the range", "2000000000px", -2.0f, "-2147483648px");
     row("not a number", "3px", std::numeric_limits<float>::quiet_NaN(), "0px");
