@@ -100,6 +100,7 @@ private Q_SLOTS:
     void hidingEndsItOverAWindowThatWasNeverShown();
     void hidingTheWindowEndsIt();
     void closingEndsIt();
+    void closeEventEndsItByItself();
     void closingTheWindowEndsIt();
     void deletingTheOverlayEndsIt();
     void deletingTheWindowEndsIt();
@@ -120,6 +121,8 @@ private Q_SLOTS:
     void focusGoesBackAfterTheWindowWasHidden();
 
     void overlayCoversTheWindow();
+    void overlayIsWhereTheHostPutsItUntilTheWindowIsResized();
+    void overlayFollowsNoWindowThatItIsNotIn();
     void overlayLiesAboveItsSiblings();
     void overlayKeepsInsideOfAShellsMargins_data();
     void overlayKeepsInsideOfAShellsMargins();
@@ -403,6 +406,26 @@ void tst_KestLoadingDialog::closingEndsIt()
     QCOMPARE(execAnd(&overlay, [&] { overlay.close(); }), KestLoadingDialog::Canceled);
 }
 
+void tst_KestLoadingDialog::closeEventEndsItByItself()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QTimer::singleShot(5000, &overlay, &KestLoadingDialog::done);
+    bool accepted = false;
+    bool visible = false;
+    const KestLoadingDialog::Result result = execAnd(&overlay, [&] {
+        QCloseEvent event;
+        event.ignore();
+        QCoreApplication::sendEvent(&overlay, &event);
+        accepted = event.isAccepted();
+        visible = overlay.isVisible();
+    });
+    QCOMPARE(result, KestLoadingDialog::Canceled);
+    QVERIFY(accepted);
+    QVERIFY(visible); // until the loop is left
+}
+
 void tst_KestLoadingDialog::closingTheWindowEndsIt()
 {
     Window window;
@@ -647,6 +670,7 @@ void tst_KestLoadingDialog::focusGoesBackAfterTheWindowWasHidden()
     overlay.show();
     // It is to be seen again with its window, and covers it again.
     form.hide();
+    QCOMPARE(form.focusWidget(), &overlay);
     form.show();
     QCOMPARE(form.focusWidget(), &overlay);
     overlay.hide();
@@ -681,6 +705,39 @@ void tst_KestLoadingDialog::overlayCoversTheWindow()
     // The animation is in the middle.
     QVERIFY(qAbs(label.center().x() - later.center().x()) <= 4);
     QVERIFY(qAbs(label.center().y() - later.center().y()) <= 1);
+}
+
+void tst_KestLoadingDialog::overlayIsWhereTheHostPutsItUntilTheWindowIsResized()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    overlay.show();
+    const QRect part(10, 20, 200, 100);
+    overlay.setGeometry(part);
+    window.setWindowTitle(QStringLiteral("Title"));
+    window.move(30, 40);
+    window.grab();
+    QCoreApplication::processEvents();
+    QCOMPARE(overlay.geometry(), part);
+    window.resize(400, 301);
+    QCOMPARE(overlay.geometry(), window.rect());
+}
+
+void tst_KestLoadingDialog::overlayFollowsNoWindowThatItIsNotIn()
+{
+    Window window;
+    Window other;
+    window.show();
+    other.show();
+    KestLoadingDialog overlay(&window);
+    overlay.setParent(&other);
+    overlay.show();
+    QCOMPARE(overlay.geometry(), other.rect());
+    const QRect part(10, 20, 200, 100);
+    overlay.setGeometry(part);
+    window.resize(600, 500);
+    QCOMPARE(overlay.geometry(), part);
 }
 
 void tst_KestLoadingDialog::overlayLiesAboveItsSiblings()
