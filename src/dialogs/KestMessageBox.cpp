@@ -147,7 +147,6 @@ KestMessageBoxPrivate::KestMessageBoxPrivate(KestMessageBox *box)
 {
     auto *layout = new QVBoxLayout(box->centralWidget());
     auto *message = new QHBoxLayout;
-    message->setContentsMargins(0, 0, 0, 0);
     message->setSpacing(IconSpacing);
     message->addWidget(iconLabel, 0);
     message->addWidget(label, 1);

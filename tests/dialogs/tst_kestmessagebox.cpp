@@ -3,6 +3,7 @@
 
 #include "KestMessageBox.h"
 
+#include "AnotherScreen.h"
 #include "KestTitleBar.h"
 
 #include <QtCore/QMetaEnum>
@@ -11,6 +12,7 @@
 #include <QtCore/QTimer>
 #include <QtGui/QAccessible>
 #include <QtGui/QClipboard>
+#include <QtGui/QCursor>
 #include <QtGui/QScreen>
 #include <QtGui/private/qguiapplication_p.h>
 #include <QtGui/qpa/qplatformaccessibility.h>
@@ -66,6 +68,34 @@ void onOpenBox(const std::function<void(Box *)> &action)
         action(box);
     });
 }
+
+// The width of what is around the contents, once more than the layout itself counts it.
+int widthAround(const Box &box)
+{
+    const QMargins margins =
+        box.contentsMargins() + box.centralWidget()->layout()->contentsMargins();
+    return margins.left() + margins.right();
+}
+
+// Has the screen another width as long as it lives.
+class ScreenWidth
+{
+public:
+    explicit ScreenWidth(int width) { set(QRect(0, 0, width, 900)); }
+    ~ScreenWidth() { set(m_before); }
+
+private:
+    Q_DISABLE_COPY(ScreenWidth)
+
+    static void set(const QRect &geometry)
+    {
+        QWindowSystemInterface::handleScreenGeometryChange(QGuiApplication::primaryScreen(),
+                                                           geometry, geometry);
+        QCoreApplication::processEvents();
+    }
+
+    const QRect m_before = QGuiApplication::primaryScreen()->geometry();
+};
 
 const Box::StandardButton AllButtons[] = {
     Box::Ok,     Box::Save,    Box::SaveAll, Box::Open,  Box::Yes,    Box::YesToAll,
@@ -136,6 +166,11 @@ private Q_SLOTS:
 
     void sizeIsFixedByTheRule_data();
     void sizeIsFixedByTheRule();
+    void titleWidensTheBoxUpToTheLimit_data();
+    void titleWidensTheBoxUpToTheLimit();
+    void contentsAreWrappedBeyondTheLimit_data();
+    void contentsAreWrappedBeyondTheLimit();
+    void limitsAreThoseOfTheScreenBelowThePointer();
     void shorterTextIsNotWrappedAnyMore();
     void screenIsWrittenOut();
     void hiddenBoxIsNotResized();
@@ -145,6 +180,7 @@ private Q_SLOTS:
     void firstFocusIsOnTheButtonThatEnterPresses_data();
     void firstFocusIsOnTheButtonThatEnterPresses();
     void secondShowPutsTheFocusOnAButtonAgain();
+    void hiddenDefaultButtonDoesNotTakeTheFocus();
     void focusThatTheHostSetStays();
     void letterPressesTheButtonWithThatMnemonic();
     void letterPressesOnlyButtonsThatCanBePressed();
@@ -882,6 +918,79 @@ void tst_KestMessageBox::sizeIsFixedByTheRule()
     QCOMPARE(box.titleBar()->height(), 42); // the least that it takes
 }
 
+void tst_KestMessageBox::titleWidensTheBoxUpToTheLimit_data()
+{
+    QTest::addColumn<int>("screen");
+    QTest::addColumn<int>("limit");
+    const int limits[][2] = { { 640, 640 },   { 1023, 1023 }, { 1024, 1024 },
+                              { 1025, 545 },  { 1280, 800 },  { 1479, 999 },
+                              { 1480, 1000 }, { 1481, 1000 }, { 3840, 1000 } };
+    for (const auto &row : limits)
+        QTest::addRow("%d", row[0]) << row[0] << row[1];
+}
+
+void tst_KestMessageBox::titleWidensTheBoxUpToTheLimit()
+{
+    QFETCH(int, screen);
+    QFETCH(int, limit);
+    const ScreenWidth width(screen);
+    Box box(Box::NoIcon, QString(500, QLatin1Char('M')), QStringLiteral("Short."), Box::Ok);
+    box.show();
+    QCOMPARE(box.width(), limit + widthAround(box));
+}
+
+void tst_KestMessageBox::contentsAreWrappedBeyondTheLimit_data()
+{
+    QTest::addColumn<int>("screen");
+    QTest::addColumn<int>("limit");
+    const int limits[][2] = { { 600, 300 },  { 601, 300 },  { 998, 499 },
+                              { 1000, 500 }, { 1002, 500 }, { 3840, 500 } };
+    for (const auto &row : limits)
+        QTest::addRow("%d", row[0]) << row[0] << row[1];
+}
+
+void tst_KestMessageBox::contentsAreWrappedBeyondTheLimit()
+{
+    QFETCH(int, screen);
+    QFETCH(int, limit);
+    const ScreenWidth width(screen);
+    Box box(Box::NoIcon, QString(), QStringLiteral("Some words"), Box::Ok);
+    box.setIconPixmap(QPixmap(100, 10));
+    const int others = box.layoutMinimumWidth() - 100;
+    // As wide as may be.
+    box.setIconPixmap(QPixmap(limit - others, 10));
+    box.show();
+    QVERIFY(!textLabel(box)->wordWrap());
+    QCOMPARE(box.width(), limit + widthAround(box));
+    box.setIconPixmap(QPixmap(limit - others + 1, 10));
+    box.updateSize();
+    QVERIFY(textLabel(box)->wordWrap());
+    // No narrower for the words that are below each other now.
+    QCOMPARE(box.width(), limit + widthAround(box));
+}
+
+void tst_KestMessageBox::limitsAreThoseOfTheScreenBelowThePointer()
+{
+    const QPoint pointer = QCursor::pos();
+    const QRect first = QGuiApplication::primaryScreen()->geometry();
+    const AnotherScreen another(QRect(first.right() + 1, 0, 640, 480), 1, false);
+    Box box(Box::NoIcon, QString(500, QLatin1Char('M')), QStringLiteral("Short."), Box::Ok);
+    QCursor::setPos(first.right() + 100, 100);
+    QTest::ignoreMessage(QtDebugMsg, "KestMessageBox::updateSize screenNum= 1");
+    box.show();
+    QCOMPARE(box.width(), 640 + widthAround(box));
+    QCursor::setPos(first.center());
+    QTest::ignoreMessage(QtDebugMsg, "KestMessageBox::updateSize screenNum= 0");
+    box.updateSize();
+    QCOMPARE(box.width(), first.width() + widthAround(box));
+    // Where there is none the first one's are taken.
+    QCursor::setPos(first.right() + 5000, 100);
+    QTest::ignoreMessage(QtDebugMsg, "KestMessageBox::updateSize screenNum= 0");
+    box.updateSize();
+    QCOMPARE(box.width(), first.width() + widthAround(box));
+    QCursor::setPos(pointer);
+}
+
 void tst_KestMessageBox::shorterTextIsNotWrappedAnyMore()
 {
     const QString sentence = QStringLiteral("A sentence of some words that take their room. ");
@@ -1007,6 +1116,21 @@ void tst_KestMessageBox::secondShowPutsTheFocusOnAButtonAgain()
     box.titleBar()->setFocus();
     box.show();
     QCOMPARE(box.focusWidget(), box.titleBar());
+}
+
+void tst_KestMessageBox::hiddenDefaultButtonDoesNotTakeTheFocus()
+{
+    Box box;
+    box.setStandardButtons(Box::Apply | Box::Reset);
+    QPushButton *const own = box.addButton(QStringLiteral("Own"), Box::ActionRole);
+    own->setDefault(true);
+    own->hide();
+    box.show();
+    box.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QVERIFY(box.focusWidget() != own);
+    QVERIFY(QApplication::focusWidget());
+    QVERIFY(QApplication::focusWidget()->isVisible());
 }
 
 void tst_KestMessageBox::focusThatTheHostSetStays()

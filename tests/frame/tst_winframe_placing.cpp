@@ -4,6 +4,7 @@
 // Where the frame on Windows has a maximised window and its contents, as far as it takes no
 // Windows.
 
+#include "AnotherScreen.h"
 #include "FakeWindows.h"
 #include "KestWinFramelessDelegate.h"
 
@@ -15,7 +16,6 @@
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidget>
 
-#include <qpa/qplatformscreen.h>
 #include <qpa/qwindowsysteminterface.h>
 
 namespace {
@@ -23,45 +23,6 @@ namespace {
 const QRect WorkArea(60, 40, 1220, 760);
 const int Frame = 8; // of the system's
 const QRect Covering = WorkArea.adjusted(-Frame, -Frame, Frame, Frame);
-
-// One more screen, which is the first as long as it is there.
-class AnotherScreen
-{
-public:
-    AnotherScreen(const QRect &geometry, qreal ratio)
-        : m_screen(new Screen(geometry, ratio, QGuiApplication::primaryScreen()->handle()))
-    {
-        QWindowSystemInterface::handleScreenAdded(m_screen, true);
-    }
-    ~AnotherScreen() { QWindowSystemInterface::handleScreenRemoved(m_screen); }
-
-private:
-    Q_DISABLE_COPY(AnotherScreen)
-
-    class Screen : public QPlatformScreen
-    {
-    public:
-        Screen(const QRect &geometry, qreal ratio, QPlatformScreen *sibling)
-            : m_geometry(geometry), m_ratio(ratio), m_sibling(sibling)
-        { }
-
-        QRect geometry() const override { return m_geometry; }
-        int depth() const override { return 32; }
-        QImage::Format format() const override { return QImage::Format_RGB32; }
-        qreal devicePixelRatio() const override { return m_ratio; }
-        QList<QPlatformScreen *> virtualSiblings() const override
-        {
-            return { const_cast<Screen *>(this), m_sibling };
-        }
-
-    private:
-        const QRect m_geometry;
-        const qreal m_ratio;
-        QPlatformScreen *const m_sibling;
-    };
-
-    Screen *const m_screen;
-};
 
 } // namespace
 
