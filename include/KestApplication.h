@@ -21,7 +21,8 @@ class KestApplicationPrivate;
     int main(int argc, char *argv[])
     {
         KestApplication app(argc, argv);
-        if (app.checkOtherProcess(QStringLiteral("my-editor")))
+        const QString user = QDir::home().dirName();
+        if (app.checkOtherProcess(QStringLiteral("my-editor-") + user))
             return 0; // one is running already, and shows its windows
         app.loadTranslator(QString());
         KestWindow window;
@@ -57,13 +58,15 @@ public:
 
         The name is that of a local socket and is the host's to choose. All users of a machine
         share these names: one that is not meant to be shared should contain the user's, as in
-        "my-editor-ann".
+        "my-editor-ann". On Unix it is that of a file in the temporary folder, where separators
+        mean folders; on Linux the whole path has 107 bytes at most.
 
         If a process serves the name, this one is told within 100 milliseconds, and the other one
         calls QWindow::show() for each of its visible top-level windows and QWindow::raise() for
         the hidden ones, which stay hidden. That brings a minimised window back, but also gives a
         maximised one its normal size, and whether a window comes to the front is the window
-        system's choice. Every later process is noticed, also while this one shows nothing.
+        system's choice. Every later process is noticed, also while this one shows nothing. Nothing
+        is read from those that connect, and the last 64 are kept at most.
 
         A name that can neither be reached nor claimed counts as taken: one that is too long, that
         is in a folder that does not exist, that another user or a process that does not answer

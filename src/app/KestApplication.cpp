@@ -83,8 +83,6 @@ KestApplicationPrivate::KestApplicationPrivate()
 void KestApplicationPrivate::keepConnection()
 {
     QLocalSocket *const connection = server.nextPendingConnection();
-    if (!connection)
-        return;
     // Qt reads ahead all that it is sent, otherwise.
     connection->setReadBufferSize(1);
     QObject::connect(connection, &QLocalSocket::disconnected, connection, &QObject::deleteLater);

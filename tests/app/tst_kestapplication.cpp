@@ -13,6 +13,7 @@
 #include <QtGui/QWindow>
 #include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QWidget>
 
@@ -92,6 +93,7 @@ private Q_SLOTS:
     void missingQtCatalogueLeavesTheHostsInstalled();
     void laterLanguageReplacesTheEarlierOne();
     void languageWithoutCataloguesRemovesTheEarlierOnes();
+    void removalOfCataloguesIsAnnouncedAtOnce();
     void languageLoadedWhileAnotherIsLoadedWins();
 };
 
@@ -192,7 +194,10 @@ void tst_KestApplication::firstProcessPresentsItsWindows()
     neverShown.winId();
     QVERIFY(minimized.windowHandle()->isVisible());
     QCOMPARE(minimized.windowHandle()->windowState(), Qt::WindowMinimized);
+    normal.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&normal));
     QCoreApplication::processEvents();
+    const QSignalSpy activated(qApp, &QGuiApplication::focusWindowChanged);
 
     lines.clear();
     const QtMessageHandler old = qInstallMessageHandler(collectLine);
@@ -205,6 +210,7 @@ void tst_KestApplication::firstProcessPresentsItsWindows()
     QCOMPARE(minimized.windowHandle()->windowState(), Qt::WindowNoState);
     QVERIFY(minimized.isVisible());
     QVERIFY(normal.isVisible());
+    QCOMPARE(activated.count(), 0);
     QVERIFY(!hidden.isVisible());
     QVERIFY(!hidden.windowHandle()->isVisible());
     QVERIFY(!neverShown.windowHandle()->isVisible());
@@ -400,6 +406,40 @@ void tst_KestApplication::languageWithoutCataloguesRemovesTheEarlierOnes()
     application().loadTranslator(QStringLiteral("sv"));
     QCOMPARE(translated("toolkit"), QStringLiteral("toolkit"));
     QCOMPARE(translated("host"), QStringLiteral("host"));
+}
+
+void tst_KestApplication::removalOfCataloguesIsAnnouncedAtOnce()
+{
+    class Changes : public QObject
+    {
+    public:
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (watched == qApp && event->type() == QEvent::LanguageChange)
+                ++count;
+            return false;
+        }
+
+        int count = 0;
+    };
+    application().loadTranslator(QStringLiteral("de"));
+    QCoreApplication::processEvents();
+    Changes changes;
+    qApp->installEventFilter(&changes);
+    application().loadTranslator(QStringLiteral("fr")); // without the host's
+    QCOMPARE(changes.count, 2);
+    QCoreApplication::processEvents();
+    changes.count = 0;
+    application().loadTranslator(QStringLiteral("la")); // without Qt's
+    QCOMPARE(changes.count, 2);
+    // What is not installed is not removed again.
+    QCoreApplication::processEvents();
+    application().loadTranslator(QStringLiteral("sv"));
+    QCoreApplication::processEvents();
+    changes.count = 0;
+    application().loadTranslator(QStringLiteral("sv"));
+    QCoreApplication::processEvents();
+    QCOMPARE(changes.count, 0);
 }
 
 void tst_KestApplication::languageLoadedWhileAnotherIsLoadedWins()

@@ -11,6 +11,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include <algorithm>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -125,6 +127,7 @@ private Q_SLOTS:
     void nameOfAnotherUserCountsAsTaken();
 #endif
 #ifdef Q_OS_LINUX
+    void laterProcessStaysConnectedUntilItEnds();
     void tenThousandConnectionsLeaveNothingBehind();
     void openConnectionsAreBounded();
     void whatPeersSendIsNotKept();
@@ -147,7 +150,10 @@ void tst_SingleInstance::anyTextIsAName()
     QVERIFY(isFree(owner.line()));
     QVERIFY(isTaken(check(name)));
     QVERIFY(owner.isPresented(1));
-    QVERIFY(!isServed(name.left(41))); // which all of them begin with
+    // The very same text, and not what all of them begin with.
+    QVERIFY(isServed(name));
+    QVERIFY(!isServed(name.left(41)));
+    QVERIFY(!isServed(name.toUpper()));
 }
 
 void tst_SingleInstance::silentPeerHoldsNobodyUp()
@@ -254,6 +260,7 @@ void tst_SingleInstance::longestNameIsThatOfASocket()
     {
         Owner owner(name);
         QVERIFY(isFree(owner.line()));
+        QVERIFY(QFile::exists(name));
         QVERIFY(isTaken(check(name)));
         QVERIFY(owner.isPresented(1));
     }
@@ -368,11 +375,15 @@ void tst_SingleInstance::stoppedProcessWithAFullQueueKeepsItsName()
     } while (waiting.back()->state() == QLocalSocket::ConnectedState);
     waiting.back()->abort();
 
-    const QByteArray answer = check(name);
-    QVERIFY(isTaken(answer));
-    // It gives up after 100 ms, and does not wait for long on a busy machine either.
-    QVERIFY2(millisecondsIn(answer) >= 100, answer.constData());
-    QVERIFY2(millisecondsIn(answer) < 2000, answer.constData());
+    // It gives up after 100 ms, or a little more on a busy machine.
+    int least = std::numeric_limits<int>::max();
+    for (int i = 0; i < 5; ++i) {
+        const QByteArray answer = check(name);
+        QVERIFY(isTaken(answer));
+        QVERIFY2(millisecondsIn(answer) >= 100, answer.constData());
+        least = std::min(least, millisecondsIn(answer));
+    }
+    QVERIFY2(least < 200, qPrintable(QString::number(least)));
 
     QCOMPARE(::kill(pid_t(owner.process.processId()), SIGCONT), 0);
     QVERIFY(owner.isPresented(int(waiting.size()) - 1));
@@ -386,6 +397,14 @@ void tst_SingleInstance::nameOfAnotherUserCountsAsTaken()
     const QString file = QDir::tempPath() + QLatin1Char('/') + name;
     Owner owner(name);
     QVERIFY(isFree(owner.line()));
+    // Whom the user lets in is the user's to say, as for any file.
+    struct stat made
+    {
+    };
+    QCOMPARE(stat(QFile::encodeName(file).constData(), &made), 0);
+    const mode_t mask = umask(0);
+    umask(mask);
+    QCOMPARE(made.st_mode & 0777, 0777 & ~mask);
     // Only root can be another user; for anybody else a socket without rights is such a one.
     QCOMPARE(chmod(QFile::encodeName(file).constData(), getuid() == 0 ? 0755 : 0), 0);
     QVERIFY(isTaken(check(name, QStringLiteral("foreign"))));
@@ -399,6 +418,22 @@ void tst_SingleInstance::nameOfAnotherUserCountsAsTaken()
 #endif // Q_OS_UNIX
 
 #ifdef Q_OS_LINUX
+
+void tst_SingleInstance::laterProcessStaysConnectedUntilItEnds()
+{
+    const QString name = uniqueName();
+    Owner owner(name);
+    QVERIFY(isFree(owner.line()));
+    int meanwhile = 0;
+    {
+        Owner later(name);
+        QVERIFY(isTaken(later.line()));
+        QVERIFY(owner.isPresented(1));
+        QTest::qWait(50);
+        meanwhile = owner.descriptors();
+    }
+    QTRY_COMPARE(owner.descriptors(), meanwhile - 1);
+}
 
 void tst_SingleInstance::tenThousandConnectionsLeaveNothingBehind()
 {
@@ -440,9 +475,9 @@ void tst_SingleInstance::openConnectionsAreBounded()
     }
     QTRY_VERIFY(owner.descriptors() <= descriptors + 70);
     // Those who came last are the ones that it still has.
-    QTRY_COMPARE(sockets.front()->state(), QLocalSocket::UnconnectedState);
-    QCOMPARE(sockets[400 - 60]->state(), QLocalSocket::ConnectedState);
-    QCOMPARE(sockets.back()->state(), QLocalSocket::ConnectedState);
+    QTRY_COMPARE(sockets[400 - 65]->state(), QLocalSocket::UnconnectedState);
+    for (int i = 0; i < 400; ++i)
+        QCOMPARE(sockets[size_t(i)]->state() == QLocalSocket::ConnectedState, i >= 400 - 64);
     QVERIFY(isTaken(check(name)));
     QVERIFY(owner.isPresented(401));
 }
