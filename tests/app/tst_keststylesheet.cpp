@@ -173,15 +173,18 @@ public:
     }
 };
 
-// Deletes a widget when another one hears of its rate.
-class KillerOnRate : public QObject
+// Deletes a widget when the one that it filters hears of a property.
+class Killer : public QObject
 {
 public:
-    explicit KillerOnRate(QWidget *victim) : m_victim(victim) { }
+    explicit Killer(QWidget *victim, const char *property = "geoRate")
+        : m_victim(victim), m_property(property)
+    { }
 
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() != QEvent::DynamicPropertyChange)
+        if (event->type() != QEvent::DynamicPropertyChange
+            || static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() != m_property)
             return false;
         delete m_victim;
         return true;
@@ -189,6 +192,7 @@ public:
 
 private:
     const QPointer<QWidget> m_victim;
+    const QByteArray m_property;
 };
 
 class StyleChangeCounter : public QObject
@@ -244,6 +248,8 @@ private Q_SLOTS:
     void rateIsStoredAsItWasGiven();
     void emptyOriginalLeavesALaterSheetAlone();
     void parentMayDieOnTheWay();
+    void widgetMayDieOnTheWay_data();
+    void widgetMayDieOnTheWay();
 };
 
 void tst_KestStyleSheet::defaultSheetJoinsTheTwoLightSheets()
@@ -281,6 +287,7 @@ void tst_KestStyleSheet::lengthsAreScaled_data()
     row("half a unit at the very end", "margin: 3px 12p", 2.0f, "margin: 6px 12p");
     row("the length alone", "3px", 2.0f, "6px");
     row("unit without digits", "px 3 px", 2.0f, "px 3 px");
+    row("all digits", "98px 76px 54px 32px 10px", 2.0f, "196px 152px 108px 64px 20px");
     row("neighbours of the digits", "a:px /px", 2.0f, "a:px /px");
     row("one after the other", "1px2px3px", 2.0f, "2px4px6px");
     row("number too long for an integer", "99999999999px", 2.0f, "0px");
@@ -646,7 +653,7 @@ void tst_KestStyleSheet::parentMayDieOnTheWay()
     const QPointer<QWidget> second(new QWidget(box));
     const QWidget takesItsPlace(&top);
     QWidget last(&top);
-    KillerOnRate killer(box);
+    Killer killer(box);
     first->installEventFilter(&killer);
     KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
     QVERIFY(second.isNull());
@@ -656,9 +663,37 @@ void tst_KestStyleSheet::parentMayDieOnTheWay()
     auto *asked = new QWidget;
     auto *child = new QWidget(asked);
     new QWidget(asked);
-    KillerOnRate killerOfAsked(asked);
+    Killer killerOfAsked(asked);
     child->installEventFilter(&killerOfAsked);
     KestStyleSheet::ChangeObjectSizeAndFontSize(asked, 2.0, 1.0);
+}
+
+void tst_KestStyleSheet::widgetMayDieOnTheWay_data()
+{
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QString>("sheet");
+    for (const char *property : { "geoRate", "originStyle" }) {
+        QTest::addRow("%s, sheet", property)
+            << QByteArray(property) << QStringLiteral("margin: 1px");
+        QTest::addRow("%s, no sheet", property) << QByteArray(property) << QString();
+    }
+}
+
+void tst_KestStyleSheet::widgetMayDieOnTheWay()
+{
+    QFETCH(QByteArray, property);
+    QFETCH(QString, sheet);
+    QWidget top;
+    const QPointer<QWidget> mortal(new QWidget(&top));
+    new QWidget(mortal);
+    const QWidget takesItsPlace(&top);
+    const QWidget last(&top);
+    mortal->setStyleSheet(sheet);
+    Killer killer(mortal, property.constData());
+    mortal->installEventFilter(&killer);
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 2.0, 1.0);
+    QVERIFY(mortal.isNull());
+    QCOMPARE(last.property("geoRate"), QVariant(2.0));
 }
 
 QTEST_MAIN(tst_KestStyleSheet)

@@ -100,6 +100,7 @@ private Q_SLOTS:
     void boxWithoutItsContentsIsNeutral_data();
     void boxWithoutItsContentsIsNeutral();
     void boxWithOtherContentsFitsThem();
+    void boxWithoutALayoutStaysAsItIs();
     void styleMayDeleteTheBox();
     void styleMaySetAnotherIcon();
     void focusSlotMaySetAnotherDefaultButton();
@@ -210,6 +211,19 @@ void tst_Dialogs_Lifetime::boxWithOtherContentsFitsThem()
     const QMargins margins = layout->contentsMargins() + box.contentsMargins();
     QCOMPARE(box.width(), layout->minimumSize().width() + margins.left() + margins.right());
     QVERIFY(contents->rect().contains(inner->geometry()));
+}
+
+void tst_Dialogs_Lifetime::boxWithoutALayoutStaysAsItIs()
+{
+    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"), Box::Ok);
+    box.show();
+    const QSize size = box.size();
+    auto *label = box.centralWidget()->findChildren<QLabel *>().first();
+    label->setWordWrap(true);
+    delete box.centralWidget()->layout();
+    box.updateSize();
+    QCOMPARE(box.size(), size);
+    QVERIFY(label->wordWrap());
 }
 
 void tst_Dialogs_Lifetime::styleMayDeleteTheBox()

@@ -947,9 +947,10 @@ void tst_KestLoadingDialog::withoutAWindowItCoversNothing()
     KestLoadingDialog overlay(nullptr);
     QCOMPARE(overlay.exec(), KestLoadingDialog::Canceled);
     QVERIFY(!overlay.isVisible());
-    const QSize size = overlay.size();
+    const QRect geometry(30, 40, 200, 100);
+    overlay.setGeometry(geometry);
     overlay.show();
-    QCOMPARE(overlay.size(), size);
+    QCOMPARE(overlay.geometry(), geometry);
 }
 
 void tst_KestLoadingDialog::otherKeysDoNotCancel()
