@@ -30,11 +30,8 @@ KestAccessibleIPAddressEdit::~KestAccessibleIPAddressEdit() = default;
 
 void KestAccessibleIPAddressEdit::install()
 {
-    static const bool installed = [] {
-        QAccessible::installFactory(createEditInterface);
-        return true;
-    }();
-    Q_UNUSED(installed)
+    // Qt takes each once, and forgets them with the application: a later one needs them anew.
+    QAccessible::installFactory(createEditInterface);
 }
 
 void KestAccessibleIPAddressEdit::announceText(KestIPAddressEdit *edit, const QString &before)

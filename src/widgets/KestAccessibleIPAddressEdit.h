@@ -21,8 +21,8 @@ public:
     explicit KestAccessibleIPAddressEdit(KestIPAddressEdit *edit);
     ~KestAccessibleIPAddressEdit() override;
 
-    /*! Makes the accessibility framework ask this class for address edits. Costs nothing after the
-        first call. */
+    /*! Makes the accessibility framework ask this class for address edits. For each of them, since
+        an application may be followed by another one. */
     static void install();
     /*! Tells assistive technology that the address of \a edit was \a before. */
     static void announceText(KestIPAddressEdit *edit, const QString &before);

@@ -29,11 +29,8 @@ KestAccessibleProgress::~KestAccessibleProgress() = default;
 
 void KestAccessibleProgress::install()
 {
-    static const bool installed = [] {
-        QAccessible::installFactory(createProgressInterface);
-        return true;
-    }();
-    Q_UNUSED(installed)
+    // Qt takes each once, and forgets them with the application: a later one needs them anew.
+    QAccessible::installFactory(createProgressInterface);
 }
 
 void KestAccessibleProgress::announceValue(QWidget *widget, int value)

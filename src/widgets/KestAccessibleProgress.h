@@ -20,8 +20,8 @@ public:
     explicit KestAccessibleProgress(QWidget *widget);
     ~KestAccessibleProgress() override;
 
-    /*! Makes the accessibility framework ask this class for the progress bars of this library.
-        Costs nothing after the first call. */
+    /*! Makes the accessibility framework ask this class for the progress bars of this library. For
+        each of them, since an application may be followed by another one. */
     static void install();
     /*! Tells assistive technology, if there is any, that \a widget shows \a value now. */
     static void announceValue(QWidget *widget, int value);
