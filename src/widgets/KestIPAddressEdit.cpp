@@ -321,7 +321,6 @@ void KestIPAddressEdit::updateTextLayout()
 // Returns the ascent of the line.
 int KestIPAddressEdit::redoTextLayout(QTextLayout &layout)
 {
-    layout.clearLayout();
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();

@@ -42,6 +42,9 @@ public:
         return lines;
     }
 
+    /*! Switches the reader off. What is announced all the same is noted. */
+    static void switchOff() { setActive(false); }
+
     /*! Calls \a action within each announcement. */
     void onEach(const std::function<void()> &action) { onAnnouncement() = action; }
 
@@ -75,8 +78,9 @@ private:
         switch (event->type()) {
         case QAccessible::TextUpdated: {
             const auto *update = static_cast<QAccessibleTextUpdateEvent *>(event);
-            return QStringLiteral("text %1 to %2")
-                .arg(update->textRemoved(), update->textInserted());
+            return QStringLiteral("text %1 to %2 at %3")
+                .arg(update->textRemoved(), update->textInserted())
+                .arg(update->changePosition());
         }
         case QAccessible::ValueChanged:
             return QStringLiteral("value ")

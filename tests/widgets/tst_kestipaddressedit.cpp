@@ -58,6 +58,17 @@ public:
     QSignalSpy finished;
 };
 
+// Whether an edit that is shown, and whose cursor does not blink, is painted for what is done.
+bool isPaintedFor(Edit *edit, const std::function<void()> &action)
+{
+    recordOf(edit)->blinkTimer.stop();
+    QCoreApplication::processEvents();
+    PaintCounter paints(edit);
+    action();
+    QCoreApplication::processEvents();
+    return paints.count > 0;
+}
+
 void setClipboard(const QString &text)
 {
     QGuiApplication::clipboard()->setText(text);
@@ -204,6 +215,7 @@ private Q_SLOTS:
 
     void metaObject();
     void newEdit();
+    void layoutsAreCentredAndKept();
     void actions();
 
     void addresses_data();
@@ -248,6 +260,7 @@ private Q_SLOTS:
     void dragStaysInItsSection();
     void dragWithModifiersDoesNotSelect();
     void moveAfterTheReleaseDoesNotSelect();
+    void mouseRepaints();
     void releaseWithModifiersGoesOnSelecting();
     void doubleClick_data();
     void doubleClick();
@@ -275,6 +288,7 @@ private Q_SLOTS:
     void clipboardMayDeleteTheEdit();
     void clipboardMayMakeTheEditReadOnly();
     void newAddressesRepaint();
+    void readOnlyRepaints();
     void styleMayDeleteTheEdit_data();
     void styleMayDeleteTheEdit();
     void readOnlyEffects();
@@ -287,6 +301,7 @@ private Q_SLOTS:
 
     void sizeHints();
     void sectionsArePacked();
+    void editWithoutFrameHasNoLine();
     void invalidContentsRectIsReplaced();
     void fontChangeLaysOutAnew();
     void changesOfTheFontMoveTheSections();
@@ -300,10 +315,13 @@ private Q_SLOTS:
 
     void screenReaderReadsTheAddress();
     void screenReaderMovesAndSelects();
+    void screenReaderRepaints();
+    void movesOfAScreenReaderClearTheSelection();
     void offsetsFromOutsideMayBeAny();
     void columnsFromOutsideMayBeAny();
     void rangesFromOutsideMayBeAny();
     void changesAreAnnounced();
+    void nothingIsAnnouncedWithoutAReader();
 };
 
 void tst_KestIPAddressEdit::init()
@@ -342,9 +360,32 @@ void tst_KestIPAddressEdit::newEdit()
     QCOMPARE(recordOf(&edit)->blinkTimer.interval(), QApplication::cursorFlashTime() / 2);
     QVERIFY(!recordOf(&edit)->blinkTimer.isActive());
     QVERIFY(!recordOf(&edit)->cursorVisible);
+    QCOMPARE(recordOf(&edit)->verticalMargin, 1);
+    QCOMPARE(recordOf(&edit)->horizontalMargin, 2);
+    QVERIFY(recordOf(&edit)->frame);
+    QCOMPARE(recordOf(&edit)->cursorAscentOffset, 0);
+    QCOMPARE(recordOf(&edit)->pressSection, 0);
+    QCOMPARE(recordOf(&edit)->pressPosition, 0);
+    QVERIFY(!recordOf(&edit)->mousePressed);
     QCOMPARE(edit.cursor().shape(), Qt::IBeamCursor);
     QVERIFY(edit.testAttribute(Qt::WA_InputMethodEnabled));
     QVERIFY(edit.testAttribute(Qt::WA_MacShowFocusRect));
+}
+
+void tst_KestIPAddressEdit::layoutsAreCentredAndKept()
+{
+    // As soon as there are any, and after each change of the font.
+    Edit edit;
+    for (int i = 0; i < 2; ++i) {
+        for (const QTextLayout &layout : recordOf(&edit)->layouts) {
+            QCOMPARE(layout.textOption().alignment(), Qt::AlignCenter);
+            QVERIFY(layout.cacheEnabled());
+            QCOMPARE(layout.font(), edit.font());
+            QCOMPARE(layout.lineCount(), 1);
+        }
+        QVERIFY(recordOf(&edit)->dotLayout.cacheEnabled());
+        edit.setFont(QFont(edit.font().family(), 23));
+    }
 }
 
 void tst_KestIPAddressEdit::actions()
@@ -719,11 +760,20 @@ void tst_KestIPAddressEdit::typedKeysAreNoShortcuts()
         QCoreApplication::sendEvent(&edit, &event);
         return event.isAccepted();
     };
-    QVERIFY(overrides(Qt::Key_5, QStringLiteral("5")));
+    for (const char digit : { '0', '1', '5', '8', '9' })
+        QVERIFY(overrides(digit, QString(QLatin1Char(digit))));
+    QVERIFY(overrides(Qt::Key_5, QStringLiteral("5"), Qt::KeypadModifier));
+    QVERIFY(overrides(Qt::Key_5, QStringLiteral("5"), Qt::ShiftModifier));
+    QVERIFY(!overrides(Qt::Key_Slash, QStringLiteral("/")));
+    QVERIFY(!overrides(Qt::Key_Colon, QStringLiteral(":")));
     QVERIFY(overrides(Qt::Key_Period, QStringLiteral(".")));
     QVERIFY(overrides(Qt::Key_Delete, QString()));
     QVERIFY(overrides(Qt::Key_Backspace, QString()));
-    QVERIFY(!overrides(Qt::Key_5, QStringLiteral("5"), Qt::ControlModifier));
+    for (const Qt::KeyboardModifier modifier :
+         { Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier }) {
+        QVERIFY(!overrides(Qt::Key_5, QStringLiteral("5"), modifier));
+        QVERIFY(!overrides(Qt::Key_Delete, QString(), modifier | Qt::ShiftModifier));
+    }
     QVERIFY(!overrides(Qt::Key_A, QStringLiteral("a")));
     edit.setReadOnly(true);
     QVERIFY(!overrides(Qt::Key_5, QStringLiteral("5")));
@@ -936,6 +986,12 @@ void tst_KestIPAddressEdit::otherButtonsDoNothing()
     sendMouse(&edit, QEvent::MouseButtonPress, point, Qt::LeftButton, Qt::ControlModifier);
     sendMouse(&edit, QEvent::MouseButtonDblClick, point, Qt::LeftButton, Qt::ShiftModifier);
     QCOMPARE(stateOf(&edit), state);
+    // Nor in the cursor's section.
+    for (const Qt::KeyboardModifier modifier :
+         { Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier }) {
+        sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 2), Qt::LeftButton, modifier);
+        QCOMPARE(stateOf(&edit), state);
+    }
 }
 
 void tst_KestIPAddressEdit::shiftClick_data()
@@ -1011,6 +1067,25 @@ void tst_KestIPAddressEdit::moveAfterTheReleaseDoesNotSelect()
     sendMouse(&edit, QEvent::MouseButtonRelease, pointOf(&edit, 1));
     sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 3));
     QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @1"));
+}
+
+void tst_KestIPAddressEdit::mouseRepaints()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    const auto isPainted = [&edit](QEvent::Type type, int position,
+                                   Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        return isPaintedFor(&edit, [&] {
+            sendMouse(&edit, type, pointOf(&edit, position), Qt::LeftButton, modifiers);
+        });
+    };
+    QVERIFY(isPainted(QEvent::MouseButtonPress, 1));
+    QVERIFY(isPainted(QEvent::MouseMove, 2));
+    QVERIFY(!isPainted(QEvent::MouseButtonRelease, 2));
+    QVERIFY(!isPainted(QEvent::MouseMove, 3));
+    QVERIFY(isPainted(QEvent::MouseButtonPress, 1, Qt::ShiftModifier));
+    QVERIFY(isPainted(QEvent::MouseButtonDblClick, 5));
 }
 
 void tst_KestIPAddressEdit::releaseWithModifiersGoesOnSelecting()
@@ -1228,9 +1303,14 @@ void tst_KestIPAddressEdit::blinkRepaintsTheCursorAlone()
     QCoreApplication::sendEvent(&timer, &event);
     QTRY_VERIFY(!painted.region.isEmpty());
     edit->removeEventFilter(&painted);
+    // The cursor, and a pixel around it.
+    const int position = recordOf(edit)->cursorPosition;
+    const auto layout = line(recordOf(edit)->text(position / 4), edit->font());
+    const QPoint origin = originIn(Places(*edit).rect(position / 4), *layout);
+    const QRectF cursor(origin.x() + layout->lineAt(0).cursorToX(position % 4), origin.y(), 1,
+                        layout->lineAt(0).height());
     const QRect area = painted.region.boundingRect();
-    QVERIFY2(area.width() <= 4 && area.height() <= edit->fontMetrics().height() + 4,
-             qPrintable(QStringLiteral("%1 x %2").arg(area.width()).arg(area.height())));
+    QCOMPARE(area, cursor.toAlignedRect().adjusted(-1, -1, 1, 1) & edit->rect());
 
     const QImage after = rendered(edit);
     QVERIFY(after != before);
@@ -1472,6 +1552,15 @@ void tst_KestIPAddressEdit::newAddressesRepaint()
     edit.setIPAddress(QStringLiteral("5.6.7.8"));
     QCoreApplication::processEvents();
     QCOMPARE(paints.count, 1);
+}
+
+void tst_KestIPAddressEdit::readOnlyRepaints()
+{
+    Edit edit;
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    for (const bool readOnly : { true, true, false, false })
+        QVERIFY(isPaintedFor(&edit, [&edit, readOnly] { edit.setReadOnly(readOnly); }));
 }
 
 void tst_KestIPAddressEdit::styleMayDeleteTheEdit_data()
@@ -1766,12 +1855,15 @@ void tst_KestIPAddressEdit::sizeHints()
     const QFontMetrics metrics(font);
     QStyleOptionFrame option;
     edit.initStyleOption(&option);
-    const QSize contents(metrics.boundingRect(RoomOfAddress).width() + 4,
-                         metrics.height() + qMax(metrics.leading(), 2) + 6);
-    const QSize expected =
-        edit.style()->sizeFromContents(QStyle::CT_LineEdit, &option, contents, &edit);
-    QCOMPARE(edit.minimumSizeHint(), expected);
-    QCOMPARE(edit.sizeHint(), expected);
+    for (const int margin : { 1, 5, 0 }) {
+        recordOf(&edit)->verticalMargin = margin;
+        const QSize contents(metrics.boundingRect(RoomOfAddress).width() + 4,
+                             metrics.height() + qMax(metrics.leading(), 2 * margin) + 6);
+        const QSize expected =
+            edit.style()->sizeFromContents(QStyle::CT_LineEdit, &option, contents, &edit);
+        QCOMPARE(edit.minimumSizeHint(), expected);
+        QCOMPARE(edit.sizeHint(), expected);
+    }
     QCOMPARE(option.rect, edit.contentsRect());
     QCOMPARE(option.lineWidth, edit.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
     QCOMPARE(option.midLineWidth, 0);
@@ -1791,6 +1883,15 @@ void tst_KestIPAddressEdit::sectionsArePacked()
     QVERIFY(places.rect(3).right() < edit.width() - 200);
 }
 
+void tst_KestIPAddressEdit::editWithoutFrameHasNoLine()
+{
+    Edit edit;
+    recordOf(&edit)->frame = false;
+    QStyleOptionFrame option;
+    edit.initStyleOption(&option);
+    QCOMPARE(option.lineWidth, 0);
+}
+
 void tst_KestIPAddressEdit::invalidContentsRectIsReplaced()
 {
     class NoContents : public QProxyStyle
@@ -1800,7 +1901,7 @@ void tst_KestIPAddressEdit::invalidContentsRectIsReplaced()
                              const QWidget *widget) const override
         {
             return element == SE_LineEditContents
-                ? QRect()
+                ? QRect(QPoint(7, 9), QSize(-5, -5))
                 : QProxyStyle::subElementRect(element, option, widget);
         }
     } style;
@@ -2113,6 +2214,31 @@ void tst_KestIPAddressEdit::screenReaderMovesAndSelects()
     QCOMPARE(text->offsetAtPoint(edit.mapToGlobal(QPoint(-1, -1))), -1);
 }
 
+void tst_KestIPAddressEdit::screenReaderRepaints()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    QAccessibleTextInterface *const text =
+        QAccessible::queryAccessibleInterface(&edit)->textInterface();
+    QVERIFY(isPaintedFor(&edit, [text] { text->setSelection(0, 1, 3); }));
+    QVERIFY(isPaintedFor(&edit, [text] { text->addSelection(4, 6); }));
+    QVERIFY(isPaintedFor(&edit, [text] { text->removeSelection(0); }));
+    QVERIFY(isPaintedFor(&edit, [text] { text->setCursorPosition(2); }));
+    QVERIFY(!isPaintedFor(&edit, [text] { text->scrollToSubstring(0, 2); }));
+}
+
+void tst_KestIPAddressEdit::movesOfAScreenReaderClearTheSelection()
+{
+    Edit edit(QStringLiteral("192|168|| @0 0:0-2 1:1-2"));
+    QAccessibleTextInterface *const text =
+        QAccessible::queryAccessibleInterface(&edit)->textInterface();
+    text->scrollToSubstring(0, 5);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @0 0:0-2 1:1-2"));
+    text->setCursorPosition(5);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @5"));
+}
+
 void tst_KestIPAddressEdit::offsetsFromOutsideMayBeAny()
 {
     const int lowest = std::numeric_limits<int>::min();
@@ -2215,12 +2341,23 @@ void tst_KestIPAddressEdit::changesAreAnnounced()
     Announcements reader;
     typeKey(&edit, QStringLiteral("9"));
     QCOMPARE(reader.take(),
-             QStringList({ QStringLiteral("text 1.0.0.0 to 19.0.0.0"),
+             QStringList({ QStringLiteral("text 1.0.0.0 to 19.0.0.0 at 0"),
                            QStringLiteral("value 19.0.0.0"), QStringLiteral("cursor 2") }));
     typeKey(&edit, QStringLiteral("Left"));
     edit.setReadOnly(true);
     QCOMPARE(reader.take(),
              QStringList({ QStringLiteral("cursor 1"), QStringLiteral("read-only") }));
+}
+
+void tst_KestIPAddressEdit::nothingIsAnnouncedWithoutAReader()
+{
+    Edit edit(QStringLiteral("1||| @1"));
+    Announcements reader;
+    Announcements::switchOff();
+    typeKey(&edit, QStringLiteral("9"));
+    typeKey(&edit, QStringLiteral("Left"));
+    QCOMPARE(stateOf(&edit), QStringLiteral("19||| @1"));
+    QCOMPARE(reader.take(), QStringList());
 }
 
 QTEST_MAIN(tst_KestIPAddressEdit)
