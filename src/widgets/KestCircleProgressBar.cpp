@@ -352,7 +352,7 @@ void KestCircleProgressBar::showEvent(QShowEvent *event)
     disconnect(d->restored);
     if (const QWindow *handle = d->onScreen ? nullptr : window()->windowHandle()) {
         d->restored = connect(handle, &QWindow::windowStateChanged, this, [this](auto state) {
-            d->onScreen = isVisible() && state != Qt::WindowMinimized;
+            d->onScreen = state != Qt::WindowMinimized;
             update();
         });
     }

@@ -146,7 +146,10 @@ private Q_SLOTS:
     void busyModeEndsAtTheValuesArc();
     void longBusyModeEndsAtOnce();
     void busyModeIsEnteredAgain();
+    void busyRingShowsNoValue();
     void maximumOfZeroDrawsTheBusyArcAtRest();
+    void farValuesTurnTheBusyArcOnlySoFar_data();
+    void farValuesTurnTheBusyArcOnlySoFar();
     void rangeOfOtherEqualEndsIsFull();
     void newRingRests();
     void disabledRingKeepsItsLook();
@@ -155,6 +158,7 @@ private Q_SLOTS:
     void subclassIsAccessibleToo();
     void deletedOnTheWayLeavesNothing();
     void onlyTrueValuesAreAnnounced();
+    void nothingIsAnnouncedWithoutAReader();
     void slotMayDeleteTheRing_data();
     void slotMayDeleteTheRing();
     void ringMayDieWhileItIsRead();
@@ -162,6 +166,7 @@ private Q_SLOTS:
     void unseenRingHasNoTimer();
     void windowOfItsOwnRestsToo();
     void ringShownInAMinimisedWindowRests();
+    void ringHiddenInAMinimisedWindowGoesOnResting();
     void unseenBusyRingTurnsOn_data();
     void unseenBusyRingTurnsOn();
     void everyLookAtAnUnseenRingIsInTime();
@@ -170,6 +175,7 @@ private Q_SLOTS:
     void ringShownAgainIsPaintedAnew();
     void unseenGlideEndsInTime();
     void unseenGlideTakesOverItsRun();
+    void unseenMaximumOfZeroRests();
     void busyModeEndsUnseen_data();
     void busyModeEndsUnseen();
     void longUnseenTimesKeepTheAngle();
@@ -845,6 +851,50 @@ void tst_KestCircleProgressBar::maximumOfZeroDrawsTheBusyArcAtRest()
     QCOMPARE(rendered(&bar), drawnBusy(-19584, -4320));
 }
 
+void tst_KestCircleProgressBar::busyRingShowsNoValue()
+{
+    AnimationClock clock;
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    bar.show();
+    bar.setValue(0); // which is in the range to come
+    bar.setRange(0, 0);
+    QVERIFY(bar.isTextVisible());
+    QCOMPARE(bar.text(), QStringLiteral("100%"));
+    clock.advanceBy(500);
+    QCOMPARE(rendered(&bar), drawnBusy(2880, -2160));
+}
+
+void tst_KestCircleProgressBar::farValuesTurnTheBusyArcOnlySoFar_data()
+{
+    // A step of the range is half a turn, or a whole one. Only 2^29 sixteenths of a degree count.
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("middle");
+    const int farthest = 1 << 29;
+    const int largest = std::numeric_limits<int>::max();
+    QTest::newRow("just within") << -2 << 186411 << -186413 * 2880;
+    QTest::newRow("beyond") << -2 << 186412 << -farthest;
+    QTest::newRow("far beyond") << -1 << largest << -farthest;
+    QTest::newRow("just within, below") << -2 << -186415 << 186413 * 2880;
+    QTest::newRow("beyond, below") << -2 << -186416 << farthest;
+    QTest::newRow("far beyond, below") << -1 << -largest << farthest;
+}
+
+void tst_KestCircleProgressBar::farValuesTurnTheBusyArcOnlySoFar()
+{
+    QFETCH(int, minimum);
+    QFETCH(int, value);
+    QFETCH(int, middle);
+    AnimationClock clock;
+    PlainCircle bar;
+    bar.setRange(minimum, 0);
+    bar.setValue(value);
+    clock.advanceBy(100);
+    QVERIFY(!clock.isRunning());
+    QCOMPARE(rendered(&bar), drawnBusy(middle, -4320));
+}
+
 void tst_KestCircleProgressBar::rangeOfOtherEqualEndsIsFull()
 {
     AnimationClock clock;
@@ -946,6 +996,15 @@ void tst_KestCircleProgressBar::onlyTrueValuesAreAnnounced()
     QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 60") }));
     bar.setValue(7);
     QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 7") }));
+}
+
+void tst_KestCircleProgressBar::nothingIsAnnouncedWithoutAReader()
+{
+    KestCircleProgressBar bar;
+    Announcements reader;
+    Announcements::switchOff();
+    bar.setValue(30);
+    QCOMPARE(reader.take(), QStringList());
 }
 
 void tst_KestCircleProgressBar::slotMayDeleteTheRing_data()
@@ -1073,6 +1132,24 @@ void tst_KestCircleProgressBar::ringShownInAMinimisedWindowRests()
     clock.advanceBy(0);
     QVERIFY(!clock.isRunning());
     window.showNormal();
+    QTRY_VERIFY(clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::ringHiddenInAMinimisedWindowGoesOnResting()
+{
+    AnimationClock clock;
+    Window window;
+    window.ring->hide();
+    window.showMinimized();
+    window.ring->show();
+    window.ring->hide();
+    window.showNormal();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    window.ring->setRange(0, 0);
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning());
+    window.ring->show();
     QTRY_VERIFY(clock.isRunning());
 }
 
@@ -1273,6 +1350,17 @@ void tst_KestCircleProgressBar::unseenGlideTakesOverItsRun()
     const QImage begun = rendered(&bar);
     const bool atStart = begun == drawnSpan(-5760);
     QVERIFY(atStart || second.elapsed() > 0);
+}
+
+void tst_KestCircleProgressBar::unseenMaximumOfZeroRests()
+{
+    KestCircleProgressBar bar;
+    bar.resize(Size);
+    bar.setRange(-10, 0);
+    QTest::qSleep(30);
+    rendered(&bar); // in the midst of the glide, or at its end
+    QTest::qSleep(100);
+    QCOMPARE(rendered(&bar), drawnBusy(-19584, -4320));
 }
 
 void tst_KestCircleProgressBar::busyModeEndsUnseen_data()
