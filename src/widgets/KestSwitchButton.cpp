@@ -24,8 +24,8 @@ const qreal LargestRatio = 16;
 
 QRect offHandle(const QSize &size)
 {
-    const int side = size.height() - 2 * HandleInset;
-    return { HandleInset, HandleInset, side, side };
+    const QRect square(0, 0, size.height(), size.height());
+    return square.adjusted(HandleInset, HandleInset, -HandleInset, -HandleInset);
 }
 
 QRect onHandle(const QSize &size)

@@ -126,6 +126,8 @@ private Q_SLOTS:
     void paintEventFromOutsideDoesNoHarm();
     void oddRatiosDoNoHarm_data();
     void oddRatiosDoNoHarm();
+    void ratiosAreKeptWithinReason_data();
+    void ratiosAreKeptWithinReason();
     void handleTakesTenthOfASecond();
     void handleGoesBackInTheSameTime();
     void togglingOnTheWayTurnsTheHandleRound();
@@ -135,6 +137,8 @@ private Q_SLOTS:
     void hintIsThatOfAPushButton_data();
     void hintIsThatOfAPushButton();
     void hintStaysAfterAFontChange();
+    void hintWithoutExtentIsAskedForAgain_data();
+    void hintWithoutExtentIsAskedForAgain();
     void disabledLookIsTheStylesIcon();
     void enabledLookGoesThroughTheStyleToo();
     void disabledSwitchLooksLikeTheStylesDisabledIcon_data();
@@ -468,6 +472,44 @@ void tst_KestSwitchButton::oddRatiosDoNoHarm()
     QCOMPARE(rendered(&button), before);
 }
 
+void tst_KestSwitchButton::ratiosAreKeptWithinReason_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QSize>("picture");
+    QTest::newRow("coarse") << 1.0 / 8 << QSize(1600, 800) << QSize(200, 100);
+    QTest::newRow("coarsest") << 1.0 / 16 << QSize(1600, 800) << QSize(100, 50);
+    QTest::newRow("too coarse") << 1.0 / 32 << QSize(1600, 800) << QSize(100, 50);
+    QTest::newRow("fine") << 15.5 << QSize(160, 80) << QSize(2480, 1240);
+    QTest::newRow("too fine") << 17.0 << QSize(160, 80) << QSize(2560, 1280);
+}
+
+void tst_KestSwitchButton::ratiosAreKeptWithinReason()
+{
+    QFETCH(qreal, ratio);
+    QFETCH(QSize, size);
+    QFETCH(QSize, picture);
+    class SizeStyle : public QProxyStyle
+    {
+    public:
+        QPixmap generatedIconPixmap(QIcon::Mode, const QPixmap &pixmap,
+                                    const QStyleOption *) const override
+        {
+            size = pixmap.size();
+            return QPixmap(1, 1);
+        }
+
+        mutable QSize size;
+    } style;
+    KestSwitchButton button;
+    button.setStyle(&style);
+    button.resize(size);
+    QImage image(QSize(10, 10), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    button.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    QCOMPARE(style.size, picture);
+}
+
 void tst_KestSwitchButton::handleTakesTenthOfASecond()
 {
     AnimationClock clock;
@@ -614,6 +656,52 @@ void tst_KestSwitchButton::hintStaysAfterAFontChange()
     QVERIFY(late.sizeHint().height() > hint.height());
 }
 
+void tst_KestSwitchButton::hintWithoutExtentIsAskedForAgain_data()
+{
+    QTest::addColumn<QSize>("hint");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("no width") << QSize(0, 9) << false;
+    QTest::newRow("no height") << QSize(9, 0) << false;
+    QTest::newRow("negative width") << QSize(-3, 9) << false;
+    QTest::newRow("negative height") << QSize(9, -3) << false;
+    QTest::newRow("a pixel wide") << QSize(1, 9) << true;
+    QTest::newRow("a pixel high") << QSize(9, 1) << true;
+}
+
+void tst_KestSwitchButton::hintWithoutExtentIsAskedForAgain()
+{
+    QFETCH(QSize, hint);
+    QFETCH(bool, kept);
+    class HintStyle : public QProxyStyle
+    {
+    public:
+        QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                               const QWidget *) const override
+        {
+            if (type == CT_PushButton) {
+                ++asked;
+                room = option->rect.size();
+                contents = size;
+            }
+            return hint;
+        }
+
+        QSize hint;
+        mutable int asked = 0;
+        mutable QSize room;
+        mutable QSize contents;
+    } style;
+    style.hint = hint;
+    KestSwitchButton button;
+    button.setStyle(&style);
+    for (int i = 1; i <= 3; ++i) {
+        QCOMPARE(button.minimumSizeHint(), hint);
+        QCOMPARE(style.asked, kept ? 1 : i);
+    }
+    QCOMPARE(style.room, style.contents);
+    QVERIFY(!style.room.isEmpty());
+}
+
 void tst_KestSwitchButton::disabledLookIsTheStylesIcon()
 {
     RedIconStyle style;
@@ -748,9 +836,15 @@ void tst_KestSwitchButton::focusOfTheKeyboardShowsAsARing()
         QCOMPARE(marked.pixelColor(middle, y), QColor(Qt::darkGreen));
     for (int y : { 2, bottom - 2 })
         QCOMPARE(marked.pixelColor(middle, y), plain.pixelColor(middle, y));
-    // Round there, and blended at its edges.
-    for (int x : { 1, marked.width() - 2 })
-        QVERIFY(marked.pixelColor(x, bottom / 2).red() < 20);
+    // Round there, and blended at its edges: just as wide as the switch.
+    QImage expected = plain;
+    QPainter painter(&expected);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::darkGreen, 2));
+    const qreal radius = (marked.height() - 2) / 2.0;
+    painter.drawRoundedRect(QRectF(1, 1, marked.width() - 2, marked.height() - 2), radius, radius);
+    painter.end();
+    QCOMPARE(marked.convertToFormat(expected.format()), expected);
 
     QTest::keyClick(second, Qt::Key_Backtab);
     QCOMPARE(second->grab().toImage(), plain);
