@@ -241,6 +241,7 @@ private Q_SLOTS:
     void maximumPushesTheMinimum();
     void unchangedRangeDoesNothing();
     void orientationSetsTheSizePolicy();
+    void orientationOfTheSamePolicyUpdatesTheLayout();
     void geometrySettersUpdateTheLayout_data();
     void geometrySettersUpdateTheLayout();
     void geometrySettersRepaintInTheSameSize_data();
@@ -252,6 +253,9 @@ private Q_SLOTS:
     void hintsOfBarsWithoutCaptions();
     void hintsOfBarsWithCaptions_data();
     void hintsOfBarsWithCaptions();
+    void hintsOfEmptyCaptions_data();
+    void hintsOfEmptyCaptions();
+    void columnOfNoRadiusIsOfItsLeading();
     void hintComesFromTheOverriddenMinimum();
     void circlesWithoutCaptions_data();
     void circlesWithoutCaptions();
@@ -260,6 +264,7 @@ private Q_SLOTS:
     void captionsOfARowAreCentredBelow();
     void captionsOfAColumnAreBeside();
     void overridesAreAskedForEachStep();
+    void drawingLeavesThePainterAsItWas();
     void looksLikeItsDrawing_data();
     void looksLikeItsDrawing();
     void eachChangeIsDrawnAnew_data();
@@ -275,6 +280,7 @@ private Q_SLOTS:
     void halfTheValueIsHalfTheShape();
     void shareCountsFromZero();
     void columnFillsFromTheBottom();
+    void maximumOfOneIsAllProgress();
     void maximumOfZeroShowsNoProgress();
     void negativeRangesDoNoHarm();
     void paintEventFromOutsideDoesNoHarm();
@@ -294,6 +300,8 @@ private Q_SLOTS:
     void layoutMayDeleteTheBar();
     void barMayDieWhileItIsMeasured_data();
     void barMayDieWhileItIsMeasured();
+    void barMayDieBeforeItIsPainted_data();
+    void barMayDieBeforeItIsPainted();
     void overridesMayChangeTheBarWhileItIsPainted();
 };
 
@@ -550,6 +558,21 @@ void tst_KestStageProgressBar::orientationSetsTheSizePolicy()
     QCOMPARE(bar.sizePolicy().horizontalPolicy(), QSizePolicy::Ignored);
 }
 
+void tst_KestStageProgressBar::orientationOfTheSamePolicyUpdatesTheLayout()
+{
+    QWidget window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *bar = new KestStageProgressBar;
+    bar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    layout->addWidget(bar);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    const int before = layout->minimumSize().height();
+    bar->setOrientation(Qt::Vertical);
+    QVERIFY(layout->minimumSize().height() > before);
+}
+
 void tst_KestStageProgressBar::geometrySettersUpdateTheLayout_data()
 {
     QTest::addColumn<int>("what");
@@ -776,6 +799,45 @@ void tst_KestStageProgressBar::hintsOfBarsWithCaptions()
              QSize(widest + 2 * radius + 10 + 8, count * rung + qMax(0, firstHeight - radius) + 6));
 }
 
+void tst_KestStageProgressBar::hintsOfEmptyCaptions_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<int>("rowWidth"); // of the contents
+    QTest::newRow("small circles") << 5 << 1 << 3 * 10 + 10;
+    QTest::newRow("circles as wide as the space between") << 5 << 3 << 3 * 12 + 10;
+    QTest::newRow("large circles") << 4 << 20 << 2 * 80 + 10;
+    QTest::newRow("two") << 2 << 20 << 10;
+}
+
+void tst_KestStageProgressBar::hintsOfEmptyCaptions()
+{
+    QFETCH(int, count);
+    QFETCH(int, radius);
+    QFETCH(int, rowWidth);
+    FramedStyle style;
+    KestStageProgressBar bar;
+    bar.setStyle(&style);
+    bar.setStageCount(count);
+    bar.setStageCircleRadius(radius);
+    bar.setTextVisible(true);
+    const QFontMetrics metrics(bar.font());
+    QCOMPARE(bar.sizeHint(),
+             QSize(rowWidth + 8, 2 * radius + metrics.height() + metrics.leading() + 6));
+    bar.setOrientation(Qt::Vertical);
+    QCOMPARE(bar.sizeHint().width(), 2 * radius + 10 + 8);
+}
+
+void tst_KestStageProgressBar::columnOfNoRadiusIsOfItsLeading()
+{
+    FramedStyle style;
+    KestStageProgressBar bar;
+    bar.setStyle(&style);
+    bar.setStageCircleRadius(0);
+    bar.setOrientation(Qt::Vertical);
+    QCOMPARE(bar.sizeHint(), QSize(8, 5 * 2 * bar.fontMetrics().leading() + 6));
+}
+
 void tst_KestStageProgressBar::hintComesFromTheOverriddenMinimum()
 {
     class Fixed : public KestStageProgressBar
@@ -933,6 +995,32 @@ void tst_KestStageProgressBar::overridesAreAskedForEachStep()
     bar.setTextVisible(true);
     bar.paint();
     QCOMPARE(bar.texts.size(), 3);
+}
+
+void tst_KestStageProgressBar::drawingLeavesThePainterAsItWas()
+{
+    class Open : public KestStageProgressBar
+    {
+    public:
+        using KestStageProgressBar::drawStage;
+        using KestStageProgressBar::drawText;
+    } bar;
+    const QPen outer(Qt::magenta, 7);
+    const QPen inner(Qt::cyan, 5);
+    for (const bool caption : { false, true }) {
+        QImage image(100, 100, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        painter.setPen(outer);
+        painter.save();
+        painter.setPen(inner);
+        if (caption)
+            bar.drawText(&painter, 0, QRectF(0, 0, 100, 100), QStringLiteral("Text"));
+        else
+            bar.drawStage(&painter, 0, QRectF(0, 0, 100, 100), 0);
+        QCOMPARE(painter.pen(), inner);
+        painter.restore();
+        QCOMPARE(painter.pen(), outer);
+    }
 }
 
 void tst_KestStageProgressBar::looksLikeItsDrawing_data()
@@ -1241,6 +1329,18 @@ void tst_KestStageProgressBar::columnFillsFromTheBottom()
     }
 }
 
+void tst_KestStageProgressBar::maximumOfOneIsAllProgress()
+{
+    KestStageProgressBar bar;
+    bar.resize(300, 40);
+    bar.setValue(99);
+    const QImage full = rendered(&bar);
+    bar.setRange(0, 1);
+    QCOMPARE(rendered(&bar), full);
+    bar.setValue(0);
+    QCOMPARE(inkCount(rendered(&bar), Rate), 0);
+}
+
 void tst_KestStageProgressBar::maximumOfZeroShowsNoProgress()
 {
     KestStageProgressBar bar;
@@ -1345,6 +1445,16 @@ void tst_KestStageProgressBar::extremeRadiiHaveHints()
             bar.setStageCircleRadius(radius);
             bar.setOrientation(orientation);
             bar.setTextVisible(captions);
+            if (radius == std::numeric_limits<int>::max() && !captions) {
+                // What a style adds to the longest side still is a number.
+                const int longest = radius - (1 << 20);
+                QCOMPARE(bar.sizeHint(), QSize(longest + 8, longest + 6));
+                if (orientation == Qt::Horizontal) {
+                    bar.setStageCircleRadius(-radius);
+                    QCOMPARE(bar.sizeHint(), QSize(8 - longest, 6 - longest));
+                    bar.setStageCircleRadius(radius);
+                }
+            }
             if (radius > 0) {
                 // Of a row with captions the first and the last step count by their captions only.
                 const bool endsOnly = captions && count == 2 && orientation == Qt::Horizontal;
@@ -1576,6 +1686,48 @@ void tst_KestStageProgressBar::barMayDieWhileItIsMeasured()
         bar->onOption = [bar] { delete bar; };
     }
     QCOMPARE(bar->minimumSizeHint(), QSize());
+    QVERIFY(bar.isNull());
+}
+
+void tst_KestStageProgressBar::barMayDieBeforeItIsPainted_data()
+{
+    QTest::addColumn<QString>("where");
+    for (const char *where : { "option", "contents", "hint" })
+        QTest::newRow(where) << QString::fromLatin1(where);
+}
+
+void tst_KestStageProgressBar::barMayDieBeforeItIsPainted()
+{
+    QFETCH(QString, where);
+    class Style : public QProxyStyle
+    {
+    public:
+        QPointer<QWidget> inContents;
+        QPointer<QWidget> inHint;
+        QRect subElementRect(SubElement, const QStyleOption *option, const QWidget *) const override
+        {
+            delete inContents;
+            return option->rect;
+        }
+        QSize sizeFromContents(ContentsType, const QStyleOption *, const QSize &size,
+                               const QWidget *) const override
+        {
+            delete inHint;
+            return size;
+        }
+    } style;
+    const QPointer<Fragile> bar(new Fragile);
+    bar->setStyle(&style);
+    bar->setTextVisible(true);
+    bar->ensurePolished();
+    if (where == QLatin1String("option"))
+        bar->onOption = [bar] { delete bar; };
+    else if (where == QLatin1String("contents"))
+        style.inContents = bar;
+    else
+        style.inHint = bar;
+    QPaintEvent event(QRect(0, 0, 100, 100));
+    static_cast<QObject *>(bar)->event(&event);
     QVERIFY(bar.isNull());
 }
 
