@@ -11,12 +11,12 @@ namespace {
 
 const int LargestArea = 512 * 512; // device pixels of a picture
 
-// Whether colours are rounded there as in a picture.
+// Whether colours are rounded there as in a picture. What Qt rasterises is an image in the end.
 bool hasPictureColors(const QPaintDevice *device)
 {
-    if (device->devType() != QInternal::Image)
-        return device->depth() == 32;
-    const QImage::Format format = static_cast<const QImage *>(device)->format();
+    const bool isImage = device->devType() == QInternal::Image;
+    const QImage::Format format =
+        isImage ? static_cast<const QImage *>(device)->format() : QImage::Format_Invalid;
     return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32_Premultiplied;
 }
 
@@ -36,7 +36,7 @@ qreal pictureRatio(const QPainter &painter, const QSize &size)
         || transform.dy() != std::floor(transform.dy()))
         return 0.0;
     const qreal area = size.width() * ratio * size.height() * ratio;
-    return area > 0.0 && area <= LargestArea ? ratio : 0.0;
+    return !size.isEmpty() && area <= LargestArea ? ratio : 0.0;
 }
 
 QPixmap emptyPicture(const QSize &size, qreal ratio)

@@ -42,9 +42,8 @@ public:
             draw(painter);
             return;
         }
-        if (m_pixmap.isNull() || m_ratio != ratio || m_size != size || m_look != look) {
+        if (m_pixmap.devicePixelRatioF() != ratio || m_size != size || m_look != look) {
             m_pixmap = emptyPicture(size, ratio);
-            m_ratio = ratio;
             m_size = size;
             m_look = look;
             QPainter drawing(&m_pixmap);
@@ -55,8 +54,7 @@ public:
 
 private:
     QPixmap m_pixmap;
-    qreal m_ratio = 0.0;
-    QSize m_size;
+    QSize m_size; // that of no picture before the first one
     std::tuple<Look...> m_look;
 };
 

@@ -164,7 +164,9 @@ void tst_KeptPicture::picturesAreSmall_data()
     QTest::newRow("more, fine") << QSize(256, 257) << 2.0 << false;
     QTest::newRow("no width") << QSize(0, 20) << 1.0 << false;
     QTest::newRow("no height") << QSize(20, 0) << 1.0 << false;
+    QTest::newRow("a pixel") << QSize(1, 1) << 1.0 << true;
     QTest::newRow("turned inside out") << QSize(-20, 20) << 1.0 << false;
+    QTest::newRow("turned inside out twice") << QSize(-20, -20) << 1.0 << false;
 }
 
 void tst_KeptPicture::picturesAreSmall()
