@@ -288,7 +288,7 @@ void KestStageProgressBar::paintEvent(QPaintEvent *)
         return;
     // A row's circles and captions are centred together, by the height of the bar's hint.
     const bool isCentredByHint = d->textVisible && d->isHorizontal();
-    const int halfRow = isCentredByHint ? minimumSizeHint().height() / 2 : d->stageCircleRadius;
+    const qint64 halfRow = isCentredByHint ? minimumSizeHint().height() / 2 : d->stageCircleRadius;
     if (!guard)
         return;
 

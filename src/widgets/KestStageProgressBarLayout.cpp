@@ -97,22 +97,23 @@ qint64 KestStageProgressBarPrivate::contentsHeight() const
 
 // The rectangles of the circles in the rectangle that the style leaves them, of a row those that
 // begin halfRow above its middle.
-QVector<QRectF> KestStageProgressBarPrivate::stageRects(const QRect &contents, int halfRow) const
+QVector<QRectF> KestStageProgressBarPrivate::stageRects(const QRect &contents, qint64 halfRow) const
 {
     const qint64 r = stageCircleRadius;
     qreal left = contents.left();
     qreal top = contents.top();
-    qreal length = 0; // from the first circle to the last
+    // From the first circle to the last: what they, or captions instead, stick out is taken off.
+    qreal length = (isHorizontal() ? contents.width() : contents.height()) - r;
     if (isHorizontal()) {
         const qint64 padding = textVisible ? captionPadding() : 0;
         left += padding;
         top += contents.height() / 2 - halfRow; // whole pixels
-        length = contents.width() - 2 * r - 2 * padding;
+        length -= r + 2 * padding;
     } else if (textVisible) {
-        length = contents.height() - qMax(qint64(captionHeight(measures().constFirst())), r) - r;
+        length -= qMax(qint64(captionHeight(measures().constFirst())), r);
     } else {
         left += contents.width() / 2 - r; // whole pixels
-        length = contents.height() - 2 * r;
+        length -= r;
     }
 
     QVector<QRectF> rects;

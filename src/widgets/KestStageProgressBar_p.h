@@ -60,7 +60,7 @@ public:
     QSize contentsSize() const;
     qint64 contentsWidth() const;
     qint64 contentsHeight() const;
-    QVector<QRectF> stageRects(const QRect &contents, int halfRow) const;
+    QVector<QRectF> stageRects(const QRect &contents, qint64 halfRow) const;
     QVector<QRectF> textRects(const QVector<QRectF> &stages) const;
     QRectF barRect(const QPointF &first, const QPointF &last) const;
     QRectF completedPart(const QRectF &whole) const;

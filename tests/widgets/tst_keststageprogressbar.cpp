@@ -6,6 +6,7 @@
 #include "Announcements.h"
 #include "Rendering.h"
 
+#include <QtCore/QLocale>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
@@ -261,10 +262,18 @@ private Q_SLOTS:
     void circlesWithoutCaptions();
     void circlesOfARowWithCaptions();
     void circlesOfAColumnWithCaptions();
+    void captionsOfSeveralLines_data();
+    void captionsOfSeveralLines();
+    void inkOfTheOuterCaptionsMovesTheCircles();
     void captionsOfARowAreCentredBelow();
     void captionsOfAColumnAreBeside();
     void overridesAreAskedForEachStep();
     void drawingLeavesThePainterAsItWas();
+    void stepsAreDrawnOneAfterTheOther();
+    void captionsAreDrawnInTheTextsColor_data();
+    void captionsAreDrawnInTheTextsColor();
+    void captionsAreDrawnAsTheyStand();
+    void numbersAreNoMatterOfLocale();
     void looksLikeItsDrawing_data();
     void looksLikeItsDrawing();
     void eachChangeIsDrawnAnew_data();
@@ -421,13 +430,29 @@ void tst_KestStageProgressBar::stageCountDropsAndAddsCaptions()
 
 void tst_KestStageProgressBar::captionOutOfRangeIsLogged()
 {
+    static QStringList messages;
+    messages.clear();
+    const QtMessageHandler before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &text) { messages.append(text); });
     KestStageProgressBar bar;
-    for (const int index : { 5, 7 }) {
-        QTest::ignoreMessage(QtDebugMsg, "stage out of range");
-        QCOMPARE(bar.text(index), QString());
-        QTest::ignoreMessage(QtDebugMsg, "stage out of range");
-        bar.setText(index, QStringLiteral("no"));
+    const auto logged = [](const std::function<void()> &action) {
+        messages.clear();
+        action();
+        return messages;
+    };
+    const QStringList outOfRange { QStringLiteral("stage out of range") };
+    QStringList wrong;
+    for (const int index : { 0, 4, 5, 7 }) {
+        const QStringList expected = index < 5 ? QStringList() : outOfRange;
+        if (logged([&] { bar.text(index); }) != expected)
+            wrong.append(QStringLiteral("text %1").arg(index));
+        if (logged([&] { bar.setText(index, QStringLiteral("no")); }) != expected)
+            wrong.append(QStringLiteral("setText %1").arg(index));
+        if (bar.text(index) != (index < 5 ? QStringLiteral("no") : QString()))
+            wrong.append(QStringLiteral("caption %1").arg(index));
     }
+    qInstallMessageHandler(before);
+    QCOMPARE(wrong, QStringList());
     QCOMPARE(bar.stageCount(), 5);
     bar.setStageCount(8);
     QCOMPARE(bar.text(5), QString());
@@ -709,6 +734,7 @@ void tst_KestStageProgressBar::styleOptionDescribesTheBar()
     bar.setOrientation(Qt::Vertical);
     option = bar.option();
     QVERIFY(!option.state.testFlag(QStyle::State_Horizontal));
+    QCOMPARE(option.orientation, QStyleOptionProgressBar().orientation); // the state tells
     QVERIFY(!option.textVisible);
 
     bar.minimumSizeHint();
@@ -835,7 +861,8 @@ void tst_KestStageProgressBar::columnOfNoRadiusIsOfItsLeading()
     bar.setStyle(&style);
     bar.setStageCircleRadius(0);
     bar.setOrientation(Qt::Vertical);
-    QCOMPARE(bar.sizeHint(), QSize(8, 5 * 2 * bar.fontMetrics().leading() + 6));
+    // Which is negative in some fonts.
+    QCOMPARE(bar.sizeHint(), QSize(8, 5 * qMax(0, 2 * bar.fontMetrics().leading()) + 6));
 }
 
 void tst_KestStageProgressBar::hintComesFromTheOverriddenMinimum()
@@ -911,6 +938,10 @@ void tst_KestStageProgressBar::circlesOfARowWithCaptions()
         QCOMPARE(bar.stages.at(i).left(), padding + 3 + i * (600 - 20 - 2 * padding) / 4.0);
         QCOMPARE(bar.stages.at(i).top(), 2.0 + 45 - hint / 2);
     }
+    // The first caption moves them, not the widest one.
+    bar.setText(2, captionsOf(1).first() + captionsOf(1).first());
+    bar.paint();
+    QCOMPARE(bar.stages.at(0).left(), padding + 3.0);
     // The last caption is the longer one now, and none sticks out of short ones.
     bar.setText(0, QStringLiteral("I"));
     bar.setText(4, captionsOf(1).first());
@@ -940,6 +971,77 @@ void tst_KestStageProgressBar::circlesOfAColumnWithCaptions()
                      2 + (4 - i) * (301 - qMax(height, radius) - radius) / 4.0);
         }
         QVERIFY(bar.stages.at(0).top() > bar.stages.at(4).top());
+    }
+}
+
+void tst_KestStageProgressBar::captionsOfSeveralLines_data()
+{
+    QTest::addColumn<int>("tall"); // the step that has them
+    QTest::newRow("first") << 0;
+    QTest::newRow("one between") << 2;
+    QTest::newRow("last") << 4;
+}
+
+void tst_KestStageProgressBar::captionsOfSeveralLines()
+{
+    QFETCH(int, tall);
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    QStringList texts = captionsOf(5);
+    texts[tall] = QStringLiteral("Some\nlines\nof\ntext");
+    setCaptions(&bar, texts);
+    const QFontMetrics metrics(bar.font());
+    const int line = metrics.size(0, QStringLiteral("x")).height();
+    const QSize lines = metrics.size(0, texts.at(tall));
+    QVERIFY(lines.height() > 3 * line);
+    // A row has room for one line.
+    QCOMPARE(bar.sizeHint().height(), 20 + metrics.height() + metrics.leading() + 6);
+    bar.resize(608, 106);
+    bar.paint();
+    QCOMPARE(bar.captions.at(tall).size(), QSizeF(lines));
+
+    // In a column each step has as much as the tallest one, and the first one its own below it.
+    bar.setOrientation(Qt::Vertical);
+    const int rung = qMax(34, lines.height() + 2 * metrics.leading());
+    const int first = tall == 0 ? lines.height() : line;
+    QCOMPARE(bar.sizeHint().height(), 5 * rung + qMax(0, first - 10) + 6);
+    bar.resize(308, 406);
+    bar.paint();
+    QCOMPARE(bar.captions.at(tall).size(), QSizeF(lines.width(), qMax(20, lines.height())));
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(bar.stages.at(i).top(), 2 + (4 - i) * (400 - qMax(first, 10) - 10) / 4.0);
+    // All of the lines are drawn.
+    QCOMPARE(rendered(&bar), drawn(figureOf(&bar), bar.size(), 1.0));
+    const QImage whole = rendered(&bar);
+    texts[tall] = QStringLiteral("Some\nlines\nof\n ");
+    bar.setText(tall, texts.at(tall));
+    QVERIFY(rendered(&bar) != whole);
+}
+
+void tst_KestStageProgressBar::inkOfTheOuterCaptionsMovesTheCircles()
+{
+    // Not how far they advance, which is another number.
+    FramedStyle style;
+    Probe bar;
+    bar.setStyle(&style);
+    bar.setTextVisible(true);
+    bar.resize(900, 90);
+    const QFontMetrics metrics(bar.font());
+    for (const int step : { 0, 4 }) {
+        bool differs = false;
+        for (const char letter : { 'f', 'j', 'W', 'A', 'i', 'l', 'T', 'm' }) {
+            for (const int length : { 7, 8, 9, 10 }) {
+                const QString text(length, QLatin1Char(letter));
+                bar.setText(step, text);
+                bar.paint();
+                const int ink = metrics.boundingRect(text).width() / 2;
+                differs |= ink != metrics.size(0, text).width() / 2;
+                QCOMPARE(bar.stages.at(0).left(), 3.0 + qMax(0, ink - 10));
+            }
+        }
+        QVERIFY(differs);
+        bar.setText(step, QString());
     }
 }
 
@@ -1021,6 +1123,97 @@ void tst_KestStageProgressBar::drawingLeavesThePainterAsItWas()
         painter.restore();
         QCOMPARE(painter.pen(), outer);
     }
+}
+
+void tst_KestStageProgressBar::stepsAreDrawnOneAfterTheOther()
+{
+    class Ordered : public KestStageProgressBar
+    {
+    public:
+        mutable QStringList order;
+
+    protected:
+        void drawStage(QPainter *painter, int index, const QRectF &, int) const override
+        {
+            const bool smooth = painter->testRenderHint(QPainter::Antialiasing);
+            order.append(QStringLiteral("%1 %2").arg(smooth ? "circle" : "rough").arg(index));
+        }
+        void drawText(QPainter *painter, int index, const QRectF &, const QString &) const override
+        {
+            const bool smooth = painter->testRenderHint(QPainter::Antialiasing);
+            order.append(QStringLiteral("%1 %2").arg(smooth ? "caption" : "rough").arg(index));
+        }
+    } bar;
+    bar.setStageCount(3);
+    bar.setTextVisible(true);
+    rendered(&bar);
+    QCOMPARE(bar.order,
+             QStringList({ QStringLiteral("circle 0"), QStringLiteral("caption 0"),
+                           QStringLiteral("circle 1"), QStringLiteral("caption 1"),
+                           QStringLiteral("circle 2"), QStringLiteral("caption 2") }));
+}
+
+void tst_KestStageProgressBar::captionsAreDrawnInTheTextsColor_data()
+{
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("enabled") << true << QColor(Qt::darkGreen);
+    QTest::newRow("disabled") << false << QColor(Qt::darkMagenta);
+}
+
+void tst_KestStageProgressBar::captionsAreDrawnInTheTextsColor()
+{
+    QFETCH(bool, enabled);
+    QFETCH(QColor, color);
+    // Whatever the widget's own foreground is.
+    KestStageProgressBar bar;
+    QPalette palette;
+    for (const QPalette::ColorGroup group :
+         { QPalette::Active, QPalette::Inactive, QPalette::Disabled }) {
+        palette.setColor(group, QPalette::Text, Qt::red);
+        palette.setColor(group, QPalette::WindowText,
+                         group == QPalette::Disabled ? Qt::darkMagenta : Qt::darkGreen);
+    }
+    bar.setPalette(palette);
+    bar.setForegroundRole(QPalette::Text);
+    bar.setEnabled(enabled);
+    QFont font = bar.font();
+    font.setPixelSize(30);
+    bar.setFont(font);
+    setCaptions(&bar, QStringList { QStringLiteral("HHHH") });
+    bar.setStageIndexTextPen(Qt::NoPen);
+    bar.resize(bar.sizeHint());
+    const QImage image = rendered(&bar);
+    QVERIFY(inkCount(image, color) > 20);
+    QCOMPARE(inkCount(image, Qt::red), 0);
+}
+
+void tst_KestStageProgressBar::captionsAreDrawnAsTheyStand()
+{
+    // An ampersand is one, and no mnemonic.
+    for (const Qt::Orientation orientation : { Qt::Horizontal, Qt::Vertical }) {
+        Probe bar;
+        bar.setOrientation(orientation);
+        setCaptions(&bar, QStringList { QStringLiteral("Save && &go") });
+        bar.resize(bar.sizeHint());
+        bar.paint();
+        QCOMPARE(bar.captions.at(0).width(),
+                 bar.fontMetrics().size(0, QStringLiteral("Save && &go")).width());
+        QCOMPARE(rendered(&bar), drawn(figureOf(&bar), bar.size(), 1.0));
+    }
+}
+
+void tst_KestStageProgressBar::numbersAreNoMatterOfLocale()
+{
+    KestStageProgressBar bar;
+    bar.resize(bar.sizeHint());
+    const QImage image = rendered(&bar);
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+    const QImage elsewhere = rendered(&bar);
+    QLocale::setDefault(before);
+    QVERIFY(QLocale(QLocale::Arabic, QLocale::Egypt).toString(1) != QStringLiteral("1"));
+    QCOMPARE(elsewhere, image);
 }
 
 void tst_KestStageProgressBar::looksLikeItsDrawing_data()
@@ -1163,7 +1356,15 @@ void tst_KestStageProgressBar::captionsAreMeasuredAnew()
     const QVector<std::function<void()>> changes {
         [&] { bar.setText(0, QStringLiteral("An even longer beginning of many words")); },
         [&] { bar.setText(4, QStringLiteral("An end that is longer than the whole rest of it")); },
+        [&] {
+            // Also while it does not show.
+            bar.setTextVisible(false);
+            bar.sizeHint();
+            bar.setText(4, QStringLiteral("An end"));
+            bar.setTextVisible(true);
+        },
         [&] { bar.setFont(QFont(bar.font().family(), 30)); },
+        [&] { bar.setFont(QFont()); }, // the one that metrics begin with
         [&] { bar.setStyleSheet(QStringLiteral("* { font-size: 7px; }")); },
         [&] { bar.setStageCount(2); },
         [&] { bar.setStageCount(9); },
@@ -1171,7 +1372,7 @@ void tst_KestStageProgressBar::captionsAreMeasuredAnew()
             bar.setText(8, QStringLiteral("One that has to be the longest of all of them here"));
         },
         [&] { bar.setStyleSheet(QString()); },
-        [&] { bar.setFont(QFont(family, 12)); },
+        [&] { bar.setFont(QFont(family, 21)); },
         [&] {
             QFont::insertSubstitution(family, otherFamily(family));
             QFontCache::instance()->clear();
@@ -1704,8 +1905,10 @@ void tst_KestStageProgressBar::barMayDieBeforeItIsPainted()
     public:
         QPointer<QWidget> inContents;
         QPointer<QWidget> inHint;
+        mutable int asked = 0; // for the contents
         QRect subElementRect(SubElement, const QStyleOption *option, const QWidget *) const override
         {
+            ++asked;
             delete inContents;
             return option->rect;
         }
@@ -1729,6 +1932,7 @@ void tst_KestStageProgressBar::barMayDieBeforeItIsPainted()
     QPaintEvent event(QRect(0, 0, 100, 100));
     static_cast<QObject *>(bar)->event(&event);
     QVERIFY(bar.isNull());
+    QCOMPARE(style.asked, where == QLatin1String("option") ? 0 : 1);
 }
 
 void tst_KestStageProgressBar::overridesMayChangeTheBarWhileItIsPainted()
