@@ -263,6 +263,10 @@ void KestIPAddressEdit::setReadOnly(bool readOnly)
     if (!guard)
         return;
     update();
+    // Asking for an edit's interface makes it, of the class that the edit is by then: in its
+    // constructor that of a subclass would never be.
+    if (!QAccessible::isActive())
+        return;
     QAccessible::State changed;
     changed.readOnly = true;
     QAccessibleStateChangeEvent event(this, changed);

@@ -120,10 +120,6 @@ void KestIPAddressEditPrivate::insertDigit(const QString &digit)
 
 void KestIPAddressEditPrivate::deleteBackward()
 {
-    if (q->hasSelection()) {
-        q->deleteSelectedText();
-        return;
-    }
     const QPointer<KestIPAddressEdit> guard(q);
     const int section = q->sectionOfCursorPosition(cursorPosition);
     const int offset = positionInSection(cursorPosition);
@@ -145,10 +141,6 @@ void KestIPAddressEditPrivate::deleteBackward()
 
 void KestIPAddressEditPrivate::deleteForward()
 {
-    if (q->hasSelection()) {
-        q->deleteSelectedText();
-        return;
-    }
     QTextLayout &layout = q->textLayout(cursorPosition);
     const int offset = positionInSection(cursorPosition);
     QString digits = layout.text();
@@ -230,11 +222,12 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
 {
     const int key = event->key();
     const bool isDigit = key >= Qt::Key_0 && key <= Qt::Key_9;
+    const bool isDeletion = key == Qt::Key_Backspace || key == Qt::Key_Delete;
     const bool isBackward = key == Qt::Key_Left || key == Qt::Key_Up;
     const bool isForward = key == Qt::Key_Right || key == Qt::Key_Down;
     const bool selecting = event->modifiers() & Qt::ShiftModifier;
 
-    if (d->readOnly && (isDigit || key == Qt::Key_Backspace || key == Qt::Key_Delete))
+    if (d->readOnly && (isDigit || isDeletion))
         return;
     // A selection never leaves its section, but it may go past the last digit.
     const int offset = positionInSection(d->cursorPosition);
@@ -244,6 +237,8 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
     const QPointer<KestIPAddressEdit> guard(this);
     if (isDigit)
         d->insertDigit(event->text());
+    else if (isDeletion && hasSelection())
+        deleteSelectedText();
     else if (key == Qt::Key_Backspace)
         d->deleteBackward();
     else if (isBackward && selecting)

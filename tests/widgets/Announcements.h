@@ -42,9 +42,6 @@ public:
         return lines;
     }
 
-    /*! Switches the reader off. What is announced all the same is noted. */
-    static void switchOff() { setActive(false); }
-
     /*! Calls \a action within each announcement. */
     void onEach(const std::function<void()> &action) { onAnnouncement() = action; }
 
@@ -95,6 +92,38 @@ private:
         default:
             return QStringLiteral("event %1").arg(int(event->type()));
         }
+    }
+};
+
+/*! Counts, as long as it lives, how often an interface for screen readers is made for an object. */
+class InterfaceRequests
+{
+public:
+    InterfaceRequests()
+    {
+        requests() = 0;
+        QAccessible::installFactory(note);
+    }
+
+    ~InterfaceRequests() { QAccessible::removeFactory(note); }
+
+    InterfaceRequests(const InterfaceRequests &) = delete;
+    InterfaceRequests &operator=(const InterfaceRequests &) = delete;
+
+    static int count() { return requests(); }
+
+private:
+    static int &requests()
+    {
+        static int number = 0;
+        return number;
+    }
+
+    // Asked for each class of the object until another one makes it.
+    static QAccessibleInterface *note(const QString &, QObject *)
+    {
+        ++requests();
+        return nullptr;
     }
 };
 

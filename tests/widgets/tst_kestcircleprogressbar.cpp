@@ -136,6 +136,9 @@ private Q_SLOTS:
     void pictureOfCommandsKeepsItsLines();
     void textIsDrawnThroughTheOverride();
     void hiddenTextIsNotDrawn();
+    void textTakesTheColorOfItsBrush_data();
+    void textTakesTheColorOfItsBrush();
+    void longTextIsWrappedWithinTheRing();
     void valueGlidesInTenthOfASecond();
     void glideStartsFromTheLastTarget();
     void rangeGlidesToo();
@@ -158,7 +161,7 @@ private Q_SLOTS:
     void subclassIsAccessibleToo();
     void deletedOnTheWayLeavesNothing();
     void onlyTrueValuesAreAnnounced();
-    void nothingIsAnnouncedWithoutAReader();
+    void nothingIsMadeForNoReader();
     void slotMayDeleteTheRing_data();
     void slotMayDeleteTheRing();
     void ringMayDieWhileItIsRead();
@@ -167,6 +170,7 @@ private Q_SLOTS:
     void windowOfItsOwnRestsToo();
     void ringShownInAMinimisedWindowRests();
     void ringHiddenInAMinimisedWindowGoesOnResting();
+    void ringOfAWindowExposedTwiceRestsWhenItIsHidden();
     void unseenBusyRingTurnsOn_data();
     void unseenBusyRingTurnsOn();
     void everyLookAtAnUnseenRingIsInTime();
@@ -661,6 +665,44 @@ void tst_KestCircleProgressBar::hiddenTextIsNotDrawn()
     QVERIFY(rendered(&bar) != withText);
 }
 
+void tst_KestCircleProgressBar::textTakesTheColorOfItsBrush_data()
+{
+    QTest::addColumn<QBrush>("brush");
+    QLinearGradient gradient(0, 0, 100, 0);
+    gradient.setColorAt(0, Qt::red);
+    gradient.setColorAt(1, Qt::blue);
+    QTest::newRow("gradient") << QBrush(gradient);
+    QTest::newRow("pattern") << QBrush(Qt::magenta, Qt::Dense5Pattern);
+}
+
+void tst_KestCircleProgressBar::textTakesTheColorOfItsBrush()
+{
+    QFETCH(QBrush, brush);
+    KestCircleProgressBar bar;
+    bar.setBarBrush(brush);
+    bar.resize(Size);
+    Figure figure;
+    figure.arc.setBrush(brush);
+    figure.font = bar.font();
+    figure.text = QStringLiteral("24%");
+    QCOMPARE(rendered(&bar), drawn(figure));
+}
+
+void tst_KestCircleProgressBar::longTextIsWrappedWithinTheRing()
+{
+    KestCircleProgressBar bar;
+    bar.setFormat(QStringLiteral("%p of all the hundred there are"));
+    bar.setBarWidth(20);
+    bar.resize(200, 100); // where there is room beside the ring
+    Figure figure;
+    figure.ring = QRectF(60, 10, 80, 80);
+    figure.barWidth = 20;
+    figure.arc.setWidth(20);
+    figure.font = bar.font();
+    figure.text = bar.text();
+    QCOMPARE(rendered(&bar), drawn(figure, 1.0, QSize(200, 100)));
+}
+
 void tst_KestCircleProgressBar::valueGlidesInTenthOfASecond()
 {
     AnimationClock clock;
@@ -943,7 +985,12 @@ void tst_KestCircleProgressBar::accessibilityReadsValueAndRange()
     QAccessibleInterface *face = QAccessible::queryAccessibleInterface(&bar);
     QVERIFY(face);
     QCOMPARE(face->role(), QAccessible::ProgressBar);
+    bar.setToolTip(QStringLiteral("Three files"));
+    bar.setAccessibleDescription(QStringLiteral("To the disk"));
     QCOMPARE(face->text(QAccessible::Name), QStringLiteral("Copying"));
+    QCOMPARE(face->text(QAccessible::Description), QStringLiteral("To the disk"));
+    QVERIFY(face->actionInterface()); // as of any widget
+    QVERIFY(!face->textInterface());
     QCOMPARE(face->text(QAccessible::Value), QStringLiteral("25%"));
     QVERIFY(face->state().readOnly);
     QAccessibleValueInterface *value = face->valueInterface();
@@ -998,13 +1045,14 @@ void tst_KestCircleProgressBar::onlyTrueValuesAreAnnounced()
     QCOMPARE(reader.take(), QStringList({ QStringLiteral("value 7") }));
 }
 
-void tst_KestCircleProgressBar::nothingIsAnnouncedWithoutAReader()
+void tst_KestCircleProgressBar::nothingIsMadeForNoReader()
 {
+    const InterfaceRequests requests;
     KestCircleProgressBar bar;
-    Announcements reader;
-    Announcements::switchOff();
     bar.setValue(30);
-    QCOMPARE(reader.take(), QStringList());
+    QCOMPARE(requests.count(), 0);
+    QAccessible::queryAccessibleInterface(&bar);
+    QVERIFY(requests.count() > 0);
 }
 
 void tst_KestCircleProgressBar::slotMayDeleteTheRing_data()
@@ -1151,6 +1199,24 @@ void tst_KestCircleProgressBar::ringHiddenInAMinimisedWindowGoesOnResting()
     QVERIFY(!clock.isRunning());
     window.ring->show();
     QTRY_VERIFY(clock.isRunning());
+}
+
+void tst_KestCircleProgressBar::ringOfAWindowExposedTwiceRestsWhenItIsHidden()
+{
+    AnimationClock clock;
+    Window window;
+    window.ring->hide();
+    window.showMinimized();
+    window.ring->show();
+    QShowEvent exposed;
+    QCoreApplication::sendEvent(window.ring, &exposed);
+    window.ring->hide();
+    window.showNormal();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    window.ring->setRange(0, 0);
+    clock.advanceBy(0);
+    QVERIFY(!clock.isRunning());
 }
 
 namespace {

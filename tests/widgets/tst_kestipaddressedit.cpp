@@ -17,6 +17,7 @@
 #include <QtGui/private/qfont_p.h>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+#include <QtWidgets/QAccessibleWidget>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
@@ -253,6 +254,7 @@ private Q_SLOTS:
     void clickSetsTheCursor();
     void fractionsOfPixelsAreRounded();
     void clickClearsTheSelection();
+    void clicksBesideTheSectionsAreTheirEnds();
     void otherButtonsDoNothing();
     void shiftClick_data();
     void shiftClick();
@@ -262,6 +264,8 @@ private Q_SLOTS:
     void moveAfterTheReleaseDoesNotSelect();
     void mouseRepaints();
     void releaseWithModifiersGoesOnSelecting();
+    void mouseIsSwallowed();
+    void dragAfterADoubleClickDoesNotSelect();
     void doubleClick_data();
     void doubleClick();
 
@@ -300,6 +304,7 @@ private Q_SLOTS:
     void inputMethods();
 
     void sizeHints();
+    void hintOfANewEditCountsTheSheet();
     void sectionsArePacked();
     void editWithoutFrameHasNoLine();
     void invalidContentsRectIsReplaced();
@@ -321,7 +326,8 @@ private Q_SLOTS:
     void columnsFromOutsideMayBeAny();
     void rangesFromOutsideMayBeAny();
     void changesAreAnnounced();
-    void nothingIsAnnouncedWithoutAReader();
+    void nothingIsMadeForNoReader();
+    void subclassMayHaveItsOwnInterface();
 };
 
 void tst_KestIPAddressEdit::init()
@@ -627,6 +633,12 @@ void tst_KestIPAddressEdit::keys_data()
     row("12||| @1 0:0-2", "Ctrl+A", "12||| @1 0:0-2", 0);
     row("12||| @1 0:0-2", "A", "12||| @1 0:0-2", 0);
     row("12||| @1 0:0-2", "-", "12||| @1 0:0-2", 0);
+    // Other modifiers than Shift are no matter.
+    row("12||| @2", "Ctrl+Left", "12||| @1", 0);
+    row("12||| @0", "Num+Right", "12||| @1", 0);
+    row("12||| @2", "Num+Shift+Left", "12||| @1 0:1-2", 0);
+    row("12||| @0", "Ctrl+Shift+Right", "12||| @1 0:0-1", 0);
+    row("12||| @2", "Ctrl+Backspace", "1||| @1", 1);
 }
 
 void tst_KestIPAddressEdit::keys()
@@ -748,6 +760,11 @@ void tst_KestIPAddressEdit::sectionsTakeNoDigitOfSeveralCharactersTooMany()
     type(QStringLiteral("^5"));
     QCOMPARE(stateOf(&edit), QStringLiteral("12|1^5|| @7"));
     QCOMPARE(changed.count(), 1);
+    // Nor one without any into a full section.
+    setState(&edit, QStringLiteral("123||| @1"));
+    type(QString());
+    QCOMPARE(stateOf(&edit), QStringLiteral("123||| @1"));
+    QCOMPARE(changed.count(), 1);
 }
 
 void tst_KestIPAddressEdit::typedKeysAreNoShortcuts()
@@ -757,8 +774,8 @@ void tst_KestIPAddressEdit::typedKeysAreNoShortcuts()
                                    Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QKeyEvent event(QEvent::ShortcutOverride, key, modifiers, text);
         event.ignore();
-        QCoreApplication::sendEvent(&edit, &event);
-        return event.isAccepted();
+        const bool handled = QCoreApplication::sendEvent(&edit, &event);
+        return handled && event.isAccepted();
     };
     for (const char digit : { '0', '1', '5', '8', '9' })
         QVERIFY(overrides(digit, QString(QLatin1Char(digit))));
@@ -875,6 +892,8 @@ void tst_KestIPAddressEdit::paste_data()
     row("selected elsewhere", "192|1|| @5 0:0-2", "2", "192|12|| @6", 1);
     row("selected past the end", "1||| @3 0:2-3", "7", "1||| @3", 1);
     row("behind all", "|||1 @16", "2", "|||21 @13", 1);
+    row("with a line's end", "||| @0", "7\n", "7\n||| @1", 1);
+    row("too long with a line's end", "1||| @1", "23\n", "1||| @1", 0);
 }
 
 void tst_KestIPAddressEdit::paste()
@@ -900,6 +919,16 @@ void tst_KestIPAddressEdit::readOnlyIsNotPastedInto()
         QCOMPARE(stateOf(&edit), QStringLiteral("||| @0"));
         QCOMPARE(edit.changed.count(), 0);
     }
+    // What the clipboard holds is not even asked for.
+    Edit edit;
+    edit.setReadOnly(true);
+    auto *offer = new Offer;
+    bool asked = false;
+    offer->onAsked = [&asked] { asked = true; };
+    QGuiApplication::clipboard()->setMimeData(offer);
+    actionOf(&edit, QKeySequence::Paste)->trigger();
+    QGuiApplication::clipboard()->clear();
+    QVERIFY(!asked);
 }
 
 void tst_KestIPAddressEdit::shortcutsCopyAndPaste()
@@ -969,6 +998,19 @@ void tst_KestIPAddressEdit::clickClearsTheSelection()
     Edit edit(QStringLiteral("192|168|| @0 0:0-2 1:0-1"));
     sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 5));
     QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @5"));
+}
+
+void tst_KestIPAddressEdit::clicksBesideTheSectionsAreTheirEnds()
+{
+    // Of a text that sticks out of its section on both sides, as wide characters do.
+    Edit edit(QStringLiteral("mmmmmmmm|||1 @16"));
+    const int left = Places(edit).rect(0).left();
+    sendMouse(&edit, QEvent::MouseButtonPress, QPointF(left - 1, 10));
+    QCOMPARE(recordOf(&edit)->cursorPosition, 0);
+    sendMouse(&edit, QEvent::MouseButtonPress, QPointF(left, 10));
+    QVERIFY(recordOf(&edit)->cursorPosition > 0);
+    sendMouse(&edit, QEvent::MouseButtonPress, QPointF(edit.width(), 10));
+    QCOMPARE(recordOf(&edit)->cursorPosition, 13);
 }
 
 void tst_KestIPAddressEdit::otherButtonsDoNothing()
@@ -1097,6 +1139,32 @@ void tst_KestIPAddressEdit::releaseWithModifiersGoesOnSelecting()
     sendMouse(&edit, QEvent::MouseButtonRelease, pointOf(&edit, 1), Qt::RightButton);
     sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 3));
     QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @3 0:1-3"));
+    edit.setMouseTracking(true); // so that it hears of it without a button, too
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 2), Qt::NoButton);
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @2 0:1-2"));
+}
+
+void tst_KestIPAddressEdit::mouseIsSwallowed()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    for (const QEvent::Type type : { QEvent::MouseButtonPress, QEvent::MouseMove,
+                                     QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick }) {
+        for (const Qt::MouseButton button : { Qt::LeftButton, Qt::RightButton }) {
+            QMouseEvent event(type, QPointF(5, 5), QPointF(5, 5), button, button, Qt::NoModifier);
+            QCoreApplication::sendEvent(&edit, &event);
+            QVERIFY(event.isAccepted());
+        }
+    }
+}
+
+void tst_KestIPAddressEdit::dragAfterADoubleClickDoesNotSelect()
+{
+    Edit edit(QStringLiteral("192|168|| @0"));
+    sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseButtonRelease, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseButtonDblClick, pointOf(&edit, 1));
+    sendMouse(&edit, QEvent::MouseMove, pointOf(&edit, 2));
+    QCOMPARE(stateOf(&edit), QStringLiteral("192|168|| @3 0:0-3"));
 }
 
 void tst_KestIPAddressEdit::doubleClick_data()
@@ -1262,10 +1330,13 @@ void tst_KestIPAddressEdit::blinkRepaintsTheCursorAlone_data()
 {
     QTest::addColumn<QString>("state");
     QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addColumn<int>("ascent"); // of the text, compared with the font
     for (const char *state :
          { "192|168|0|1 @0", "192|168|0|1 @3", "192|168|0|1 @6", "||| @8", "1|22|133|244 @15" }) {
-        QTest::addRow("%s", state) << QString::fromLatin1(state) << Qt::LeftToRight;
-        QTest::addRow("%s, right to left", state) << QString::fromLatin1(state) << Qt::RightToLeft;
+        QTest::addRow("%s", state) << QString::fromLatin1(state) << Qt::LeftToRight << 0;
+        QTest::addRow("%s, right to left", state)
+            << QString::fromLatin1(state) << Qt::RightToLeft << 0;
+        QTest::addRow("%s, higher", state) << QString::fromLatin1(state) << Qt::LeftToRight << 3;
     }
 }
 
@@ -1292,6 +1363,8 @@ void tst_KestIPAddressEdit::blinkRepaintsTheCursorAlone()
     QVERIFY(QTest::qWaitForWindowActive(&window));
     edit->setFocus();
     setState(edit, state);
+    QFETCH(int, ascent);
+    recordOf(edit)->cursorAscentOffset = ascent;
     QTimer &timer = recordOf(edit)->blinkTimer;
     timer.setInterval(100000); // only by hand
     QCoreApplication::processEvents();
@@ -1307,8 +1380,8 @@ void tst_KestIPAddressEdit::blinkRepaintsTheCursorAlone()
     const int position = recordOf(edit)->cursorPosition;
     const auto layout = line(recordOf(edit)->text(position / 4), edit->font());
     const QPoint origin = originIn(Places(*edit).rect(position / 4), *layout);
-    const QRectF cursor(origin.x() + layout->lineAt(0).cursorToX(position % 4), origin.y(), 1,
-                        layout->lineAt(0).height());
+    const QRectF cursor(origin.x() + layout->lineAt(0).cursorToX(position % 4), origin.y() + ascent,
+                        1, layout->lineAt(0).height());
     const QRect area = painted.region.boundingRect();
     QCOMPARE(area, cursor.toAlignedRect().adjusted(-1, -1, 1, 1) & edit->rect());
 
@@ -1342,6 +1415,12 @@ void tst_KestIPAddressEdit::returnFinishesEditing()
     for (int key : { Qt::Key_Return, Qt::Key_Enter })
         QTest::keyClick(&edit, Qt::Key(key));
     QCOMPARE(edit.finished.count(), 2);
+    QTest::keyClick(&edit, Qt::Key_Enter, Qt::KeypadModifier);
+    QTest::keyClick(&edit, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(edit.finished.count(), 4);
+    edit.finished.clear();
+    for (int key : { Qt::Key_Return, Qt::Key_Enter })
+        QTest::keyClick(&edit, Qt::Key(key));
     // What writes a dot is a dot.
     QTest::sendKeyEvent(QTest::Press, &edit, Qt::Key_Enter, QStringLiteral("."), Qt::NoModifier);
     QCOMPARE(edit.finished.count(), 2);
@@ -1386,6 +1465,8 @@ void tst_KestIPAddressEdit::changeMayDeleteTheEdit_data()
                                           << "Backspace";
     QTest::newRow("Delete") << "1||| @0"
                             << "Delete";
+    QTest::newRow("Delete, selection") << "1|2|| @1 0:0-1 1:0-1"
+                                       << "Delete";
     QTest::newRow("paste") << "1||| @0"
                            << "paste 2";
     QTest::newRow("paste an address") << "1||| @0"
@@ -1867,6 +1948,17 @@ void tst_KestIPAddressEdit::sizeHints()
     QCOMPARE(option.rect, edit.contentsRect());
     QCOMPARE(option.lineWidth, edit.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
     QCOMPARE(option.midLineWidth, 0);
+    option.midLineWidth = 3; // of what it was used for before
+    edit.initStyleOption(&option);
+    QCOMPARE(option.midLineWidth, 0);
+}
+
+void tst_KestIPAddressEdit::hintOfANewEditCountsTheSheet()
+{
+    QWidget window;
+    window.setStyleSheet(QStringLiteral("* { font-size: 40px }"));
+    const KestIPAddressEdit edit(&window);
+    QVERIFY(edit.minimumSizeHint().height() >= 40);
 }
 
 void tst_KestIPAddressEdit::sectionsArePacked()
@@ -1907,12 +1999,15 @@ void tst_KestIPAddressEdit::invalidContentsRectIsReplaced()
     } style;
     Edit edit(QStringLiteral("192|168|100|255 @0"));
     edit.setStyle(&style);
-    edit.resize(300, 61);
-    const auto layout = line(QStringLiteral("192"), edit.font());
-    const QRect section(0, 0, QFontMetrics(edit.font()).boundingRect(RoomOfSection).width(), 61);
-    QCOMPARE(pointOf(&edit, 0).x(), originIn(section, *layout).x());
-    const QRect text(originIn(section, *layout), layout->boundingRect().size().toSize());
-    QCOMPARE(pointOf(&edit, 0).y(), text.center().y());
+    for (const int height : { 60, 61 }) {
+        edit.resize(300, height);
+        const auto layout = line(QStringLiteral("192"), edit.font());
+        const int width = QFontMetrics(edit.font()).boundingRect(RoomOfSection).width();
+        const QRect section(0, 0, width, height);
+        QCOMPARE(pointOf(&edit, 0).x(), originIn(section, *layout).x());
+        const QRect text(originIn(section, *layout), layout->boundingRect().size().toSize());
+        QCOMPARE(pointOf(&edit, 0).y(), text.center().y());
+    }
     edit.setStyle(nullptr);
 }
 
@@ -2129,6 +2224,12 @@ void tst_KestIPAddressEdit::screenReaderReadsTheAddress()
     QVERIFY(reader);
     QCOMPARE(reader->role(), QAccessible::EditableText);
     QCOMPARE(reader->text(QAccessible::Name), QStringLiteral("Server"));
+    edit.setAccessibleDescription(QStringLiteral("In the cellar"));
+    QCOMPARE(reader->text(QAccessible::Description), QStringLiteral("In the cellar"));
+    reader->setText(QAccessible::Description, QStringLiteral("1.2.3.4"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("192.0.7.01"));
+    QVERIFY(reader->actionInterface()); // as of any widget
+    QVERIFY(!reader->valueInterface());
     QCOMPARE(reader->text(QAccessible::Value), QStringLiteral("192.0.7.01"));
     QVERIFY(!reader->state().readOnly);
     QVERIFY(reader->state().editable);
@@ -2201,17 +2302,36 @@ void tst_KestIPAddressEdit::screenReaderMovesAndSelects()
     text->selection(0, &start, &end);
     QCOMPARE(end, 0);
     setState(&edit, QStringLiteral("192||7|01 @0 0:0-1 3:0-2"));
+    QCOMPARE(text->selectionCount(), 2);
+    text->selection(0, &start, &end);
+    QCOMPARE(start, 0);
+    QCOMPARE(end, 1);
     text->selection(1, &start, &end);
     QCOMPARE(start, 8);
     QCOMPARE(end, 10);
+    text->removeSelection(0); // of them all, since there can be one at a time for a reader
+    QCOMPARE(stateOf(&edit), QStringLiteral("192||7|01 @0"));
 
+    const auto layout = line(QStringLiteral("192"), edit.font());
+    const QPoint origin = originIn(Places(edit).rect(0), *layout);
+    for (int offset : { 0, 1, 2 }) {
+        const auto edge = [&](int index) {
+            return origin.x() + qRound(layout->lineAt(0).cursorToX(index));
+        };
+        QRect expected(origin, layout->boundingRect().size().toSize());
+        expected.setLeft(edge(offset));
+        expected.setRight(edge(offset + 1));
+        QCOMPARE(text->characterRect(offset).translated(-edit.mapToGlobal(QPoint())), expected);
+    }
     for (int offset : { 0, 1, 2, 6, 8, 9 }) {
         const QRect rect = text->characterRect(offset);
         QVERIFY(edit.rect().contains(edit.mapFromGlobal(rect.center())));
         QVERIFY(rect.width() > 2);
         QCOMPARE(text->offsetAtPoint(QPoint(rect.left() + 1, rect.center().y())), offset);
     }
-    QCOMPARE(text->offsetAtPoint(edit.mapToGlobal(QPoint(-1, -1))), -1);
+    for (const QPoint &point :
+         { QPoint(-1, -1), QPoint(20, -1), QPoint(20, edit.height()), QPoint(-1, 5) })
+        QCOMPARE(text->offsetAtPoint(edit.mapToGlobal(point)), -1);
 }
 
 void tst_KestIPAddressEdit::screenReaderRepaints()
@@ -2347,17 +2467,49 @@ void tst_KestIPAddressEdit::changesAreAnnounced()
     edit.setReadOnly(true);
     QCOMPARE(reader.take(),
              QStringList({ QStringLiteral("cursor 1"), QStringLiteral("read-only") }));
+    // The cursor's offset counts an empty section's 0, and what is deleted is gone behind it.
+    edit.setReadOnly(false);
+    setState(&edit, QStringLiteral("1||23| @10"));
+    reader.take();
+    typeKey(&edit, QStringLiteral("Backspace"));
+    QCOMPARE(
+        reader.take(),
+        QStringList({ QStringLiteral("cursor 5"), QStringLiteral("text 1.0.23.0 to 1.0.2.0 at 0"),
+                      QStringLiteral("value 1.0.2.0") }));
 }
 
-void tst_KestIPAddressEdit::nothingIsAnnouncedWithoutAReader()
+void tst_KestIPAddressEdit::nothingIsMadeForNoReader()
 {
+    const InterfaceRequests requests;
     Edit edit(QStringLiteral("1||| @1"));
-    Announcements reader;
-    Announcements::switchOff();
     typeKey(&edit, QStringLiteral("9"));
     typeKey(&edit, QStringLiteral("Left"));
-    QCOMPARE(stateOf(&edit), QStringLiteral("19||| @1"));
-    QCOMPARE(reader.take(), QStringList());
+    edit.setIPAddress(QStringLiteral("1.2.3.4"));
+    edit.setReadOnly(true);
+    QCOMPARE(requests.count(), 0);
+    QAccessible::queryAccessibleInterface(&edit);
+    QVERIFY(requests.count() > 0);
+}
+
+void tst_KestIPAddressEdit::subclassMayHaveItsOwnInterface()
+{
+    const QAccessible::InterfaceFactory make = [](const QString &name,
+                                                  QObject *object) -> QAccessibleInterface * {
+        return name == QLatin1String(Edit::staticMetaObject.className())
+            ? new QAccessibleWidget(qobject_cast<QWidget *>(object), QAccessible::Dial)
+            : nullptr;
+    };
+    QAccessible::installFactory(make);
+    Edit own;
+    KestIPAddressEdit plain;
+    QLineEdit other;
+    QCOMPARE(QAccessible::queryAccessibleInterface(&own)->role(), QAccessible::Dial);
+    QAccessible::removeFactory(make);
+    QCOMPARE(QAccessible::queryAccessibleInterface(&plain)->role(), QAccessible::EditableText);
+    // Nobody else's is touched.
+    QWidget widget;
+    QVERIFY(!QAccessible::queryAccessibleInterface(&widget)->textInterface());
+    QCOMPARE(QAccessible::queryAccessibleInterface(&other)->text(QAccessible::Value), QString());
 }
 
 QTEST_MAIN(tst_KestIPAddressEdit)
