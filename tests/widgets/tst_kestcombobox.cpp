@@ -49,6 +49,7 @@ private Q_SLOTS:
     void boxFreesItsList();
     void popupIsAnnouncedOncePerOpening_data();
     void popupIsAnnouncedOncePerOpening();
+    void openPopupIsAnnouncedAgain();
     void popupIsAnnouncedBeforeItIsVisible();
     void slotMayDeleteTheBox_data();
     void slotMayDeleteTheBox();
@@ -162,14 +163,19 @@ void tst_KestComboBox::boxFreesItsList()
 void tst_KestComboBox::popupIsAnnouncedOncePerOpening_data()
 {
     QTest::addColumn<QString>("way");
+    QTest::addColumn<bool>("editable");
     for (const char *way : { "call", "click", "Space", "F4", "Alt+Down" })
-        QTest::newRow(way) << QString::fromLatin1(way);
+        QTest::newRow(way) << QString::fromLatin1(way) << false;
+    for (const char *way : { "call", "F4", "Alt+Down" })
+        QTest::addRow("%s, editable", way) << QString::fromLatin1(way) << true;
 }
 
 void tst_KestComboBox::popupIsAnnouncedOncePerOpening()
 {
     QFETCH(QString, way);
+    QFETCH(bool, editable);
     KestComboBox box;
+    box.setEditable(editable);
     box.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     box.style()->setParent(&box);
     box.addItems(fruits());
@@ -195,6 +201,20 @@ void tst_KestComboBox::popupIsAnnouncedOncePerOpening()
         // The list eats the press that closed it within this time.
         QTest::qWait(QApplication::doubleClickInterval() / 10);
     }
+}
+
+void tst_KestComboBox::openPopupIsAnnouncedAgain()
+{
+    // Whoever shows it anew wants what is in it looked after.
+    KestComboBox box;
+    box.addItems(fruits());
+    box.show();
+    QSignalSpy announced(&box, &KestComboBox::aboutToShowPopup);
+    box.showPopup();
+    QVERIFY(box.view()->isVisible());
+    box.showPopup();
+    QVERIFY(box.view()->isVisible());
+    QCOMPARE(announced.count(), 2);
 }
 
 void tst_KestComboBox::popupIsAnnouncedBeforeItIsVisible()

@@ -680,6 +680,7 @@ void tst_KestSwitchButton::hintWithoutExtentIsAskedForAgain()
         {
             if (type == CT_PushButton) {
                 ++asked;
+                asker = option->styleObject;
                 room = option->rect.size();
                 contents = size;
             }
@@ -688,6 +689,7 @@ void tst_KestSwitchButton::hintWithoutExtentIsAskedForAgain()
 
         QSize hint;
         mutable int asked = 0;
+        mutable QObject *asker = nullptr;
         mutable QSize room;
         mutable QSize contents;
     } style;
@@ -698,6 +700,7 @@ void tst_KestSwitchButton::hintWithoutExtentIsAskedForAgain()
         QCOMPARE(button.minimumSizeHint(), hint);
         QCOMPARE(style.asked, kept ? 1 : i);
     }
+    QCOMPARE(style.asker, &button);
     QCOMPARE(style.room, style.contents);
     QVERIFY(!style.room.isEmpty());
 }
