@@ -40,6 +40,18 @@ public:
     QHBoxLayout *layout;
 };
 
+QPixmap plain(const QSize &size, const QColor &color)
+{
+    QPixmap pixmap(size);
+    pixmap.fill(color);
+    return pixmap;
+}
+
+QColor middleOf(const QPixmap &pixmap)
+{
+    return pixmap.toImage().pixelColor(pixmap.width() / 2, pixmap.height() / 2);
+}
+
 } // namespace
 
 class tst_Util : public QObject
@@ -47,11 +59,14 @@ class tst_Util : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); }
     void findReturnsTheFirstMatch();
     void findReturnsAnEmptyPointerOtherwise();
     void findFindsNothingForNull();
+    void findOrphanReturnsTheFirstWhoseActionDied();
     void itemsAreAppendedWithoutBefore();
     void itemsAreInsertedInFrontOfBefore();
+    void itemsAreInsertedInFrontOfTheFirstMatch();
     void unknownBeforeAppends();
     void customWidgetsTakeTheActionsVisibility();
     void layoutItemsHaveNoStretch();
@@ -61,8 +76,10 @@ private Q_SLOTS:
     void iconPixmapIsScaledDownOnly_data();
     void iconPixmapIsScaledDownOnly();
     void iconPixmapIsSharpAtHigherRatios();
+    void iconPixmapIsThatOfTheState();
     void iconPixmapIsNullWithoutIconOrRoom();
     void iconPixelsAreExact();
+    void iconPixelsAreThoseOfAnUncheckedIcon();
 
     void hiddenWidgetIsDeletedLater();
     void nothingToHideIsIgnored();
@@ -106,6 +123,26 @@ void tst_Util::findFindsNothingForNull()
     QVERIFY(!Util::find(static_cast<QWidget *>(nullptr), bar.items));
 }
 
+void tst_Util::findOrphanReturnsTheFirstWhoseActionDied()
+{
+    Bar bar;
+    QVERIFY(!Util::findOrphan(bar.items));
+    QAction first;
+    auto *second = new QAction;
+    auto *third = new QAction;
+    bar.add(&first);
+    const Item b = bar.add(second);
+    const Item c = bar.add(third);
+    QVERIFY(!Util::findOrphan(bar.items));
+    // One that has only lost its widget is nobody's orphan.
+    delete bar.items.first()->widget();
+    QVERIFY(!Util::findOrphan(bar.items));
+    delete third;
+    QVERIFY(Util::findOrphan(bar.items) == c);
+    delete second;
+    QVERIFY(Util::findOrphan(bar.items) == b);
+}
+
 void tst_Util::itemsAreAppendedWithoutBefore()
 {
     Bar bar;
@@ -133,6 +170,20 @@ void tst_Util::itemsAreInsertedInFrontOfBefore()
     const Item c = bar.add(&third, &first);
     QCOMPARE(bar.widgets(), (QList<QWidget *> { b->widget(), c->widget(), a->widget() }));
     QVERIFY(bar.items.at(0) == b && bar.items.at(1) == c && bar.items.at(2) == a);
+}
+
+void tst_Util::itemsAreInsertedInFrontOfTheFirstMatch()
+{
+    Bar bar;
+    QAction twice;
+    QAction second;
+    QAction third;
+    const Item a = bar.add(&twice);
+    const Item b = bar.add(&second);
+    const Item again = bar.add(&twice);
+    const Item c = bar.add(&third, &twice);
+    QCOMPARE(bar.widgets(),
+             (QList<QWidget *> { c->widget(), a->widget(), b->widget(), again->widget() }));
 }
 
 void tst_Util::unknownBeforeAppends()
@@ -186,12 +237,8 @@ void tst_Util::nothingToAddIsIgnored()
 void tst_Util::iconPixmapHasTheFirstSize()
 {
     QIcon icon;
-    QPixmap large(48, 40);
-    large.fill(Qt::red);
-    QPixmap small(16, 16);
-    small.fill(Qt::blue);
-    icon.addPixmap(large);
-    icon.addPixmap(small);
+    icon.addPixmap(plain(QSize(48, 40), Qt::red));
+    icon.addPixmap(plain(QSize(16, 16), Qt::blue));
     const QSize first = icon.availableSizes().first();
     const QPixmap pixmap = Util::iconPixmap(icon, 100, QIcon::Off, 1.0);
     QCOMPARE(pixmap.size(), first);
@@ -225,36 +272,67 @@ void tst_Util::iconPixmapIsScaledDownOnly()
     QCOMPARE(pixmap.toImage(), expected.toImage());
 }
 
+// Also run at 200 %.
 void tst_Util::iconPixmapIsSharpAtHigherRatios()
 {
-    QPixmap source(64, 64);
-    source.fill(Qt::red);
-    const QIcon icon(source);
-    for (const qreal ratio : { 1.5, 2.0 }) {
-        const QPixmap pixmap = Util::iconPixmap(icon, 32, QIcon::Off, ratio);
+    // The first size is the one that counts, drawn with the pixels of a larger one.
+    QIcon icon(plain(QSize(32, 24), Qt::red));
+    icon.addPixmap(plain(QSize(64, 48), Qt::blue));
+    for (const qreal ratio : { 1.0, 1.5, 2.0 }) {
+        const QPixmap pixmap = Util::iconPixmap(icon, 24, QIcon::Off, ratio);
         QCOMPARE(pixmap.devicePixelRatio(), ratio);
-        QCOMPARE(pixmap.size(), QSize(32, 32) * ratio);
+        QCOMPARE(pixmap.size(), QSize(32, 24) * ratio);
+        QCOMPARE(middleOf(pixmap),
+                 QColor(ratio * qApp->devicePixelRatio() > 1 ? Qt::blue : Qt::red));
+        const QPixmap lower = Util::iconPixmap(icon, 12, QIcon::Off, ratio);
+        QCOMPARE(lower.devicePixelRatio(), ratio);
+        QCOMPARE(lower.size(), QSize(16, 12) * ratio);
     }
+}
+
+void tst_Util::iconPixmapIsThatOfTheState()
+{
+    QIcon icon(plain(QSize(20, 20), Qt::red));
+    icon.addPixmap(plain(QSize(30, 10), Qt::blue), QIcon::Normal, QIcon::On);
+    icon.addPixmap(plain(QSize(20, 20), Qt::green), QIcon::Disabled, QIcon::Off);
+    icon.addPixmap(plain(QSize(30, 10), Qt::yellow), QIcon::Disabled, QIcon::On);
+    const QPixmap off = Util::iconPixmap(icon, 100, QIcon::Off, 1.0);
+    QCOMPARE(off.size(), QSize(20, 20));
+    QCOMPARE(middleOf(off), QColor(Qt::red));
+    const QPixmap on = Util::iconPixmap(icon, 100, QIcon::On, 1.0);
+    QCOMPARE(on.size(), QSize(30, 10));
+    QCOMPARE(middleOf(on), QColor(Qt::blue));
+    // Of the same size, so that the size tells nothing.
+    icon.addPixmap(plain(QSize(20, 20), Qt::cyan), QIcon::Normal, QIcon::On);
+    QCOMPARE(middleOf(Util::iconPixmap(icon, 20, QIcon::Off, 1.0)), QColor(Qt::red));
 }
 
 void tst_Util::iconPixmapIsNullWithoutIconOrRoom()
 {
     QVERIFY(Util::iconPixmap(QIcon(), 32, QIcon::Off, 1.0).isNull());
-    QPixmap source(16, 16);
-    source.fill(Qt::red);
+    const QPixmap source = plain(QSize(16, 16), Qt::red);
     QVERIFY(Util::iconPixmap(QIcon(source), 0, QIcon::Off, 1.0).isNull());
     QVERIFY(Util::iconPixmap(QIcon(source), -5, QIcon::Off, 1.0).isNull());
 }
 
+// Also run at 200 %.
 void tst_Util::iconPixelsAreExact()
 {
-    QPixmap source(64, 64);
-    source.fill(Qt::red);
+    const QPixmap source = plain(QSize(64, 64), Qt::red);
     for (const QSize size : { QSize(40, 40), QSize(64, 64), QSize(100, 90) }) {
         const QPixmap pixmap = Util::iconPixels(QIcon(source), size);
         QCOMPARE(pixmap.size(), size);
         QCOMPARE(pixmap.devicePixelRatio(), 1.0);
     }
+}
+
+void tst_Util::iconPixelsAreThoseOfAnUncheckedIcon()
+{
+    QIcon icon(plain(QSize(20, 20), Qt::red));
+    icon.addPixmap(plain(QSize(20, 20), Qt::blue), QIcon::Normal, QIcon::On);
+    icon.addPixmap(plain(QSize(20, 20), Qt::green), QIcon::Disabled, QIcon::Off);
+    for (const int size : { 20, 10, 40 })
+        QCOMPARE(middleOf(Util::iconPixels(icon, QSize(size, size))), QColor(Qt::red));
 }
 
 void tst_Util::hiddenWidgetIsDeletedLater()
