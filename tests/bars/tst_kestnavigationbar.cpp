@@ -116,6 +116,7 @@ private Q_SLOTS:
     void actionsMoveToTheGroupTheyAreAddedTo();
     void actionsMoveWithinTheirGroup();
     void madeEntriesAreAppended();
+    void madeButtonsAreBoundBeforeAnybodyHears();
     void separatorsAreSquare();
     void helpOpensItsUrl();
     void helpTakesTheNameHelp();
@@ -444,6 +445,30 @@ void tst_KestNavigationBar::madeEntriesAreAppended()
         };
         QCOMPARE(actionsOf(bar, position), actions);
         delete actions.at(2);
+    }
+}
+
+void tst_KestNavigationBar::madeButtonsAreBoundBeforeAnybodyHears()
+{
+    KestNavigationBar bar;
+    for (const bool user : { false, true }) {
+        bool heard = false;
+        const OnEvent filter(&bar, QEvent::ActionAdded, [&] {
+            auto *action = qobject_cast<QWidgetAction *>(bar.actions().constLast());
+            QVERIFY(action);
+            auto *button = qobject_cast<KestToolButton *>(action->defaultWidget());
+            QVERIFY(button);
+            QCOMPARE(button->defaultAction(), action);
+            QCOMPARE(button->sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
+            QVERIFY(!button->icon().isNull());
+            QCOMPARE(button->text(), user ? QStringLiteral("Ann") : QString());
+            heard = true;
+        });
+        if (user)
+            bar.addUser(icon(), QStringLiteral("Ann"), Left);
+        else
+            bar.addLogo(icon(), Left);
+        QVERIFY(heard);
     }
 }
 

@@ -204,6 +204,7 @@ void tst_KestToolButton::selectedIconIsPaintedFromTheNextRepaintOn()
     QVERIFY(QTest::qWaitForWindowExposed(&button));
     QCoreApplication::processEvents();
 
+    QCOMPARE(middleOf(style.toolButton.icon), QColor(Qt::red));
     style.toolButton = QStyleOptionToolButton();
     button.setSelected(true);
     QCoreApplication::processEvents();

@@ -116,8 +116,10 @@ void tst_KestUserButton::sizeHintAddsIconGapAndText()
     const int text = button.doTextRect(button.option()).width();
     QCOMPARE(button.sizeHint(), QSize((120 - 90) + 16 + 5 + text, -1));
     QCOMPARE(button.minimumSizeHint(), button.sizeHint());
-    button.setIconSize(QSize(24, 24));
-    QCOMPARE(button.sizeHint().width(), (120 - 90) + 24 + 5 + text);
+    for (const int width : { 24, 1, 0 }) {
+        button.setIconSize(QSize(width, 24));
+        QCOMPARE(button.sizeHint().width(), (120 - 90) + width + 5 + text);
+    }
 }
 
 void tst_KestUserButton::withoutSheetBothStandInTheMiddle()

@@ -5,6 +5,7 @@
 
 #include <QtTest/QTest>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QToolButton>
 
 class tst_MenuBarItem : public QObject
@@ -15,6 +16,8 @@ private Q_SLOTS:
     void leftToRightHintIsTheMenuBarsOwn();
     void rightToLeftHintIsThatOfLeftToRight_data();
     void rightToLeftHintIsThatOfLeftToRight();
+    void rightToLeftHintKnowsTheStylesMargins_data();
+    void rightToLeftHintKnowsTheStylesMargins();
     void hintKeepsToTheMaximum();
     void minimumFollowsThePolicy();
     void emptyAndHiddenMenuBarsTakeNoPlace();
@@ -73,6 +76,53 @@ void tst_MenuBarItem::rightToLeftHintIsThatOfLeftToRight()
             button->setFixedSize(corner, 20);
             host.menuBar->setCornerWidget(button, Qt::TopLeftCorner);
             button->setVisible(visible);
+        }
+        host.menuBar->resize(width, 30);
+        return host.item.sizeHint();
+    };
+    const QSize expected = hint(Qt::LeftToRight, 700);
+    for (const int width : { 300, 500, 700 })
+        QCOMPARE(hint(Qt::RightToLeft, width), expected);
+}
+
+void tst_MenuBarItem::rightToLeftHintKnowsTheStylesMargins_data()
+{
+    QTest::addColumn<int>("metric");
+    QTest::addColumn<bool>("corner");
+    for (const bool corner : { false, true }) {
+        const char *const suffix = corner ? ", corner" : "";
+        QTest::addRow("panel%s", suffix) << int(QStyle::PM_MenuBarPanelWidth) << corner;
+        QTest::addRow("spacing%s", suffix) << int(QStyle::PM_MenuBarItemSpacing) << corner;
+        QTest::addRow("margin%s", suffix) << int(QStyle::PM_MenuBarHMargin) << corner;
+    }
+}
+
+void tst_MenuBarItem::rightToLeftHintKnowsTheStylesMargins()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        explicit Style(int wide) : m_wide(wide) { }
+        int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                        const QWidget *widget) const override
+        {
+            return int(metric) == m_wide ? 11 : QProxyStyle::pixelMetric(metric, option, widget);
+        }
+
+    private:
+        const int m_wide;
+    };
+    QFETCH(int, metric);
+    QFETCH(bool, corner);
+    Style style(metric);
+    const auto hint = [&](Qt::LayoutDirection direction, int width) {
+        Host host(direction);
+        host.menuBar->setStyle(&style);
+        if (corner) {
+            auto *button = new QToolButton;
+            button->setFixedSize(37, 20);
+            host.menuBar->setCornerWidget(button, Qt::TopLeftCorner);
+            button->show();
         }
         host.menuBar->resize(width, 30);
         return host.item.sizeHint();
