@@ -62,7 +62,6 @@ QRect KestUserButton::doIconRect(const QStyleOptionToolButton &option) const
     // On one line with the text, where there is any.
     const QRect area = contents(option);
     QRect rect = text().isEmpty() ? area : line(option);
-    rect.moveLeft(area.left());
     rect.setWidth(iconWidth());
     return QStyle::visualRect(option.direction, area, rect);
 }
