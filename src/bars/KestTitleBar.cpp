@@ -104,7 +104,6 @@ public:
 
     QIcon icon; // what the pixmap was taken from; null where it is the host's own
     QPixmap scaledPixmap; // the same icon, with the pixels for another size
-    QSize scaledPixels;
 
     QPointer<QWidget> watched;
     QMetaObject::Connection captionConnection;
@@ -157,10 +156,8 @@ const QPixmap &KestTitleBarPrivate::drawnIcon(const QSize &size)
     const int most = qMax(MaximumIconPixels, qMax(iconPixmap.width(), iconPixmap.height()));
     if (pixels.width() > most || pixels.height() > most)
         pixels = pixels.scaled(most, most, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-    if (pixels != scaledPixels) {
-        scaledPixels = pixels;
+    if (pixels != scaledPixmap.size())
         scaledPixmap = Util::iconPixels(icon, pixels);
-    }
     return scaledPixmap;
 }
 
@@ -186,7 +183,6 @@ void KestTitleBarPrivate::setIcon(const QIcon &newIcon, const QPixmap &pixmap)
     icon = newIcon;
     iconPixmap = pixmap;
     scaledPixmap = QPixmap();
-    scaledPixels = QSize();
     makeRoomForIcon();
     q->update();
 }
@@ -214,7 +210,6 @@ void KestTitleBarPrivate::followParent()
         return;
     parent->installEventFilter(q);
     q->updateWindowIcon();
-    q->update();
     catchUpWithState();
 }
 
@@ -531,9 +526,9 @@ void KestTitleBar::actionEvent(QActionEvent *event)
 
 bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != parent() || !watched->isWidgetType())
+    if (watched != parent())
         return false;
-    const auto *window = static_cast<QWidget *>(watched);
+    const QWidget *const window = parentWidget();
     switch (event->type()) {
     case QEvent::WindowStateChange:
         d->followState();
