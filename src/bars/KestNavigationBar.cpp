@@ -94,7 +94,6 @@ KestNavigationBar::KestNavigationBar(QWidget *parent)
         if (layout->count() > 0)
             layout->addStretch(1);
         group.layout = new QHBoxLayout;
-        group.layout->setContentsMargins(0, 0, 0, 0);
         group.layout->setSpacing(EntrySpacing);
         layout->addLayout(group.layout);
     }
@@ -192,7 +191,6 @@ QAction *KestNavigationBar::insertLogo(int index, const QIcon &icon, ActionPosit
     auto *action = new QWidgetAction(this);
     action->setIcon(icon);
     auto *button = new KestNavigationImageButton(this);
-    button->setIcon(icon);
     bindButton(button, action);
     return inserted(this, index, action, position);
 }

@@ -12,7 +12,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtCore/QSet>
-#include <QtCore/QTimer>
 #include <QtCore/QVariant>
 #include <QtGui/QActionEvent>
 #include <QtGui/QCursor>
@@ -135,8 +134,7 @@ qreal KestTitleBarPrivate::scaleRate() const
 QRect KestTitleBarPrivate::iconRect() const
 {
     const QSize unscaled = pixmapSize();
-    const qreal largest =
-        qreal(QWIDGETSIZE_MAX) / qMax(1, qMax(unscaled.width(), unscaled.height()));
+    const qreal largest = qreal(QWIDGETSIZE_MAX) / qMax(unscaled.width(), unscaled.height());
     const qreal factor = qBound(-largest, scaleRate(), largest);
     QSize size(qRound(unscaled.width() * factor), qRound(unscaled.height() * factor));
     const int room = q->height() - 2 * position().height();
@@ -265,8 +263,6 @@ KestTitleBar::~KestTitleBar()
 {
     // The last chance for others to hear of anything, while everything is still there: the items
     // delete their buttons, and a button that has the focus passes it on.
-    if (d->watched)
-        d->watched->removeEventFilter(this);
     while (!d->items.isEmpty())
         d->items.takeLast();
     delete ui;
@@ -290,11 +286,10 @@ void KestTitleBar::setMenuBar(QMenuBar *menuBar)
     menuBar->setAutoFillBackground(false);
     menuBar->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     ui->menuLayout->addWidget(menuBar);
-    // Whoever heard of its new parent may have deleted it, or the bar.
-    if (guard && d->menuBar && d->menuBar == menuBar) {
-        delete ui->menuLayout->takeAt(ui->menuLayout->indexOf(menuBar));
+    delete ui->menuLayout->takeAt(ui->menuLayout->indexOf(menuBar));
+    // Whoever heard of its new parent may have set another one.
+    if (d->menuBar == menuBar)
         ui->menuLayout->addItem(new MenuBarItem(menuBar));
-    }
 }
 
 QMenuBar *KestTitleBar::menuBar() const
@@ -546,7 +541,8 @@ bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
             break;
         // A window manager maximises in its own time, long after the button was shown again.
         if (d->maximumSizeBtn->underMouse())
-            QTimer::singleShot(0, this, [this] { d->releaseMaximumSizeButton(); });
+            QMetaObject::invokeMethod(
+                this, [this] { d->releaseMaximumSizeButton(); }, Qt::QueuedConnection);
         if (window->windowFlags().testFlag(Qt::WindowMaximizeButtonHint))
             d->maximumSizeBtn->setHidden(window->minimumSize() == window->maximumSize());
         break;

@@ -62,10 +62,10 @@ KestWidgetItem::KestWidgetItem(QAction *action, Qt::Orientation orientation, con
         }
     } else if (action->isSeparator()) {
         d->widget = new KestSeparator(orientation, parent);
-        if (!d->action)
-            return;
-        d->widget->setObjectName(action->objectName());
-        d->followName();
+        if (d->action) {
+            d->widget->setObjectName(action->objectName());
+            d->followName();
+        }
     } else {
         auto *button = new KestToolButton(parent);
         d->widget = button;

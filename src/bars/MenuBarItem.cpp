@@ -24,7 +24,8 @@ QSize MenuBarItem::minimumSize() const
 QSize MenuBarItem::widened(const QSize &size) const
 {
     const auto *menuBar = static_cast<QMenuBar *>(wid);
-    if (isEmpty() || !menuBar->isRightToLeft() || menuBar->isNativeMenuBar())
+    // A native one is never visible, and thereby empty.
+    if (isEmpty() || !menuBar->isRightToLeft())
         return size;
     QRect entries;
     const QList<QAction *> actions = menuBar->actions();

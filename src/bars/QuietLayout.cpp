@@ -29,21 +29,14 @@ void QuietLayout::see(QEvent *event)
 {
     if (!m_quiet)
         return;
-    switch (event->type()) {
-    case QEvent::ChildRemoved: {
+    if (event->type() == QEvent::ChildRemoved) {
         const QObject *const child = static_cast<QChildEvent *>(event)->child();
         if (child->isWidgetType() && child != m_leaving)
             takeOut(child, m_bar->layout());
-        break;
-    }
-    case QEvent::LayoutRequest:
-    case QEvent::Resize:
+    } else if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize) {
         end();
         m_bar->layout()->invalidate();
         m_bar->layout()->activate();
-        break;
-    default:
-        break;
     }
 }
 

@@ -35,4 +35,16 @@ private:
     std::function<void()> m_action;
 };
 
+/*! Keeps events of one type from an object, and from the filters that it has so far. */
+class Drop : public QObject
+{
+public:
+    Drop(QObject *watched, QEvent::Type type) : m_type(type) { watched->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override { return event->type() == m_type; }
+
+private:
+    const QEvent::Type m_type;
+};
+
 #endif // ONEVENT_H

@@ -24,6 +24,7 @@
 #include <QtWidgets/QWidgetAction>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -154,6 +155,9 @@ private Q_SLOTS:
     void removalMayEndTheAction();
     void newerPlaceOfAnActionHolds_data();
     void newerPlaceOfAnActionHolds();
+    void newerPlaceInTheGroupHolds();
+    void actionMayComeAndGoWhileItGetsItsPlace();
+    void actionWithoutPlaceTakesNoButtonAway();
     void newerIconSizeReachesAllButtons();
     void widgetThatIsPutInMayEndItsAction();
     void actionThatDiedWithTheBarIsNull();
@@ -1144,6 +1148,88 @@ void tst_KestNavigationBar::newerPlaceOfAnActionHolds()
     QCOMPARE(groupLayout(bar, Right)->count(), 0);
 }
 
+void tst_KestNavigationBar::newerPlaceInTheGroupHolds()
+{
+    KestNavigationBar bar;
+    QAction first(QStringLiteral("first"));
+    QAction second(QStringLiteral("second"));
+    QAction action(QStringLiteral("action"));
+    bar.addAction(&first, Left);
+    bar.addAction(&second, Left);
+    const OnEvent front(&bar, QEvent::ChildAdded, [&] { bar.insertAction(0, &action, Left); });
+    bar.addAction(&action, Left);
+    QCOMPARE(actionsOf(bar, Left), (QList<QAction *> { &action, &first, &second }));
+    QCOMPARE(groupLayout(bar, Left)->count(), 3);
+}
+
+// A filter of the action's hears of the property that holds its group.
+void tst_KestNavigationBar::actionMayComeAndGoWhileItGetsItsPlace()
+{
+    {
+        KestNavigationBar bar;
+        QAction left(QStringLiteral("left"));
+        QAction right(QStringLiteral("right"));
+        QAction action(QStringLiteral("action"));
+        bar.addAction(&left, Left);
+        bar.addAction(&right, Right);
+        const OnEvent elsewhere(&action, QEvent::DynamicPropertyChange,
+                                [&] { bar.insertAction(0, &action, Right); });
+        bar.insertAction(0, &action, Left);
+        QCOMPARE(actionsOf(bar, Left), QList<QAction *> { &left });
+        QCOMPARE(actionsOf(bar, Right), (QList<QAction *> { &action, &right }));
+    }
+    {
+        QAction action(QStringLiteral("action"));
+        auto *bar = new KestNavigationBar;
+        const OnEvent end(&action, QEvent::DynamicPropertyChange, [bar] { delete bar; });
+        bar->addAction(&action, Left);
+        QVERIFY(action.associatedWidgets().isEmpty());
+    }
+    {
+        static int warnings = 0;
+        const auto before = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &) { ++warnings; });
+        KestNavigationBar bar;
+        auto *action = new QAction(QStringLiteral("action"));
+        const OnEvent end(action, QEvent::DynamicPropertyChange, [action] { delete action; });
+        bar.addAction(action, Left);
+        qInstallMessageHandler(before);
+        QVERIFY(bar.actions().isEmpty());
+        QCOMPARE(warnings, 0);
+    }
+}
+
+// Neither one that was on the bar before nor another one at the same address.
+void tst_KestNavigationBar::actionWithoutPlaceTakesNoButtonAway()
+{
+    for (const bool again : { false, true }) {
+        KestNavigationBar bar;
+        std::optional<QAction> action;
+        action.emplace();
+        bar.addAction(&*action, Left);
+        if (again) {
+            const OnEvent end(&bar, QEvent::ActionRemoved, [&action] { action.reset(); });
+            bar.removeAction(&*action);
+            action.emplace();
+        } else {
+            bar.removeAction(&*action);
+        }
+        QCOMPARE(bar.count(Left), 0);
+        // A button whose action has died without the bar's knowing.
+        auto *lost = new QAction;
+        bar.addAction(lost, Left);
+        {
+            const Drop drop(&bar, QEvent::ActionRemoved);
+            delete lost;
+        }
+        QCOMPARE(bar.count(Left), 1);
+        bar.addAction(&*action, Invalid);
+        bar.removeAction(&*action);
+        QCOMPARE(bar.count(Left), 1);
+        QCOMPARE(groupLayout(bar, Left)->count(), 1);
+    }
+}
+
 void tst_KestNavigationBar::newerIconSizeReachesAllButtons()
 {
     KestNavigationBar bar;
@@ -1157,7 +1243,8 @@ void tst_KestNavigationBar::newerIconSizeReachesAllButtons()
 
     KestNavigationBar other;
     OnEvent whileMade(&other, QEvent::ChildAdded, [&other] { other.setIconSize(QSize(8, 8)); });
-    other.addAction(QStringLiteral("action"), Left);
+    QAction action;
+    other.addAction(&action, Left);
     QCOMPARE(other.findChild<KestToolButton *>()->iconSize(), QSize(8, 8));
 }
 

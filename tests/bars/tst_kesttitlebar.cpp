@@ -38,6 +38,7 @@ private Q_SLOTS:
     void maximiseButtonLosesItsHover();
     void maximiseButtonKeepsTheHoverThatItHas();
     void maximiseButtonThatLostItsHoverIsNotToldAgain();
+    void maximiseButtonIsPaintedWithoutItsHover();
     void slotsActOnTheWindowOfANestedBar();
 
     void buttonsAreHiddenByTheWindowsFlags_data();
@@ -53,6 +54,8 @@ private Q_SLOTS:
 
     void onlyTheParentIsFollowed();
     void barFollowsTheWindowItIsPutInto();
+    void formerParentIsFilteredNoMore();
+    void barHearsOfItsNewParentItself();
     void sameParentAgainChangesNothing();
     void captionIsFollowedOnce();
 };
@@ -309,6 +312,23 @@ void tst_KestTitleBar::maximiseButtonThatLostItsHoverIsNotToldAgain()
     QTest::qWait(20);
 }
 
+void tst_KestTitleBar::maximiseButtonIsPaintedWithoutItsHover()
+{
+    Host host;
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    QCursor::setPos(host.mapToGlobal(QPoint(10, 250)));
+    QTest::qWait(50); // until nothing is left to paint
+    QWidget *const button = host.button("maximumSizeBtn");
+    button->setAttribute(Qt::WA_UnderMouse);
+    PaintCounter paints(button);
+    // No more than the event: a window that has another size paints everything.
+    QResizeEvent event(host.size(), host.size());
+    QCoreApplication::sendEvent(&host, &event);
+    QTRY_VERIFY(!button->underMouse());
+    QTRY_VERIFY(paints.count > 0);
+}
+
 void tst_KestTitleBar::slotsActOnTheWindowOfANestedBar()
 {
     QWidget window;
@@ -555,6 +575,53 @@ void tst_KestTitleBar::barFollowsTheWindowItIsPutInto()
     QCOMPARE(counter.count, 0);
     second.setWindowTitle(QStringLiteral("new"));
     QTRY_COMPARE(counter.count, 1);
+}
+
+void tst_KestTitleBar::formerParentIsFilteredNoMore()
+{
+    class Bar : public KestTitleBar
+    {
+    public:
+        using KestTitleBar::KestTitleBar;
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            filtered += event->type() == QEvent::User;
+            return KestTitleBar::eventFilter(watched, event);
+        }
+
+        int filtered = 0;
+    };
+    QWidget first;
+    QWidget second;
+    auto *bar = new Bar(&first);
+    QEvent event(QEvent::User);
+    QCoreApplication::sendEvent(&first, &event);
+    QCOMPARE(bar->filtered, 1);
+    bar->setParent(&second);
+    QCoreApplication::sendEvent(&first, &event);
+    QCOMPARE(bar->filtered, 1);
+    QCoreApplication::sendEvent(&second, &event);
+    QCOMPARE(bar->filtered, 2);
+}
+
+void tst_KestTitleBar::barHearsOfItsNewParentItself()
+{
+    class Bar : public KestTitleBar
+    {
+    public:
+        int heard = 0;
+
+    protected:
+        void changeEvent(QEvent *event) override
+        {
+            heard += event->type() == QEvent::ParentChange;
+            KestTitleBar::changeEvent(event);
+        }
+    };
+    QWidget window;
+    auto *bar = new Bar;
+    bar->setParent(&window);
+    QCOMPARE(bar->heard, 1);
 }
 
 void tst_KestTitleBar::sameParentAgainChangesNothing()

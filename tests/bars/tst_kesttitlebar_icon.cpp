@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
+#include "OnEvent.h"
 #include "TitleBarHost.h"
 
 #include <QtCore/QScopeGuard>
@@ -13,18 +14,6 @@
 #include <limits>
 
 namespace {
-
-// Keeps events of one type from a widget, and from the filters that it has so far.
-class Drop : public QObject
-{
-public:
-    Drop(QWidget *widget, QEvent::Type type) : m_type(type) { widget->installEventFilter(this); }
-
-    bool eventFilter(QObject *, QEvent *event) override { return event->type() == m_type; }
-
-private:
-    const QEvent::Type m_type;
-};
 
 // An icon that can be drawn in any size, and notes the largest one that it was asked for.
 class Drawing : public QIconEngine

@@ -14,7 +14,11 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QWidgetAction>
+
+#include <optional>
 
 // What hosts may delete, and when: in slots, in filters, and while the bar itself goes.
 class tst_KestTitleBar_Lifetime : public QObject
@@ -38,6 +42,8 @@ private Q_SLOTS:
     void removalMayEndTheAction();
     void actionMayBePutOnTheBarAgain_data();
     void actionMayBePutOnTheBarAgain();
+    void actionThatLeftTheRowTakesNoButtonAway();
+    void actionAtTheSameAddressIsAnother();
     void newerIconSizeReachesAllButtons();
     void widgetThatIsPutInMayEndItsAction();
     void ownButtonsMayDie_data();
@@ -50,6 +56,8 @@ private Q_SLOTS:
     void replacedMenuBarMayDeleteTheBar();
     void replacedMenuBarMayBeFollowedByAThird();
     void newMenuBarMayDieAtOnce();
+    void newMenuBarMayBeFollowedByAnother();
+    void parentChangeMayDeleteTheBar();
     void menuBarMayDie();
 };
 
@@ -358,6 +366,44 @@ void tst_KestTitleBar_Lifetime::actionMayBePutOnTheBarAgain()
     QCOMPARE(host.actionRow()->count(), 0);
 }
 
+void tst_KestTitleBar_Lifetime::actionThatLeftTheRowTakesNoButtonAway()
+{
+    Host host;
+    QAction action(QStringLiteral("action"));
+    host.bar->addAction(&action);
+    action.setText(QStringLiteral("changed")); // it is still among the bar's actions
+    QCOMPARE(host.actionRow()->count(), 0);
+    // A button whose action has died without the bar's knowing.
+    auto *lost = new QAction;
+    host.bar->addAction(lost);
+    {
+        const Drop drop(host.bar, QEvent::ActionRemoved);
+        delete lost;
+    }
+    QCOMPARE(host.actionRow()->count(), 1);
+    host.bar->removeAction(&action);
+    QCOMPARE(host.actionRow()->count(), 1);
+}
+
+void tst_KestTitleBar_Lifetime::actionAtTheSameAddressIsAnother()
+{
+    Host host;
+    std::optional<QAction> action;
+    action.emplace();
+    host.bar->addAction(&*action);
+    {
+        const Drop drop(host.bar, QEvent::ActionRemoved);
+        action.reset();
+    }
+    QCOMPARE(host.actionRow()->count(), 1);
+    action.emplace();
+    host.bar->addAction(&*action);
+    QCOMPARE(host.actionRow()->count(), 2);
+    auto *button = qobject_cast<QToolButton *>(host.actionRow()->itemAt(1)->widget());
+    QVERIFY(button);
+    QCOMPARE(button->defaultAction(), &*action);
+}
+
 void tst_KestTitleBar_Lifetime::newerIconSizeReachesAllButtons()
 {
     Host host;
@@ -388,6 +434,7 @@ void tst_KestTitleBar_Lifetime::widgetThatIsPutInMayEndItsAction()
     });
     host.bar->addAction(&action);
     QCOMPARE(host.actionRow()->count(), 0);
+    QVERIFY(action.defaultWidget()->isHidden());
 }
 
 void tst_KestTitleBar_Lifetime::ownButtonsMayDie_data()
@@ -581,6 +628,58 @@ void tst_KestTitleBar_Lifetime::newMenuBarMayDieAtOnce()
     host.bar->setMenuBar(next);
     QCOMPARE(host.row()->itemAt(0)->layout()->count(), 0);
     QVERIFY(host.bar->menuBar());
+}
+
+void tst_KestTitleBar_Lifetime::newMenuBarMayBeFollowedByAnother()
+{
+    for (const bool none : { false, true }) {
+        Host host;
+        host.show();
+        const QPointer<QMenuBar> first(new QMenuBar);
+        const QPointer<QMenuBar> second(none ? nullptr : new QMenuBar);
+        const OnEvent filter(first, QEvent::ParentChange, [&] { host.bar->setMenuBar(second); });
+        host.bar->setMenuBar(first);
+        QLayout *const row = host.row()->itemAt(0)->layout();
+        QCOMPARE(row->count(), none ? 0 : 1);
+        if (second)
+            QCOMPARE(row->itemAt(0)->widget(), second);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(first.isNull());
+        QCOMPARE(host.bar->findChildren<QMenuBar *>().size(), none ? 0 : 1);
+        QCOMPARE(row->count(), none ? 0 : 1);
+    }
+}
+
+void tst_KestTitleBar_Lifetime::parentChangeMayDeleteTheBar()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        using QProxyStyle::polish;
+        using QProxyStyle::unpolish;
+        void unpolish(QWidget *) override
+        {
+            if (victim)
+                delete victim;
+        }
+
+        QPointer<QWidget> victim;
+    };
+    Style style;
+    Host host;
+    host.button("maximumSizeBtn")->setStyle(&style);
+    QWidget other;
+    other.setWindowState(Qt::WindowMaximized);
+    {
+        // No more than the event: QWidget itself needs a widget that outlives its setParent().
+        const Drop drop(host.bar, QEvent::ParentChange);
+        host.bar->setParent(&other);
+    }
+    const QPointer<QWidget> bar(host.bar);
+    style.victim = bar;
+    QEvent event(QEvent::ParentChange);
+    QVERIFY(QCoreApplication::sendEvent(host.bar, &event));
+    QVERIFY(bar.isNull());
 }
 
 void tst_KestTitleBar_Lifetime::menuBarMayDie()

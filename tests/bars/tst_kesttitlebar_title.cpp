@@ -21,7 +21,7 @@ class tst_KestTitleBar_Title : public QObject
 private Q_SLOTS:
     void titleFollowsTheIcon();
     void blanksBelongToTheTitle();
-    void titleHasTheBarsFontWhateverTheStyleLeaves();
+    void titleHasTheBarsFontAndColourWhateverTheStyleLeaves();
     void titleIsCentredBesideANarrowMenuBar();
     void titleMovesAsideForAWideMenuBar();
     void titleChangeRepaints();
@@ -67,7 +67,7 @@ void tst_KestTitleBar_Title::blanksBelongToTheTitle()
     }
 }
 
-void tst_KestTitleBar_Title::titleHasTheBarsFontWhateverTheStyleLeaves()
+void tst_KestTitleBar_Title::titleHasTheBarsFontAndColourWhateverTheStyleLeaves()
 {
     class Style : public QProxyStyle
     {
@@ -76,8 +76,10 @@ void tst_KestTitleBar_Title::titleHasTheBarsFontWhateverTheStyleLeaves()
                            const QWidget *widget) const override
         {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
-            if (leaves)
+            if (leaves) {
                 painter->setFont(QFont(QStringLiteral("DejaVu Serif"), 20));
+                painter->setPen(Qt::magenta);
+            }
         }
 
         bool leaves = false;
@@ -158,6 +160,9 @@ void tst_KestTitleBar_Title::whatMovesTheTitleOrTheIconPaintsAnew()
     };
     QVERIFY(paintsFor([&host] { host.bar->setProperty("geoRate", 1.5); }));
     QVERIFY(paintsFor([&host] { host.bar->setMenuBar(nullptr); }));
+    for (QWidget *child : host.bar->findChildren<QWidget *>())
+        child->hide();
+    QTest::qWait(20);
     QVERIFY(paintsFor([&host] { host.bar->setLayoutDirection(Qt::RightToLeft); }));
 }
 

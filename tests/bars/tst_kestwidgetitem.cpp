@@ -9,6 +9,7 @@
 #include <QtCore/QPointer>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QWidgetAction>
 
@@ -55,6 +56,8 @@ private Q_SLOTS:
     void buttonIsDismissedInItsOwnEvent();
     void actionMayComeToLifeWhileTheWidgetGoes();
     void widgetMayDieWhileItIsBound();
+    void actionMayDieWhileItsButtonIsBound();
+    void actionMayDieWhileItsSeparatorIsMade();
 };
 
 void tst_KestWidgetItem::plainActionGetsAToolButton()
@@ -423,6 +426,59 @@ void tst_KestWidgetItem::widgetMayDieWhileItIsBound()
         QVERIFY(!item->widget());
         QCOMPARE(item->action() == nullptr, deleteAction);
     }
+}
+
+void tst_KestWidgetItem::actionMayDieWhileItsButtonIsBound()
+{
+    // The font is the last that a tool button takes over from its action.
+    class Filter : public QObject
+    {
+    public:
+        explicit Filter(QAction *action) : m_action(action) { qApp->installEventFilter(this); }
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::FontChange && qobject_cast<KestToolButton *>(watched))
+                delete m_action;
+            return false;
+        }
+
+    private:
+        QPointer<QAction> m_action;
+    };
+    QWidget bar;
+    auto *action = new QAction;
+    action->setObjectName(QStringLiteral("name"));
+    action->setVisible(false);
+    action->setFont(QFont(QStringLiteral("DejaVu Serif"), 30));
+    const Filter filter(action);
+    const auto item = makeItem(action, &bar);
+    QVERIFY(!item->action());
+    QVERIFY(item->widget());
+    QCOMPARE(item->widget()->objectName(), QString());
+}
+
+void tst_KestWidgetItem::actionMayDieWhileItsSeparatorIsMade()
+{
+    class Bar : public QWidget
+    {
+    public:
+        QPointer<QAction> action;
+
+    protected:
+        void childEvent(QChildEvent *event) override
+        {
+            if (event->added() && event->child()->isWidgetType())
+                delete action;
+        }
+    };
+    Bar bar;
+    bar.action = new QAction;
+    bar.action->setSeparator(true);
+    bar.action->setObjectName(QStringLiteral("name"));
+    const auto item = makeItem(bar.action, &bar);
+    QVERIFY(!item->action());
+    QVERIFY(item->widget());
+    QCOMPARE(item->widget()->objectName(), QString());
 }
 
 QTEST_MAIN(tst_KestWidgetItem)

@@ -156,8 +156,11 @@ void tst_MenuBarItem::emptyAndHiddenMenuBarsTakeNoPlace()
 {
     Host host(Qt::RightToLeft);
     const QWidgetItem own(host.menuBar);
+    host.menuBar->resize(400, 30);
+    QVERIFY(host.item.sizeHint().width() > 0);
     host.menuBar->hide();
     QCOMPARE(host.item.sizeHint(), QSize(0, 0));
+    QCOMPARE(host.item.minimumSize(), QSize(0, 0));
     host.menuBar->show();
     host.menuBar->clear();
     QCOMPARE(host.item.sizeHint(), own.sizeHint());

@@ -105,6 +105,8 @@ private Q_SLOTS:
     void barIsLaidOutInALoopWhileAnActionIsAdded();
     void barMayBeResizedWhileAnActionIsAdded_data() { bars(); }
     void barMayBeResizedWhileAnActionIsAdded();
+    void widgetThatCameBackMayDieToo_data() { bars(); }
+    void widgetThatCameBackMayDieToo();
     void actionsMayBeAddedAndRemovedWithinEachOther_data() { bars(); }
     void actionsMayBeAddedAndRemovedWithinEachOther();
     void hostsOwnQuietIsKept_data() { bars(); }
@@ -215,6 +217,38 @@ void tst_QuietLayout::barMayBeResizedWhileAnActionIsAdded()
         host.add(QStringLiteral("second"));
     }
     host.verifyLaidOut(2);
+    {
+        // Also before anything else has changed.
+        const OnEvent filter(host.bar, QEvent::ChildAdded, [&] {
+            host.bar->resize(host.bar->width() + 50, host.bar->height());
+            QCOMPARE(host.bar->layout()->geometry(), host.bar->rect());
+        });
+        host.add(QStringLiteral("third"));
+    }
+    host.verifyLaidOut(3);
+}
+
+// Where its host puts it back without its action.
+void tst_QuietLayout::widgetThatCameBackMayDieToo()
+{
+    QFETCH(QString, kind);
+    Host host(kind);
+    auto *label = new QLabel(QStringLiteral("label"));
+    QWidgetAction custom(nullptr);
+    custom.setDefaultWidget(label);
+    host.bar->addAction(&custom);
+    host.verifyLaidOut(1);
+    {
+        const OnButtonEvent filter(QEvent::Show, [&] {
+            host.bar->removeAction(&custom);
+            static_cast<QBoxLayout *>(host.row)->addWidget(label);
+            QCOMPARE(host.row->count(), 1);
+            delete label;
+            QCOMPARE(host.row->count(), 0);
+        });
+        host.add(QStringLiteral("button"));
+    }
+    host.verifyLaidOut(1);
 }
 
 void tst_QuietLayout::actionsMayBeAddedAndRemovedWithinEachOther()

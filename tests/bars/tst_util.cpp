@@ -3,6 +3,8 @@
 
 #include "Util.h"
 
+#include "OnEvent.h"
+
 #include <QtCore/QPointer>
 #include <QtTest/QTest>
 #include <QtWidgets/QHBoxLayout>
@@ -71,6 +73,12 @@ private Q_SLOTS:
     void customWidgetsTakeTheActionsVisibility();
     void layoutItemsHaveNoStretch();
     void nothingToAddIsIgnored();
+    void separatorAppearsOnAShownBar();
+    void addedWidgetMayMoveToAnotherLayout();
+    void addedWidgetMayBeTakenAwayAtOnce();
+    void addedItemMayBeTakenAtOnce();
+    void takenItemLeavesTheOthers();
+    void takenItemWithoutWidgetLeavesTheLayoutAsItIs();
 
     void iconPixmapHasTheFirstSize();
     void iconPixmapIsScaledDownOnly_data();
@@ -232,6 +240,98 @@ void tst_Util::nothingToAddIsIgnored()
     Util::addItem(item, bar.items, nullptr, bar.layout);
     QCOMPARE(bar.items.size(), 1);
     QCOMPARE(bar.layout->count(), 0);
+}
+
+// Whether its action is visible is nothing to a separator.
+void tst_Util::separatorAppearsOnAShownBar()
+{
+    Bar bar;
+    bar.show();
+    for (const bool visible : { true, false }) {
+        auto *action = new QAction(&bar);
+        action->setSeparator(true);
+        action->setVisible(visible);
+        const Item item = bar.add(action);
+        QTRY_VERIFY(item->widget()->isVisible());
+    }
+}
+
+void tst_Util::addedWidgetMayMoveToAnotherLayout()
+{
+    Bar bar;
+    auto *other = new QHBoxLayout;
+    auto *inner = new QHBoxLayout;
+    bar.layout->addLayout(inner);
+    bar.layout->addLayout(other);
+    QList<Item> items;
+    bar.show();
+    QAction action;
+    const auto item =
+        std::make_shared<KestWidgetItem>(&action, Qt::Horizontal, QSize(16, 16), &bar);
+    Util::addItem(item, items, nullptr, inner);
+    QVERIFY(item->widget()->isVisible());
+    QCOMPARE(inner->count(), 1);
+    other->addWidget(item->widget());
+    QCOMPARE(inner->count(), 0);
+    QCOMPARE(other->count(), 1);
+}
+
+void tst_Util::addedWidgetMayBeTakenAwayAtOnce()
+{
+    Bar bar;
+    QWidget other;
+    auto *label = new QLabel;
+    auto *action = new QWidgetAction(&bar);
+    action->setDefaultWidget(label);
+    const OnEvent filter(label, QEvent::ParentChange, [&] { label->setParent(&other); });
+    const Item item = bar.add(action);
+    QCOMPARE(label->parentWidget(), &other);
+    QCOMPARE(bar.layout->count(), 0);
+    QVERIFY(label->isHidden());
+    QVERIFY(bar.items.contains(item));
+}
+
+void tst_Util::addedItemMayBeTakenAtOnce()
+{
+    Bar bar;
+    auto *label = new QLabel;
+    auto *action = new QWidgetAction(&bar);
+    action->setDefaultWidget(label);
+    const OnEvent filter(label, QEvent::ParentChange, [&] { bar.items.clear(); });
+    const Item item = bar.add(action);
+    QCOMPARE(label->parentWidget(), &bar);
+    QCOMPARE(bar.layout->count(), 0);
+    QVERIFY(label->isHidden());
+}
+
+void tst_Util::takenItemLeavesTheOthers()
+{
+    Bar bar;
+    QAction actions[4];
+    for (QAction &action : actions)
+        bar.add(&action);
+    const QList<QWidget *> widgets = bar.widgets();
+    // Where one has lost its widget, the others' places in the layout are not those in the list.
+    delete widgets.at(0);
+    QCOMPARE(bar.layout->count(), 3);
+    const Item third = bar.items.at(2);
+    Util::takeItem(third, bar.items, bar.layout);
+    QCOMPARE(bar.widgets(), (QList<QWidget *> { widgets.at(1), widgets.at(3) }));
+    QCOMPARE(bar.items.size(), 3);
+    QVERIFY(!bar.items.contains(third));
+    QCOMPARE(third->widget(), widgets.at(2)); // which is the item's to delete
+}
+
+void tst_Util::takenItemWithoutWidgetLeavesTheLayoutAsItIs()
+{
+    Bar bar;
+    QAction action;
+    const Item item = bar.add(&action);
+    delete item->widget();
+    bar.layout->addStretch();
+    Util::takeItem(item, bar.items, bar.layout);
+    QVERIFY(bar.items.isEmpty());
+    QCOMPARE(bar.layout->count(), 1);
 }
 
 void tst_Util::iconPixmapHasTheFirstSize()
