@@ -412,7 +412,6 @@ bool KestTitleBar::event(QEvent *event)
     case QEvent::LayoutDirectionChange:
         swapSides(ui->horizontalLayout);
         swapSides(ui->actionLayout);
-        update();
         break;
     case QEvent::ParentChange: {
         const QPointer<KestTitleBar> guard(this);
