@@ -52,7 +52,7 @@ bool drawsWholePixels(const QPainter &painter)
     const QTransform &transform = painter.deviceTransform();
     return transform.type() <= QTransform::TxScale && transform.m11() >= 1
         && transform.m11() == transform.m22() && isWhole(transform.m11()) && isWhole(transform.dx())
-        && isWhole(transform.dy()) && painter.opacity() == 1
+        && isWhole(transform.dy())
         && painter.compositionMode() == QPainter::CompositionMode_SourceOver;
 }
 
@@ -125,8 +125,7 @@ void KestFramelessDelegate::paintEvent(QPaintEvent *event)
     const auto paintPart = [&](const QRect &part) {
         if (!isCovered)
             fillBackground(painter, background, brush);
-        if (shadowed)
-            shadow.draw(painter, part);
+        shadow.draw(painter, part);
         for (const Fill &fill : qAsConst(fills))
             painter.fillRect(fill.rect, fill.color);
     };

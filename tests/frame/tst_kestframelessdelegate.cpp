@@ -3,6 +3,7 @@
 
 #include "KestFramelessDelegate.h"
 
+#include "DrawingCounter.h"
 #include "MoveBarProbe.h"
 
 #include <QtCore/QPointer>
@@ -328,6 +329,7 @@ private Q_SLOTS:
     void releaseOfAnotherButtonGoesOnMoving();
     void edgeOfASelfMovingWindowResizes();
     void doubleClickMaximisesAndRestores();
+    void doubleClickInTheMidstOfADragMaximises();
     void doubleClickRestoresFromFullScreen();
     void doubleClickIgnoresFixedSize();
     void dragToTheTopMaximises_data();
@@ -379,6 +381,12 @@ private Q_SLOTS:
     void painterOfTheHostIsFollowed_data();
     void painterOfTheHostIsFollowed();
     void frameFollowsEachChange();
+    void plainWindowsAreFilledWithoutImages_data();
+    void plainWindowsAreFilledWithoutImages();
+    void stylesAreAskedForWhatShowsOnly();
+    void neighboursAreNotPaintedTwiceAtFractions();
+    void styleMayEndTheDelegateWhileItPaints();
+    void hoverIsWhatTheStyleMakesOfIt();
 
     void barsMayDie();
     void windowMayDieWhileItIsMaximised();
@@ -1366,6 +1374,20 @@ void tst_KestFramelessDelegate::doubleClickMaximisesAndRestores()
     // Elsewhere it means nothing.
     sendMouse(&host, QEvent::MouseButtonDblClick, QPoint(500, 400));
     QVERIFY(!host.isMaximized());
+}
+
+void tst_KestFramelessDelegate::doubleClickInTheMidstOfADragMaximises()
+{
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    sendMouse(host.bar, QEvent::MouseButtonDblClick, start, Qt::RightButton);
+    QVERIFY(host.isMaximized());
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start);
+    QVERIFY(host.isMaximized());
 }
 
 void tst_KestFramelessDelegate::doubleClickRestoresFromFullScreen()
@@ -2356,6 +2378,11 @@ void tst_KestFramelessDelegate::painterOfTheHostIsFollowed_data()
 {
     QTest::addColumn<QTransform>("transform");
     QTest::addColumn<qreal>("opacity");
+    QTest::newRow("mirrored") << QTransform::fromScale(-1, -1).translate(-450, -450) << 1.0;
+    QTest::newRow("sheared") << QTransform().shear(0.5, 0) << 1.0;
+    QTest::newRow("stretched across") << QTransform::fromScale(2, 1) << 1.0;
+    QTest::newRow("half a pixel across") << QTransform::fromTranslate(0.5, 0) << 1.0;
+    QTest::newRow("half a pixel down") << QTransform::fromTranslate(0, 0.5) << 1.0;
     QTest::newRow("moved") << QTransform::fromTranslate(13, 7) << 1.0;
     QTest::newRow("doubled") << QTransform::fromScale(2, 2) << 1.0;
     QTest::newRow("faded") << QTransform() << 0.4;
@@ -2461,6 +2488,171 @@ void tst_KestFramelessDelegate::frameFollowsEachChange()
     QCOMPARE(rendered(&host, 1.0), expectedFrame(&host, 0, true, 1.0));
     host.delegate->setShadowless(false);
     QCOMPARE(rendered(&host, 1.0), expectedFrame(&host, 8, true, 1.0));
+}
+
+void tst_KestFramelessDelegate::plainWindowsAreFilledWithoutImages_data()
+{
+    QTest::addColumn<int>("parts");
+    QTest::addColumn<int>("fills");
+    QTest::addColumn<int>("clipped");
+    // A few parts one by one, many at once.
+    QTest::newRow("one") << 1 << 1 << 0;
+    QTest::newRow("two") << 2 << 2 << 2;
+    QTest::newRow("eight") << 8 << 8 << 8;
+    QTest::newRow("nine") << 9 << 1 << 0;
+}
+
+void tst_KestFramelessDelegate::plainWindowsAreFilledWithoutImages()
+{
+    QFETCH(int, parts);
+    QFETCH(int, fills);
+    QFETCH(int, clipped);
+    QRegion region;
+    for (int i = 0; i < parts; ++i)
+        region += QRect(50 + 10 * i, 50 + 20 * i, 30, 10);
+    QCOMPARE(region.rectCount(), parts);
+    // Also where a style fills no more than rectangles, wherever its painter is.
+    DrawingStyle style([](const QStyleOption &, QPainter &painter) {
+        painter.translate(20, 20);
+        painter.fillRect(QRect(5, 5, 10, 10), Qt::red);
+    });
+    for (const bool styled : { false, true }) {
+        for (const bool shadowless : { false, true }) {
+            Host host;
+            host.bar->hide();
+            if (styled)
+                host.setStyle(&style);
+            host.delegate->setShadowless(shadowless);
+            host.show();
+            const QRegion shown = shadowless && parts == 1 ? QRegion(host.rect()) : region;
+            DrawingCounter counter;
+            host.render(&counter, QPoint(), shown, QWidget::DrawWindowBackground);
+            QCOMPARE(counter.images().size(), 0);
+            QCOMPARE(counter.rects(), styled ? 2 * fills : fills);
+            QCOMPARE(counter.clippedRects(), styled ? 2 * clipped : clipped);
+            host.setStyle(nullptr);
+        }
+    }
+}
+
+void tst_KestFramelessDelegate::stylesAreAskedForWhatShowsOnly()
+{
+    QVector<QSize> drawn;
+    DrawingStyle style([&drawn](const QStyleOption &option, QPainter &painter) {
+        drawn.append(QSize(painter.device()->width(), painter.device()->height()));
+        painter.drawEllipse(option.rect);
+    });
+    Host host;
+    host.bar->hide();
+    host.setStyle(&style);
+    host.show();
+    const auto sizesFor = [&](int parts) {
+        QRegion region;
+        for (int i = 0; i < parts; ++i)
+            region += QRect(50 + 10 * i, 50 + 20 * i, 30, 10);
+        drawn.clear();
+        rendered(&host, 1.0, region);
+        drawn.removeFirst(); // which only finds out what it draws
+        return drawn;
+    };
+    QCOMPARE(sizesFor(1), QVector<QSize>(1, QSize(30, 10)));
+    QCOMPARE(sizesFor(2), QVector<QSize>(2, QSize(30, 10)));
+    QCOMPARE(sizesFor(8), QVector<QSize>(8, QSize(30, 10)));
+    QCOMPARE(sizesFor(9), QVector<QSize>(1, QSize(110, 170)));
+    host.setStyle(nullptr);
+}
+
+void tst_KestFramelessDelegate::neighboursAreNotPaintedTwiceAtFractions()
+{
+    // The two rectangles share a row of pixels.
+    const QRegion region = QRegion(20, 20, 100, 31) + QRect(20, 51, 40, 30);
+    QCOMPARE(region.rectCount(), 2);
+    DrawingStyle style([](const QStyleOption &, QPainter &painter) {
+        painter.fillRect(QRect(30, 30, 50, 40), Qt::red);
+    });
+    for (const bool styled : { false, true }) {
+        Host host;
+        host.bar->hide();
+        if (styled)
+            host.setStyle(&style);
+        QPalette palette = host.palette();
+        palette.setColor(QPalette::Window, QColor(200, 100, 0, 77));
+        host.setPalette(palette);
+        host.show();
+        host.activateWindow();
+        for (const qreal ratio : { 1.25, 1.5, 1.75 }) {
+            const QImage whole = rendered(&host, ratio);
+            const QImage parts = rendered(&host, ratio, region);
+            for (int y = 32; y < 80; ++y) {
+                const QPoint pixel(int(40 * ratio), int(y * ratio));
+                QCOMPARE(parts.pixelColor(pixel), whole.pixelColor(pixel));
+            }
+            const QPoint shared(int(40 * ratio), int(51 * ratio));
+            QCOMPARE(parts.pixelColor(shared), whole.pixelColor(shared));
+        }
+        host.setStyle(nullptr);
+    }
+}
+
+void tst_KestFramelessDelegate::styleMayEndTheDelegateWhileItPaints()
+{
+    // It draws to find out, and then for each part.
+    for (const int last : { 1, 2, 3 }) {
+        Host host;
+        host.bar->hide();
+        int drawings = 0;
+        DrawingStyle style([&](const QStyleOption &option, QPainter &painter) {
+            if (++drawings == last)
+                delete host.delegate;
+            painter.setBrush(Qt::red);
+            painter.drawEllipse(option.rect);
+        });
+        QPalette palette = host.palette();
+        palette.setColor(QPalette::Window, Qt::cyan);
+        host.setPalette(palette);
+        host.setStyle(&style);
+        const QRegion region = QRegion(190, 100, 20, 20) + QRect(200, 200, 20, 20);
+        const QImage image = rendered(&host, 1.0, region);
+        QVERIFY(!host.delegate);
+        QCOMPARE(drawings, last);
+        QCOMPARE(image.pixelColor(200, 110),
+                 QColor(last == 1       ? Qt::transparent
+                            : last == 2 ? Qt::cyan
+                                        : Qt::red));
+        QCOMPARE(image.pixelColor(210, 210), QColor(last == 1 ? Qt::transparent : Qt::cyan));
+        host.setStyle(nullptr);
+    }
+}
+
+void tst_KestFramelessDelegate::hoverIsWhatTheStyleMakesOfIt()
+{
+    Host host;
+    const auto changes = [&host](const DrawingStyle::Drawing &drawing) {
+        DrawingStyle style(drawing);
+        host.setStyle(&style);
+        const bool result = host.delegate->changesWithHover();
+        host.setStyle(nullptr);
+        return result;
+    };
+    QVERIFY(!host.delegate->changesWithHover());
+    QVERIFY(!changes([](const QStyleOption &option, QPainter &painter) {
+        painter.fillRect(option.rect, Qt::red);
+    }));
+    QVERIFY(changes([](const QStyleOption &option, QPainter &painter) {
+        painter.fillRect(option.rect, option.state & QStyle::State_MouseOver ? Qt::red : Qt::blue);
+    }));
+    QVERIFY(!changes([](const QStyleOption &option, QPainter &painter) {
+        painter.fillRect(option.rect, option.state & QStyle::State_Enabled ? Qt::red : Qt::blue);
+    }));
+    // What is more than fills may be anything, on either side.
+    for (const bool hovered : { false, true }) {
+        QVERIFY(changes([hovered](const QStyleOption &option, QPainter &painter) {
+            if (bool(option.state & QStyle::State_MouseOver) == hovered)
+                painter.drawEllipse(option.rect);
+        }));
+    }
+    // And when there is nobody left to tell.
+    QVERIFY(changes([&host](const QStyleOption &, QPainter &) { delete host.delegate; }));
 }
 
 void tst_KestFramelessDelegate::barsMayDie()
