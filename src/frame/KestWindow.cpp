@@ -97,7 +97,7 @@ KestWindowLayouts::KestWindowLayouts(QWidget *window)
     statusBarLayout->setSizeConstraint(QLayout::SetMinimumSize);
     verticalLayout->setStretchFactor(contentLayout, 1);
 
-    gridLayout->addLayout(verticalLayout, 0, 0, 1, 1);
+    gridLayout->addLayout(verticalLayout, 0, 0);
     gridLayout->setAlignment(verticalLayout, Qt::AlignLeft | Qt::AlignTop);
 }
 
@@ -268,7 +268,7 @@ void KestWindow::setCentralWidget(QWidget *widget)
     const KestTitleBar *const bar = titleBar();
     if (!isCurrent())
         return;
-    resize(size.width(), size.height() + (bar ? bar->height() : 0));
+    resize(size.width(), size.height() + bar->height());
     if (isCurrent())
         setWindowIcon(widget->windowIcon());
 }

@@ -16,6 +16,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
@@ -167,6 +168,7 @@ private Q_SLOTS:
     void dialogMayDieWhileItIsFilled_data();
     void dialogMayDieWhileItIsFilled();
     void laterTitleBarWins();
+    void titleBarClearedWhileItComesIsGone();
     void innerDialogMayDieWhenItFinishes();
     void frameMayDieWhenTheInnerDialogFinishes();
     void partsMayDieInAnyOrder();
@@ -879,6 +881,16 @@ void tst_KestDialog::laterTitleBarWins()
     QCOMPARE(dialog.layout()->itemAt(0)->widget(), later);
 }
 
+void tst_KestDialog::titleBarClearedWhileItComesIsGone()
+{
+    KestDialog dialog;
+    dialog.resize(400, 300);
+    auto *bar = new KestTitleBar;
+    Once once(bar, QEvent::ParentChange, [&] { dialog.setTitleBar(nullptr); });
+    dialog.setTitleBar(bar);
+    QVERIFY(!movesItsWindow(bar));
+}
+
 void tst_KestDialog::innerDialogMayDieWhenItFinishes()
 {
     KestDialog frame;
@@ -982,6 +994,23 @@ void tst_KestDialog::hoverRulesAndSubclassesArePaintedAnew()
         QVERIFY2(paintsForHover(&window, QEvent::HoverEnter) > 0, sheet);
         QVERIFY2(paintsForHover(&window, QEvent::HoverLeave) > 0, sheet);
     }
+
+    // A style may be the end of the window that it is asked about.
+    class DeadlyStyle : public QProxyStyle
+    {
+    public:
+        void drawPrimitive(PrimitiveElement, const QStyleOption *, QPainter *,
+                           const QWidget *) const override
+        {
+            delete victim;
+        }
+        QPointer<QWidget> victim;
+    } style;
+    style.victim = new KestDialog;
+    style.victim->setStyle(&style);
+    QHoverEvent event(QEvent::HoverEnter, QPointF(60, 60), QPointF(-1, -1));
+    QVERIFY(QCoreApplication::sendEvent(style.victim, &event));
+    QVERIFY(style.victim.isNull());
 }
 
 #else

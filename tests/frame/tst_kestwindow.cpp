@@ -22,6 +22,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QStatusBar>
@@ -232,6 +233,9 @@ private Q_SLOTS:
     void windowMayDieWhileItIsFilled_data();
     void windowMayDieWhileItIsFilled();
     void laterBarsWin();
+    void barsClearedWhileTheyComeAreGone();
+    void laterCentralWidgetWinsWhileATitleBarIsMade();
+    void centralWidgetThatTakesTheFocusHearsOfItsShow();
     void widgetsMayDieWhileTheirSizesAreSaved();
     void closeEventCanBeHandedOn();
     void barsMayDieInAnyOrder();
@@ -1466,6 +1470,64 @@ void tst_KestWindow::laterBarsWin()
     QVERIFY(!movesItsWindow(navigation));
 }
 
+void tst_KestWindow::barsClearedWhileTheyComeAreGone()
+{
+    KestWindow window;
+    window.resize(500, 300);
+    window.navigationBar();
+    auto *title = new KestTitleBar;
+    Once titleOnce(title, QEvent::ParentChange, [&] { window.setTitleBar(nullptr); });
+    window.setTitleBar(title);
+    // What moves the window instead goes on doing so.
+    QVERIFY(movesItsWindow(window.navigationBar()));
+    QVERIFY(!movesItsWindow(title));
+
+    auto *navigation = new KestNavigationBar;
+    Once navigationOnce(navigation, QEvent::ParentChange,
+                        [&] { window.setNavigationBar(nullptr); });
+    window.setNavigationBar(navigation);
+    QVERIFY(!movesItsWindow(navigation));
+}
+
+void tst_KestWindow::laterCentralWidgetWinsWhileATitleBarIsMade()
+{
+    KestWindow window;
+    window.setTitleBar(nullptr);
+    deleteDeferred();
+    auto *first = new QWidget(&window);
+    first->resize(300, 200);
+    auto *later = new QWidget(&window);
+    later->resize(410, 310);
+    Once once(&window, QEvent::ChildAdded, [&] { window.setCentralWidget(later); });
+    window.setCentralWidget(first);
+    QCOMPARE(window.centralWidget(), later);
+    QCOMPARE(window.size(), QSize(410, 310 + window.titleBar()->height()));
+}
+
+void tst_KestWindow::centralWidgetThatTakesTheFocusHearsOfItsShow()
+{
+    class Listening : public QLineEdit
+    {
+    public:
+        int shows = 0;
+
+    protected:
+        void showEvent(QShowEvent *event) override
+        {
+            ++shows;
+            QLineEdit::showEvent(event);
+        }
+    };
+    KestWindow window;
+    QVERIFY(activate(&window));
+    QTRY_COMPARE(QApplication::focusWidget(), window.titleBar());
+    auto *edit = new Listening;
+    window.setCentralWidget(edit);
+    QTRY_VERIFY(edit->isVisible());
+    QCOMPARE(QApplication::focusWidget(), edit);
+    QCOMPARE(edit->shows, 1);
+}
+
 void tst_KestWindow::widgetsMayDieWhileTheirSizesAreSaved()
 {
     KestWindow window;
@@ -1575,6 +1637,23 @@ void tst_KestWindow::hoverRulesAndSubclassesArePaintedAnew()
         QVERIFY2(paintsForHover(&window, QEvent::HoverEnter) > 0, sheet);
         QVERIFY2(paintsForHover(&window, QEvent::HoverLeave) > 0, sheet);
     }
+
+    // A style may be the end of the window that it is asked about.
+    class DeadlyStyle : public QProxyStyle
+    {
+    public:
+        void drawPrimitive(PrimitiveElement, const QStyleOption *, QPainter *,
+                           const QWidget *) const override
+        {
+            delete victim;
+        }
+        QPointer<QWidget> victim;
+    } style;
+    style.victim = new KestWindow;
+    style.victim->setStyle(&style);
+    QHoverEvent event(QEvent::HoverEnter, QPointF(60, 60), QPointF(-1, -1));
+    QVERIFY(QCoreApplication::sendEvent(style.victim, &event));
+    QVERIFY(style.victim.isNull());
 }
 
 #else
