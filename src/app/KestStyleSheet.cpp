@@ -165,7 +165,7 @@ QString KestStyleSheet::scaleSheet(const QString &sheet, float rate)
     // A sheet has digits everywhere, but few an x: each length is found by the end of its unit.
     const auto isX = [](QChar c) { return isLetter(c, 'x'); };
     for (const QChar *x = copied; (x = std::find_if(x, end, isX)) != end; ++x) {
-        if (x - copied < 2 || !isLetter(x[-1], 'p'))
+        if (x == copied || !isLetter(x[-1], 'p'))
             continue;
         const QChar *const unit = x - 1;
         const QChar *number = unit;

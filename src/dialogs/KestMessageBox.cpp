@@ -199,7 +199,7 @@ QAbstractButton *KestMessageBoxPrivate::buttonForLetter(const QKeyEvent *event) 
 bool KestMessageBoxPrivate::focusIsInTheMessage() const
 {
     const QWidget *const focus = q->focusWidget();
-    return focus && focus->isVisible() && focus->isEnabled() && q->centralWidget()
+    return focus && focus->isVisible() && q->centralWidget()
         && q->centralWidget()->isAncestorOf(focus);
 }
 
@@ -318,15 +318,9 @@ void KestMessageBox::setStandardButtons(StandardButtons buttons)
 {
     if (!d->buttonBox)
         return;
-    const QPointer<KestMessageBox> guard(this);
     d->buttonBox->setStandardButtons(toBox(buttons));
-    if (!guard)
-        return;
-    const QList<QAbstractButton *> held = d->buttons();
-    if (!held.contains(d->escapeButton))
+    if (!d->buttons().contains(d->escapeButton))
         d->escapeButton = nullptr;
-    if (!held.contains(d->defaultButton))
-        d->defaultButton = nullptr;
     updateSize();
 }
 
@@ -401,10 +395,11 @@ void KestMessageBox::detectEscapeButton() const
 int KestMessageBox::layoutMinimumWidth()
 {
     const QWidget *const central = centralWidget();
-    const QPointer<QLayout> layout(central ? central->layout() : nullptr);
-    if (layout)
-        layout->activate();
-    return layout ? layout->totalMinimumSize().width() : 0;
+    QLayout *const layout = central ? central->layout() : nullptr;
+    if (!layout)
+        return 0;
+    layout->activate();
+    return layout->totalMinimumSize().width();
 }
 
 void KestMessageBox::updateSize()
@@ -413,20 +408,13 @@ void KestMessageBox::updateSize()
         return;
     const QScreen *const screen = screenBelowPointer();
     const QWidget *const central = centralWidget();
-    const QPointer<QLayout> layout(central ? central->layout() : nullptr);
+    const QLayout *const layout = central ? central->layout() : nullptr;
     if (!screen || !layout)
         return;
 
     const Limits limits = limitsFor(screen->size().width());
-    // Activating the layout tells its widgets their new sizes.
-    const QPointer<KestMessageBox> guard(this);
-    int width = d->contentsWidth(limits.soft);
-    if (!guard || !layout)
-        return;
-    width = qMax(width, qMin(widthForTitle(windowTitle()), limits.hard));
-    layout->activate();
-    if (!guard || !layout)
-        return;
+    const int width =
+        qMax(d->contentsWidth(limits.soft), qMin(widthForTitle(windowTitle()), limits.hard));
     const QMargins around = contentsMargins() + layout->contentsMargins();
     setFixedSize(width + around.left() + around.right(),
                  layoutHeight(layout, width) + titleBar()->height() + around.top()
@@ -478,12 +466,10 @@ void KestMessageBox::setVisible(bool visible)
 
 void KestMessageBox::showEvent(QShowEvent *event)
 {
-    const QPointer<KestMessageBox> guard(this);
     updateSize();
-    if (!guard)
-        return;
     // The box is centred on its parent anew.
     setAttribute(Qt::WA_Moved, false);
+    const QPointer<KestMessageBox> guard(this);
     KestDialog::showEvent(event);
     if (!guard || event->spontaneous())
         return;

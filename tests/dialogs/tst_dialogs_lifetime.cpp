@@ -78,11 +78,12 @@ public:
         : m_type(type), m_action(action)
     { }
 
-    bool eventFilter(QObject *, QEvent *event) override
+    bool eventFilter(QObject *watched, QEvent *event) override
     {
+        const QPointer<QObject> guard(watched);
         if (event->type() == m_type)
             m_action();
-        return false;
+        return !guard; // nobody is there to get it
     }
 
 private:
@@ -116,6 +117,7 @@ private Q_SLOTS:
     void oldMoviesEndMaySetAnother();
     void oldMoviesEndMayDeleteTheOverlay();
     void oldMoviesEndMayDeleteTheNewOne();
+    void raisingMayDeleteTheOverlay();
     void startOfAMovieMayDeleteTheOverlay();
     void startOfAMovieMayDeleteTheOldOne();
     void showingMayHideTheOverlay();
@@ -435,6 +437,22 @@ void tst_Dialogs_Lifetime::oldMoviesEndMayDeleteTheNewOne()
     connect(overlay.movie(), &QObject::destroyed, this, [&] { delete next; });
     overlay.setMovie(next);
     QVERIFY(!overlay.movie());
+}
+
+void tst_Dialogs_Lifetime::raisingMayDeleteTheOverlay()
+{
+    QWidget window;
+    QVERIFY(activate(&window));
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    overlay->show();
+    QWidget above(&window);
+    above.show();
+    EventSlot raised(QEvent::ZOrderChange, [&] { delete overlay; });
+    overlay->installEventFilter(&raised);
+    // Sent, since Qt itself does not stand that while it shows a widget.
+    QShowEvent event;
+    QCoreApplication::sendEvent(overlay, &event);
+    QVERIFY(overlay.isNull());
 }
 
 void tst_Dialogs_Lifetime::startOfAMovieMayDeleteTheOverlay()

@@ -77,20 +77,23 @@ int widthAround(const Box &box)
     return margins.left() + margins.right();
 }
 
-// Has the screen another width as long as it lives.
+// Has the screen another width as long as it lives, not all of which is there for windows.
 class ScreenWidth
 {
 public:
-    explicit ScreenWidth(int width) { set(QRect(0, 0, width, 900)); }
-    ~ScreenWidth() { set(m_before); }
+    explicit ScreenWidth(int width)
+    {
+        set(QRect(0, 0, width, 900), QRect(70, 50, width - 70, 800));
+    }
+    ~ScreenWidth() { set(m_before, m_before); }
 
 private:
     Q_DISABLE_COPY(ScreenWidth)
 
-    static void set(const QRect &geometry)
+    static void set(const QRect &geometry, const QRect &available)
     {
         QWindowSystemInterface::handleScreenGeometryChange(QGuiApplication::primaryScreen(),
-                                                           geometry, geometry);
+                                                           geometry, available);
         QCoreApplication::processEvents();
     }
 
@@ -181,6 +184,8 @@ private Q_SLOTS:
     void firstFocusIsOnTheButtonThatEnterPresses();
     void secondShowPutsTheFocusOnAButtonAgain();
     void hiddenDefaultButtonDoesNotTakeTheFocus();
+    void inputHiddenMeanwhileLosesTheFocus();
+    void focusOutsideOfTheMessageMovesIntoIt();
     void focusThatTheHostSetStays();
     void letterPressesTheButtonWithThatMnemonic();
     void letterPressesOnlyButtonsThatCanBePressed();
@@ -1121,16 +1126,43 @@ void tst_KestMessageBox::secondShowPutsTheFocusOnAButtonAgain()
 void tst_KestMessageBox::hiddenDefaultButtonDoesNotTakeTheFocus()
 {
     Box box;
-    box.setStandardButtons(Box::Apply | Box::Reset);
-    QPushButton *const own = box.addButton(QStringLiteral("Own"), Box::ActionRole);
-    own->setDefault(true);
-    own->hide();
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    auto *inTheBar = new QPushButton(QStringLiteral("Own"), box.titleBar());
+    inTheBar->setAutoDefault(false);
+    inTheBar->setFocus();
+    QPushButton *const hidden = box.addButton(QStringLiteral("Default"), Box::ActionRole);
+    hidden->setDefault(true);
+    hidden->hide();
     box.show();
-    box.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&box));
-    QVERIFY(box.focusWidget() != own);
-    QVERIFY(QApplication::focusWidget());
-    QVERIFY(QApplication::focusWidget()->isVisible());
+    QVERIFY(hidden->isDefault());
+    QCOMPARE(box.focusWidget(), inTheBar);
+}
+
+void tst_KestMessageBox::inputHiddenMeanwhileLosesTheFocus()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    auto *input = new QLineEdit;
+    box.centralWidget()->layout()->addWidget(input);
+    input->setFocus();
+    box.show();
+    QCOMPARE(box.focusWidget(), input);
+    box.hide();
+    input->hide();
+    box.show();
+    QCOMPARE(box.focusWidget(), buttonOf(box, Box::Ok));
+}
+
+void tst_KestMessageBox::focusOutsideOfTheMessageMovesIntoIt()
+{
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    auto *inTheBar = new QPushButton(QStringLiteral("Own"), box.titleBar());
+    inTheBar->setAutoDefault(false);
+    inTheBar->setFocus();
+    QCOMPARE(box.focusWidget(), inTheBar);
+    box.show();
+    QCOMPARE(box.focusWidget(), buttonOf(box, Box::Ok));
 }
 
 void tst_KestMessageBox::focusThatTheHostSetStays()
