@@ -1047,6 +1047,7 @@ void tst_KestCircleProgressBar::onlyTrueValuesAreAnnounced()
 
 void tst_KestCircleProgressBar::nothingIsMadeForNoReader()
 {
+    const KestCircleProgressBar first; // factories are asked from the last one on
     const InterfaceRequests requests;
     KestCircleProgressBar bar;
     bar.setValue(30);

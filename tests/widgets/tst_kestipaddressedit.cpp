@@ -326,6 +326,7 @@ private Q_SLOTS:
     void columnsFromOutsideMayBeAny();
     void rangesFromOutsideMayBeAny();
     void changesAreAnnounced();
+    void selectionStaysUntilAllOfItIsDeleted();
     void nothingIsMadeForNoReader();
     void subclassMayHaveItsOwnInterface();
 };
@@ -2478,8 +2479,22 @@ void tst_KestIPAddressEdit::changesAreAnnounced()
                       QStringLiteral("value 1.0.2.0") }));
 }
 
+void tst_KestIPAddressEdit::selectionStaysUntilAllOfItIsDeleted()
+{
+    Edit edit(QStringLiteral("192|168|| @0 0:0-2 1:0-1"));
+    QAccessibleTextInterface *const text =
+        QAccessible::queryAccessibleInterface(&edit)->textInterface();
+    QVector<int> counts;
+    connect(&edit, &KestIPAddressEdit::editChanged, &edit,
+            [&] { counts.append(text->selectionCount()); });
+    typeKey(&edit, QStringLiteral("Delete"));
+    QCOMPARE(counts, QVector<int>({ 2, 2 }));
+    QCOMPARE(stateOf(&edit), QStringLiteral("2|68|| @6"));
+}
+
 void tst_KestIPAddressEdit::nothingIsMadeForNoReader()
 {
+    const Edit first; // factories are asked from the last one on
     const InterfaceRequests requests;
     Edit edit(QStringLiteral("1||| @1"));
     typeKey(&edit, QStringLiteral("9"));

@@ -269,6 +269,7 @@ private Q_SLOTS:
     void captionsOfAColumnAreBeside();
     void overridesAreAskedForEachStep();
     void drawingLeavesThePainterAsItWas();
+    void textIsDrawnInOneLineWhereverItIs();
     void stepsAreDrawnOneAfterTheOther();
     void captionsAreDrawnInTheTextsColor_data();
     void captionsAreDrawnInTheTextsColor();
@@ -1122,6 +1123,33 @@ void tst_KestStageProgressBar::drawingLeavesThePainterAsItWas()
         QCOMPARE(painter.pen(), inner);
         painter.restore();
         QCOMPARE(painter.pen(), outer);
+    }
+}
+
+void tst_KestStageProgressBar::textIsDrawnInOneLineWhereverItIs()
+{
+    // An override may want it in a rectangle that is too narrow.
+    class Open : public KestStageProgressBar
+    {
+    public:
+        using KestStageProgressBar::drawText;
+    } bar;
+    const QRectF narrow(30, 30, 20, 60);
+    const QString text = QStringLiteral("two words");
+    const auto paintedBy = [&bar](const std::function<void(QPainter *)> &paint) {
+        QImage image = canvas(QSize(120, 120), 1.0);
+        QPainter painter(&image);
+        painter.setFont(bar.font());
+        painter.setPen(bar.palette().windowText().color());
+        paint(&painter);
+        return image;
+    };
+    for (const Qt::Orientation orientation : { Qt::Horizontal, Qt::Vertical }) {
+        bar.setOrientation(orientation);
+        const int alignment = orientation == Qt::Horizontal ? int(Qt::AlignCenter)
+                                                            : int(Qt::AlignLeft | Qt::AlignVCenter);
+        QCOMPARE(paintedBy([&](QPainter *painter) { bar.drawText(painter, 0, narrow, text); }),
+                 paintedBy([&](QPainter *painter) { painter->drawText(narrow, alignment, text); }));
     }
 }
 
