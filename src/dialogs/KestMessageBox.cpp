@@ -207,7 +207,7 @@ QPushButton *KestMessageBoxPrivate::buttonForEnter() const
 {
     const QList<QPushButton *> pushButtons = q->findChildren<QPushButton *>();
     for (QPushButton *button : pushButtons) {
-        if (button->isDefault() && button->isVisible())
+        if (button->isDefault())
             return button;
     }
     return nullptr;
@@ -460,6 +460,7 @@ void KestMessageBox::setVisible(bool visible)
     // Only now is it known which button Enter presses.
     if (!guard || !opens || d->focusIsInTheMessage())
         return;
+    // A hidden button gets no focus.
     if (QPushButton *const button = d->buttonForEnter())
         button->setFocus(Qt::OtherFocusReason);
 }
