@@ -236,6 +236,8 @@ private Q_SLOTS:
     void barsClearedWhileTheyComeAreGone();
     void laterCentralWidgetWinsWhileATitleBarIsMade();
     void centralWidgetThatTakesTheFocusHearsOfItsShow();
+    void centralWidgetHearsOfItsTitle();
+    void centralWidgetMayGoWhileItsTitleIsFollowed();
     void widgetsMayDieWhileTheirSizesAreSaved();
     void closeEventCanBeHandedOn();
     void barsMayDieInAnyOrder();
@@ -1254,14 +1256,28 @@ void tst_KestWindow::widgetThatTakesTheFocusLaterKeepsItsPlace()
     second->setFocusPolicy(Qt::StrongFocus);
     QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "in title" }));
 
+    // Nor does it lose its place when others have to be ordered.
+    auto *fourth = named("fourth");
+    fourth->setFocusPolicy(Qt::NoFocus);
+    window.centralWidget()->layout()->addWidget(fourth);
+    window.centralWidget()->layout()->addWidget(named("fifth"));
+    QTRY_VERIFY(fourth->isVisible());
+    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "fifth", "in title" }));
+    fourth->setFocusPolicy(Qt::StrongFocus);
+    QCOMPARE(tabRound(),
+             QStringList({ "first", "second", "third", "fourth", "fifth", "in title" }));
+
     // What is in order already is not ordered again.
     auto *later = named("later", window.titleBar());
     later->setFocusPolicy(Qt::NoFocus);
     later->show();
     named("last", window.titleBar())->show();
-    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "in title", "last" }));
+    QCOMPARE(tabRound(),
+             QStringList({ "first", "second", "third", "fourth", "fifth", "in title", "last" }));
     later->setFocusPolicy(Qt::StrongFocus);
-    QCOMPARE(tabRound(), QStringList({ "first", "second", "third", "in title", "later", "last" }));
+    QCOMPARE(tabRound(),
+             QStringList(
+                 { "first", "second", "third", "fourth", "fifth", "in title", "later", "last" }));
 }
 
 void tst_KestWindow::onlyShowingActivatingAndTabbingOrderTheTabs()
@@ -1528,6 +1544,50 @@ void tst_KestWindow::centralWidgetThatTakesTheFocusHearsOfItsShow()
     QCOMPARE(edit->shows, 1);
 }
 
+void tst_KestWindow::centralWidgetHearsOfItsTitle()
+{
+    class Listening : public QWidget
+    {
+    public:
+        int titles = 0;
+
+    protected:
+        void changeEvent(QEvent *event) override
+        {
+            titles += event->type() == QEvent::WindowTitleChange ? 1 : 0;
+        }
+    };
+    KestWindow window;
+    auto *central = new Listening;
+    window.setCentralWidget(central);
+    central->setWindowTitle(QStringLiteral("Heard"));
+    QCOMPARE(window.windowTitle(), QStringLiteral("Heard"));
+    QCOMPARE(central->titles, 1);
+}
+
+void tst_KestWindow::centralWidgetMayGoWhileItsTitleIsFollowed()
+{
+    for (QWidget *later : { static_cast<QWidget *>(nullptr), new QWidget }) {
+        KestWindow window;
+        auto *central = new QWidget;
+        window.setCentralWidget(central);
+        QSize size;
+        connect(&window, &QWidget::windowTitleChanged, this, [&](const QString &title) {
+            if (title != QLatin1String("Last"))
+                return;
+            window.setCentralWidget(later);
+            window.resize(333, 222);
+            size = window.size();
+            if (later)
+                later->resize(50, 60);
+        });
+        central->setWindowTitle(QStringLiteral("Last"));
+        QCOMPARE(window.centralWidget(), later);
+        QCOMPARE(size, QSize(333, 222));
+        QCOMPARE(window.size(), size);
+    }
+}
+
 void tst_KestWindow::widgetsMayDieWhileTheirSizesAreSaved()
 {
     KestWindow window;
@@ -1610,6 +1670,9 @@ void tst_KestWindow::pointerChangesNothingByItself()
         QVERIFY(window.testAttribute(Qt::WA_Hover));
         QVERIFY2(paintsForHover(&window, QEvent::HoverEnter) == 0, sheet);
         QVERIFY2(paintsForHover(&window, QEvent::HoverLeave) == 0, sheet);
+        // It is taken all the same.
+        QHoverEvent event(QEvent::HoverEnter, QPointF(60, 60), QPointF(-1, -1));
+        QVERIFY(QCoreApplication::sendEvent(&window, &event));
     }
 }
 
