@@ -31,7 +31,7 @@ file(RELATIVE_PATH KEST_LIBDIR_TO_HEADERS
   ${CMAKE_INSTALL_FULL_LIBDIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR}/KestWidgets)
 set(KEST_PC_REQUIRES "Qt5Widgets >= 5.15")
 set(KEST_PC_CFLAGS "-I\${includedir}")
-if(Qt5_POSITION_INDEPENDENT_CODE)
+if(Qt5_POSITION_INDEPENDENT_CODE AND NOT WIN32)
   string(APPEND KEST_PC_CFLAGS " -fPIC")
 endif()
 set(KEST_PC_LIBS "-L\${libdir} -l$<TARGET_FILE_BASE_NAME:KestWidgets>")
@@ -67,5 +67,7 @@ set(documentation ${CMAKE_INSTALL_DATAROOTDIR}/doc/KestWidgets)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documentation} COMPONENT Runtime)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
   DESTINATION ${documentation} COMPONENT Documentation)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documentation}
+file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
+install(FILES ${pages} DESTINATION ${documentation}/docs COMPONENT Documentation)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION ${documentation}/docs
   COMPONENT Documentation)

@@ -3,9 +3,9 @@
 
 #include <QtCore/qglobal.h>
 
-// Resources register themselves as a program starts, but from a static library the linker takes only
-// what something refers to. Every host's linker is told to look for this function by its name, which
-// is C's to be the same for all compilers.
+// Resources register themselves as a program starts, but from a static library the linker takes
+// only what something refers to. Every host's linker is told to look for this function by its name,
+// which is C's to be the same for all compilers.
 extern "C" {
 void kestRegisterResources();
 }

@@ -10,6 +10,11 @@
 #    error "The version is not what was installed."
 #endif
 
+// What Windows alone tells apart.
+#if defined(HOST_LINKS_STATICALLY) != defined(KEST_STATIC)
+#    error "The host is not told of the library's kind."
+#endif
+
 int main(int argc, char *argv[])
 {
     KestApplication app(argc, argv);
