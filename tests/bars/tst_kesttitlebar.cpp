@@ -11,6 +11,7 @@
 #include <QtCore/QMetaProperty>
 #include <QtCore/QTranslator>
 #include <QtGui/QResizeEvent>
+#include <QtGui/QWindowStateChangeEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
@@ -496,7 +497,7 @@ void tst_KestTitleBar::buttonsStayAsTheyAreForOtherChanges()
     host.setWindowTitle(QStringLiteral("title[*]"));
     host.setWindowModified(true);
     host.setWindowIcon(icon({ QSize(16, 16) }));
-    QEvent state(QEvent::WindowStateChange);
+    QWindowStateChangeEvent state(host.windowState());
     QCoreApplication::sendEvent(&host, &state);
     for (const char *name : { "minimumSizeBtn", "maximumSizeBtn", "closeBtn" })
         QVERIFY(host.button(name)->isHidden());

@@ -7,6 +7,7 @@
 #include <QtCore/QScopeGuard>
 #include <QtGui/QIconEngine>
 #include <QtGui/QPainter>
+#include <QtGui/QWindowStateChangeEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -216,10 +217,11 @@ void tst_KestTitleBar_Icon::iconSizeIsOnlyStored()
     QCOMPARE(spy.count(), 0);
     QCOMPARE(host.bar->doIconRect().size(), QSize(32, 32));
     // What else happens to the window is no icon update.
-    for (const QEvent::Type type :
-         { QEvent::WindowStateChange, QEvent::WindowTitleChange, QEvent::ModifiedChange }) {
-        QEvent event(type);
-        QCoreApplication::sendEvent(&host, &event);
+    QWindowStateChangeEvent state(host.windowState());
+    QEvent title(QEvent::WindowTitleChange);
+    QEvent modified(QEvent::ModifiedChange);
+    for (QEvent *event : { static_cast<QEvent *>(&state), &title, &modified }) {
+        QCoreApplication::sendEvent(&host, event);
         QCOMPARE(host.bar->doIconRect().size(), QSize(32, 32));
     }
     host.bar->updateWindowIcon();
