@@ -268,7 +268,7 @@ void KestWindow::setCentralWidget(QWidget *widget)
     const KestTitleBar *const bar = titleBar();
     if (!isCurrent())
         return;
-    resize(size.width(), size.height() + bar->height());
+    resize(size.width(), size.height() + (bar ? bar->height() : 0));
     if (isCurrent())
         setWindowIcon(widget->windowIcon());
 }
