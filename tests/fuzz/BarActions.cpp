@@ -5,6 +5,7 @@
 
 #include "KestToolButton.h"
 
+#include <QtGui/QActionEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QApplication>
@@ -14,6 +15,7 @@
 namespace {
 
 const size_t MostActions = 8;
+const char Changing[] = "changing"; // a property of an action whose widgets are being told
 
 // A bar that is deleted meanwhile does not delete it a second time.
 void end(QAction *action)
@@ -111,6 +113,8 @@ void BarActions::change(FuzzInput &input)
     auto *const custom = qobject_cast<QWidgetAction *>(action);
     switch (input.below(10)) {
     case 0:
+        if (action->property(Changing).toBool())
+            break;
         m_actions[index] = nullptr; // nobody puts what is dying on a bar
         end(action);
         break;
@@ -168,7 +172,17 @@ bool BarInterruption::eventFilter(QObject *watched, QEvent *event)
         return false;
     }
     const QPointer<QObject> guard(watched);
-    m_called(event->type() != QEvent::ChildAdded && event->type() != QEvent::ChildRemoved);
+    if (event->type() == QEvent::ActionChanged) {
+        // Qt goes on with the action once its widgets know.
+        const QPointer<QAction> action(static_cast<QActionEvent *>(event)->action());
+        const QVariant before = action->property(Changing);
+        action->setProperty(Changing, true);
+        m_called(action->parent() != m_bar);
+        if (action)
+            action->setProperty(Changing, before);
+    } else {
+        m_called(event->type() != QEvent::ChildAdded && event->type() != QEvent::ChildRemoved);
+    }
     return guard.isNull(); // there is nobody left to handle it
 }
 

@@ -137,7 +137,7 @@ private:
 
     void interrupt(bool mayDelete = true)
     {
-        if (m_left < 0 || (m_deletes && !mayDelete) || m_left-- > 0)
+        if (m_quiet || m_left < 0 || (m_deletes && !mayDelete) || m_left-- > 0)
             return;
         if (m_deletes)
             delete m_window;
@@ -151,6 +151,7 @@ private:
     Pointer m_pointer;
     int m_left;
     bool m_deletes;
+    bool m_quiet = false;
 };
 
 QWidget *Trial::anyWidget()
@@ -329,7 +330,10 @@ void Trial::changeWidget()
             delete widget;
         break;
     case 1:
+        // The window takes its central widget's title, but Qt goes on with that widget.
+        m_quiet = widget != m_window;
         widget->setWindowTitle(m_input.text(8));
+        m_quiet = false;
         break;
     case 2: {
         QPixmap pixmap(1 + m_input.below(40), 1 + m_input.below(40));
