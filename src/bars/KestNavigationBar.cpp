@@ -129,6 +129,8 @@ QAction *KestNavigationBar::addAction(const QString &text, ActionPosition positi
 
 void KestNavigationBar::insertAction(int index, QAction *action, ActionPosition position)
 {
+    if (!action)
+        return;
     QAction *before = actionAt(index, position);
     if (before == action)
         before = actionAt(index + 1, position);

@@ -23,6 +23,7 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QWidgetAction>
 
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -1321,7 +1322,8 @@ void tst_KestNavigationBar::nullActionsAreIgnored()
 {
     KestNavigationBar bar;
     bar.addAction(nullptr, Left);
-    bar.insertAction(0, static_cast<QAction *>(nullptr), Right);
+    for (const int index : { 0, std::numeric_limits<int>::max() })
+        bar.insertAction(index, static_cast<QAction *>(nullptr), Right);
     QVERIFY(bar.actions().isEmpty());
     QCOMPARE(bar.indexOf(nullptr), -1);
     // Also where an entry has lost its action.

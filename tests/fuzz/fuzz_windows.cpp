@@ -56,6 +56,9 @@ public:
             m_receiver = child ? child : window;
         }
         QWidget *const receiver = m_receiver;
+        // Qt asks for the screen of the window that a menu pops up from.
+        if (qobject_cast<QMenuBar *>(receiver) && !window->windowHandle())
+            return;
         QMouseEvent event(type, receiver->mapFrom(window, at), window->mapToGlobal(at),
                           type == QEvent::MouseMove ? Qt::NoButton : button, m_buttons,
                           input.below(6) ? Qt::NoModifier : Qt::ShiftModifier);
