@@ -269,6 +269,9 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
     QAction *const action = event->action();
 
     if (event->type() == QEvent::ActionAdded) {
+        // Whoever heard of it first may have deleted the action, or taken it away again.
+        if (actions().lastIndexOf(action) < 0)
+            return;
         const QPointer<KestNavigationBar> guard(this);
         const QuietLayout::Scope quiet(d->quiet);
         const QSize size = d->iconSize;

@@ -153,6 +153,7 @@ private Q_SLOTS:
     void removedWidgetMayDeleteTheBar();
     void removedWidgetMayBePutBackAtOnce();
     void movedActionMayDie();
+    void additionMayEndTheAction();
     void removalMayEndTheAction();
     void newerPlaceOfAnActionHolds_data();
     void newerPlaceOfAnActionHolds();
@@ -1102,6 +1103,17 @@ void tst_KestNavigationBar::movedActionMayDie()
         if (watch)
             QCOMPARE(actionsOf(*watch, Right), QList<QAction *> { &next });
     }
+}
+
+void tst_KestNavigationBar::additionMayEndTheAction()
+{
+    KestNavigationBar bar;
+    auto *const action = new QAction(QStringLiteral("action"));
+    OnEvent end(&bar, QEvent::ActionAdded, [action] { delete action; });
+    bar.addAction(action, Center);
+    QCOMPARE(bar.count(Center), 0);
+    QCOMPARE(groupLayout(bar, Center)->count(), 0);
+    QVERIFY(!bar.findChild<KestToolButton *>());
 }
 
 void tst_KestNavigationBar::removalMayEndTheAction()

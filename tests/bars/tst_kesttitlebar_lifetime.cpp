@@ -39,6 +39,7 @@ private Q_SLOTS:
     void menuOfAButtonMayChangeItsAction();
     void barMayDieInASlotOfItsButton();
     void newWidgetMayEndItsAction();
+    void additionMayEndTheAction();
     void removalMayEndTheAction();
     void actionMayBePutOnTheBarAgain_data();
     void actionMayBePutOnTheBarAgain();
@@ -325,6 +326,16 @@ void tst_KestTitleBar_Lifetime::newWidgetMayEndItsAction()
         host.bar->addAction(&action);
         QVERIFY(!host.bar);
     }
+}
+
+void tst_KestTitleBar_Lifetime::additionMayEndTheAction()
+{
+    Host host;
+    auto *const action = new QAction(QStringLiteral("action"));
+    OnEvent end(host.bar, QEvent::ActionAdded, [action] { delete action; });
+    host.bar->addAction(action);
+    QCOMPARE(host.actionRow()->count(), 0);
+    QVERIFY(!host.bar->findChild<KestToolButton *>());
 }
 
 void tst_KestTitleBar_Lifetime::removalMayEndTheAction()
