@@ -150,10 +150,12 @@ void tst_SingleInstance::anyTextIsAName()
     QVERIFY(isFree(owner.line()));
     QVERIFY(isTaken(check(name)));
     QVERIFY(owner.isPresented(1));
-    // The very same text, and not what all of them begin with.
+    QVERIFY(!isServed(name.left(41))); // which all of them begin with
+#ifdef Q_OS_UNIX
+    // Windows' pipes are the same in capitals, and its programs are told what its code page has.
     QVERIFY(isServed(name));
-    QVERIFY(!isServed(name.left(41)));
     QVERIFY(!isServed(name.toUpper()));
+#endif
 }
 
 void tst_SingleInstance::silentPeerHoldsNobodyUp()
