@@ -142,10 +142,15 @@ private:
     {
         if (m_quiet || m_left < 0 || (m_deletes && !mayDelete) || m_left-- > 0)
             return;
-        if (m_deletes)
+        if (m_deletes) {
             delete m_window;
-        else if (m_window)
-            step();
+            return;
+        }
+        if (!m_window)
+            return;
+        m_inside = true;
+        step();
+        m_inside = false;
     }
 
     FuzzInput &m_input;
@@ -155,6 +160,7 @@ private:
     int m_left;
     bool m_deletes;
     bool m_quiet = false;
+    bool m_inside = false; // an event
 };
 
 QWidget *Trial::anyWidget()
@@ -238,7 +244,9 @@ void Trial::step()
         }
         break;
     default:
-        settle();
+        // What is to be deleted later is not deleted in the midst of an event.
+        if (!m_inside)
+            settle();
         if (m_window) {
             QImage image(m_window->size().expandedTo(QSize(1, 1)),
                          QImage::Format_ARGB32_Premultiplied);
