@@ -193,6 +193,7 @@ QAction *KestNavigationBar::insertLogo(int index, const QIcon &icon, ActionPosit
     auto *action = new QWidgetAction(this);
     action->setIcon(icon);
     auto *button = new KestNavigationImageButton(this);
+    button->setIcon(icon);
     bindButton(button, action);
     return inserted(this, index, action, position);
 }

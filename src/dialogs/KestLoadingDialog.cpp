@@ -176,6 +176,7 @@ KestLoadingDialog::Result KestLoadingDialog::exec()
     d->result = Canceled;
     d->loop = &loop;
     d->loopEnded = false;
+    ensurePolished();
     setVisible(true);
     // Whoever heard of the showing may have ended it before it began.
     if (guard && !d->loopEnded)
@@ -235,7 +236,6 @@ void KestLoadingDialog::keyPressEvent(QKeyEvent *event)
 
 void KestLoadingDialog::showEvent(QShowEvent *event)
 {
-    QWidget::showEvent(event);
     const QPointer<KestLoadingDialog> guard(this);
     d->cover();
     if (guard)
@@ -246,11 +246,12 @@ void KestLoadingDialog::showEvent(QShowEvent *event)
         return;
     if (QMovie *const shown = movie())
         shown->start();
+    if (guard)
+        QWidget::showEvent(event);
 }
 
 void KestLoadingDialog::hideEvent(QHideEvent *event)
 {
-    QWidget::hideEvent(event);
     const QPointer<KestLoadingDialog> guard(this);
     d->quitLoop();
     // An overlay that is hidden with its window is shown with it again.
@@ -258,6 +259,8 @@ void KestLoadingDialog::hideEvent(QHideEvent *event)
         d->giveFocusBack();
     if (guard)
         d->stopMovie();
+    if (guard)
+        QWidget::hideEvent(event);
 }
 
 void KestLoadingDialog::closeEvent(QCloseEvent *event)

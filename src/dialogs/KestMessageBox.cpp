@@ -147,6 +147,7 @@ KestMessageBoxPrivate::KestMessageBoxPrivate(KestMessageBox *box)
 {
     auto *layout = new QVBoxLayout(box->centralWidget());
     auto *message = new QHBoxLayout;
+    message->setContentsMargins(0, 0, 0, 0);
     message->setSpacing(IconSpacing);
     message->addWidget(iconLabel, 0);
     message->addWidget(label, 1);
@@ -199,7 +200,7 @@ QAbstractButton *KestMessageBoxPrivate::buttonForLetter(const QKeyEvent *event) 
 bool KestMessageBoxPrivate::focusIsInTheMessage() const
 {
     const QWidget *const focus = q->focusWidget();
-    return focus && focus->isVisible() && q->centralWidget()
+    return focus && focus->isVisible() && focus->isEnabled() && q->centralWidget()
         && q->centralWidget()->isAncestorOf(focus);
 }
 
@@ -207,7 +208,7 @@ QPushButton *KestMessageBoxPrivate::buttonForEnter() const
 {
     const QList<QPushButton *> pushButtons = q->findChildren<QPushButton *>();
     for (QPushButton *button : pushButtons) {
-        if (button->isDefault())
+        if (button->isDefault() && button->isVisible())
             return button;
     }
     return nullptr;
@@ -318,9 +319,15 @@ void KestMessageBox::setStandardButtons(StandardButtons buttons)
 {
     if (!d->buttonBox)
         return;
+    const QPointer<KestMessageBox> guard(this);
     d->buttonBox->setStandardButtons(toBox(buttons));
-    if (!d->buttons().contains(d->escapeButton))
+    if (!guard)
+        return;
+    const QList<QAbstractButton *> held = d->buttons();
+    if (!held.contains(d->escapeButton))
         d->escapeButton = nullptr;
+    if (!held.contains(d->defaultButton))
+        d->defaultButton = nullptr;
     updateSize();
 }
 
@@ -395,11 +402,10 @@ void KestMessageBox::detectEscapeButton() const
 int KestMessageBox::layoutMinimumWidth()
 {
     const QWidget *const central = centralWidget();
-    QLayout *const layout = central ? central->layout() : nullptr;
-    if (!layout)
-        return 0;
-    layout->activate();
-    return layout->totalMinimumSize().width();
+    const QPointer<QLayout> layout(central ? central->layout() : nullptr);
+    if (layout)
+        layout->activate();
+    return layout ? layout->totalMinimumSize().width() : 0;
 }
 
 void KestMessageBox::updateSize()
@@ -408,13 +414,20 @@ void KestMessageBox::updateSize()
         return;
     const QScreen *const screen = screenBelowPointer();
     const QWidget *const central = centralWidget();
-    const QLayout *const layout = central ? central->layout() : nullptr;
+    const QPointer<QLayout> layout(central ? central->layout() : nullptr);
     if (!screen || !layout)
         return;
 
     const Limits limits = limitsFor(screen->size().width());
-    const int width =
-        qMax(d->contentsWidth(limits.soft), qMin(widthForTitle(windowTitle()), limits.hard));
+    // Activating the layout tells its widgets their new sizes.
+    const QPointer<KestMessageBox> guard(this);
+    int width = d->contentsWidth(limits.soft);
+    if (!guard || !layout)
+        return;
+    width = qMax(width, qMin(widthForTitle(windowTitle()), limits.hard));
+    layout->activate();
+    if (!guard || !layout)
+        return;
     const QMargins around = contentsMargins() + layout->contentsMargins();
     setFixedSize(width + around.left() + around.right(),
                  layoutHeight(layout, width) + titleBar()->height() + around.top()
@@ -460,17 +473,18 @@ void KestMessageBox::setVisible(bool visible)
     // Only now is it known which button Enter presses.
     if (!guard || !opens || d->focusIsInTheMessage())
         return;
-    // A hidden button gets no focus.
     if (QPushButton *const button = d->buttonForEnter())
         button->setFocus(Qt::OtherFocusReason);
 }
 
 void KestMessageBox::showEvent(QShowEvent *event)
 {
+    const QPointer<KestMessageBox> guard(this);
     updateSize();
+    if (!guard)
+        return;
     // The box is centred on its parent anew.
     setAttribute(Qt::WA_Moved, false);
-    const QPointer<KestMessageBox> guard(this);
     KestDialog::showEvent(event);
     if (!guard || event->spontaneous())
         return;

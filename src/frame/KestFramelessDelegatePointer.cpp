@@ -36,6 +36,7 @@ void KestFramelessDelegate::mousePressEvent(QMouseEvent *event)
 {
     if (d->direction && event->button() == Qt::LeftButton) {
         d->resizing = true;
+        d->pressPos = screenPosition(event);
         const QPoint offset =
             windowPosition(d->widget, event) - d->widget->mapToGlobal(QPoint(0, 0));
         d->windowOffset = offset.manhattanLength() > Rounding ? offset : QPoint();

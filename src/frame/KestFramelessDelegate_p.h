@@ -25,6 +25,7 @@ public:
 
     QWidget *widget = nullptr;
     Directions direction;
+    QPoint pressPos;
     QElapsedTimer moveTimer;
     bool resizing = false;
     QList<QWidget *> moveBars;
