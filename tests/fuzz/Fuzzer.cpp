@@ -4,6 +4,7 @@
 #include "Fuzzer.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
@@ -131,6 +132,13 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
     static int count = 1;
     static QApplication *const application = new QApplication(count, arguments);
     application->setQuitOnLastWindowClosed(false);
+    // The menu of a button waits in a loop of its own for somebody who chooses.
+    auto *const popups = new QTimer(application);
+    QObject::connect(popups, &QTimer::timeout, application, [] {
+        if (QWidget *const popup = QApplication::activePopupWidget())
+            popup->close();
+    });
+    popups->start(0);
     Q_UNUSED(argc)
     Q_UNUSED(argv)
     return 0;
