@@ -6,8 +6,8 @@
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
 
+#include <QAction>
 #include <QtCore/QCoreApplication>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QToolBar>
 #include <QtWidgets/QVBoxLayout>
 

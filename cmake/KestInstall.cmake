@@ -4,8 +4,8 @@
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
-set(headers ${CMAKE_INSTALL_INCLUDEDIR}/KestWidgets)
-install(TARGETS KestWidgets EXPORT KestWidgetsTargets
+set(headers ${CMAKE_INSTALL_INCLUDEDIR}/${KEST_LIBRARY})
+install(TARGETS KestWidgets EXPORT ${KEST_LIBRARY}Targets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development
@@ -14,24 +14,24 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${KEST_GENERATED_HEADERS}/
   DESTINATION ${headers} COMPONENT Development)
 
 # For CMake.
-set(package ${CMAKE_INSTALL_LIBDIR}/cmake/KestWidgets)
-install(EXPORT KestWidgetsTargets NAMESPACE KestWidgets:: DESTINATION ${package}
+set(package ${CMAKE_INSTALL_LIBDIR}/cmake/${KEST_LIBRARY})
+install(EXPORT ${KEST_LIBRARY}Targets NAMESPACE ${KEST_LIBRARY}:: DESTINATION ${package}
   COMPONENT Development)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/KestWidgetsConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/KestWidgetsConfig.cmake INSTALL_DESTINATION ${package})
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/KestWidgetsConfigVersion.cmake
+  ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}Config.cmake INSTALL_DESTINATION ${package})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/${KEST_LIBRARY}ConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES
-  ${PROJECT_BINARY_DIR}/KestWidgetsConfig.cmake
-  ${PROJECT_BINARY_DIR}/KestWidgetsConfigVersion.cmake
+  ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}Config.cmake
+  ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}ConfigVersion.cmake
   DESTINATION ${package} COMPONENT Development)
 
 # For pkg-config and qmake, which are told here what CMake knows of the target.
 file(RELATIVE_PATH KEST_LIBDIR_TO_HEADERS
-  ${CMAKE_INSTALL_FULL_LIBDIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR}/KestWidgets)
-set(KEST_PC_REQUIRES "Qt5Widgets >= 5.15")
+  ${CMAKE_INSTALL_FULL_LIBDIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR}/${KEST_LIBRARY})
+set(KEST_PC_REQUIRES "Qt${KEST_QT_MAJOR}Widgets >= ${KEST_QT_VERSION}")
 set(KEST_PC_CFLAGS "-I\${includedir}")
-if(Qt5_POSITION_INDEPENDENT_CODE AND NOT WIN32)
+if(KEST_QT_HOSTS_ARE_PIC AND NOT WIN32)
   string(APPEND KEST_PC_CFLAGS " -fPIC")
 endif()
 set(KEST_PC_LIBS "-L\${libdir} -l$<TARGET_FILE_BASE_NAME:KestWidgets>")
@@ -40,7 +40,7 @@ set(KEST_QMAKE_STATIC)
 if(NOT BUILD_SHARED_LIBS)
   list(TRANSFORM KEST_SYSTEM_LIBRARIES PREPEND -l)
   list(JOIN KEST_SYSTEM_LIBRARIES " " system)
-  string(APPEND KEST_PC_REQUIRES ", Qt5Network >= 5.15")
+  string(APPEND KEST_PC_REQUIRES ", Qt${KEST_QT_MAJOR}Network >= ${KEST_QT_VERSION}")
   string(APPEND KEST_PC_CFLAGS " -DKEST_STATIC")
   string(APPEND KEST_PC_LIBS " ${KEST_RESOURCES_OPTION} ${system}")
   set(KEST_QMAKE_STATIC "QT += network
@@ -57,13 +57,13 @@ file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/pkgconfig/${name}.pc
   INPUT ${PROJECT_BINARY_DIR}/KestWidgets.pc.in)
 install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${name}.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
-configure_file(${PROJECT_SOURCE_DIR}/cmake/KestWidgets.pri.in ${PROJECT_BINARY_DIR}/KestWidgets.pri
+configure_file(${PROJECT_SOURCE_DIR}/cmake/KestWidgets.pri.in ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}.pri
   @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/KestWidgets.pri
+install(FILES ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}.pri
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/qmake COMPONENT Development)
 
 # As they lie in the source folder, for the links among them.
-set(documentation ${CMAKE_INSTALL_DATAROOTDIR}/doc/KestWidgets)
+set(documentation ${CMAKE_INSTALL_DATAROOTDIR}/doc/${KEST_LIBRARY})
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documentation} COMPONENT Runtime)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
   DESTINATION ${documentation} COMPONENT Documentation)

@@ -88,7 +88,7 @@ protected:
     /*! Reimplemented: the close button does not look hovered when the dialog is shown again. */
     void hideEvent(QHideEvent *event) override;
     /*! Reimplemented: on Windows, answers what the system asks of a frame. */
-    bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
+    bool nativeEvent(const QByteArray &eventType, void *message, KestNativeResult *result) override;
 
 private:
     Q_DISABLE_COPY(KestDialog)

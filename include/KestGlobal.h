@@ -25,4 +25,14 @@
 #    define KEST_EXPORT Q_DECL_IMPORT
 #endif
 
+/*!
+    What nativeEvent() answers the system with: the type that the Qt of the build has for it, long
+   in Qt 5 and qintptr since.
+*/
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+using KestNativeResult = long;
+#else
+using KestNativeResult = qintptr;
+#endif
+
 #endif // KESTGLOBAL_H

@@ -157,7 +157,7 @@ protected:
     /*! Reimplemented: Tab leads through the contents first and to the bars last. */
     bool focusNextPrevChild(bool next) override;
     /*! Reimplemented: on Windows, answers what the system asks of a frame. */
-    bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
+    bool nativeEvent(const QByteArray &eventType, void *message, KestNativeResult *result) override;
     /*! Reimplemented: adaptScreenDPI() is called soon after. */
     void resizeEvent(QResizeEvent *event) override;
 

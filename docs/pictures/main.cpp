@@ -19,6 +19,7 @@
 #include <KestTitleBar.h>
 #include <KestWindow.h>
 
+#include <QAction>
 #include <QtCore/QDir>
 #include <QtCore/QTimer>
 #include <QtCore/QUrl>
@@ -26,7 +27,6 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtGui/QScreen>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFormLayout>

@@ -10,8 +10,8 @@
 #include "KestTitleBar.h"
 #include "Scaling.h"
 
+#include <QActionGroup>
 #include <QtCore/QUrl>
-#include <QtWidgets/QActionGroup>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QHeaderView>

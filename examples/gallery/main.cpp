@@ -39,8 +39,10 @@ void preferOffscreenForPictures(int argc, char *argv[])
 int main(int argc, char *argv[])
 {
     preferOffscreenForPictures(argc, argv);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // Qt 6 does so without being asked
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     KestApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kest-gallery"));
     QCoreApplication::setApplicationVersion(QStringLiteral("2.0.6.1"));

@@ -38,7 +38,8 @@ void bindButton(KestToolButton *button, QWidgetAction *action)
     action->setDefaultWidget(button);
     button->setDefaultAction(action);
     button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    QObject::connect(action, &QObject::objectNameChanged, button, &QObject::setObjectName);
+    QObject::connect(action, &QObject::objectNameChanged, button,
+                     QOverload<const QString &>::of(&QObject::setObjectName));
 }
 
 // Returns the action, or null where it has died meanwhile, as it does with the bar that owns it.

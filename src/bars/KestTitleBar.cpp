@@ -54,7 +54,7 @@ QString caption(const QWidget *window)
         && window->style()->styleHint(QStyle::SH_TitleBar_ModifyNotification, nullptr, window);
     while (from >= 0) {
         int end = from;
-        while (title.midRef(end).startsWith(placeholder))
+        while (QStringView(title).mid(end).startsWith(placeholder))
             end += placeholder.size();
         if ((end - from) / placeholder.size() % 2 == 1) {
             title.replace(end - placeholder.size(), placeholder.size(),

@@ -3,10 +3,10 @@
 
 #include "KestToolButton.h"
 
+#include <QAction>
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
 #include <QtGui/QPainter>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionToolButton>
 

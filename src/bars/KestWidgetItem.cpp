@@ -31,8 +31,9 @@ void KestWidgetItemPrivate::followVisibility()
 
 void KestWidgetItemPrivate::followName(Qt::ConnectionType type)
 {
-    nameConnection = QObject::connect(action, &QObject::objectNameChanged, widget,
-                                      &QObject::setObjectName, type);
+    nameConnection =
+        QObject::connect(action, &QObject::objectNameChanged, widget,
+                         QOverload<const QString &>::of(&QObject::setObjectName), type);
 }
 
 KestWidgetItem::KestWidgetItem(QAction *action, Qt::Orientation orientation, const QSize &iconSize,

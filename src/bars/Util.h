@@ -6,9 +6,9 @@
 
 #include "KestWidgetItem.h"
 
+#include <QAction>
 #include <QtCore/QList>
 #include <QtGui/QIcon>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QWidget>
 

@@ -187,7 +187,7 @@ QAbstractButton *KestMessageBoxPrivate::buttonForLetter(const QKeyEvent *event) 
     if (event->isAutoRepeat()
         || event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
         return nullptr;
-    const QKeySequence letter(Qt::ALT + event->key());
+    const QKeySequence letter(int(Qt::ALT) | event->key());
     const QList<QAbstractButton *> held = buttons();
     for (QAbstractButton *button : held) {
         if (button->isVisible() && button->isEnabled()

@@ -170,7 +170,7 @@ void KestDialog::hideEvent(QHideEvent *event)
     QDialog::hideEvent(event);
 }
 
-bool KestDialog::nativeEvent(const QByteArray &eventType, void *message, long *result)
+bool KestDialog::nativeEvent(const QByteArray &eventType, void *message, KestNativeResult *result)
 {
     return platformNativeEvent(d->delegate, eventType, message, result)
         || QDialog::nativeEvent(eventType, message, result);

@@ -17,7 +17,7 @@ KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar, 
 }
 
 bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &eventType, void *message,
-                         long *result)
+                         KestNativeResult *result)
 {
     return delegate && delegate->nativeEvent(eventType, message, result);
 }

@@ -4,6 +4,8 @@
 #ifndef KESTPLATFORMDELEGATE_H
 #define KESTPLATFORMDELEGATE_H
 
+#include "KestGlobal.h"
+
 #include <QtCore/QtGlobal>
 
 #ifdef Q_OS_WIN
@@ -36,7 +38,7 @@ KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar,
     delegate, or one that works with Qt's events alone, consumes none.
 */
 bool platformNativeEvent(KestPlatformDelegate *delegate, const QByteArray &eventType, void *message,
-                         long *result);
+                         KestNativeResult *result);
 
 /*! Returns whether the window of \a delegate has to be painted anew when the pointer enters or
    leaves it. */

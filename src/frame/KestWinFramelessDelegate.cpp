@@ -303,7 +303,7 @@ void KestWinFramelessDelegate::showSystemMenu(const QPoint &pos)
         PostMessageW(window, WM_SYSCOMMAND, WPARAM(command), 0);
 }
 
-bool KestWinFramelessDelegate::onNCTitTest(MSG *msg, long *result)
+bool KestWinFramelessDelegate::onNCTitTest(MSG *msg, KestNativeResult *result)
 {
     Q_UNUSED(msg)
     // The point where the cursor is now, which the one in the message may lag behind.
@@ -340,7 +340,8 @@ bool KestWinFramelessDelegate::onNCTitTest(MSG *msg, long *result)
     return false;
 }
 
-bool KestWinFramelessDelegate::nativeEvent(const QByteArray &eventType, void *message, long *result)
+bool KestWinFramelessDelegate::nativeEvent(const QByteArray &eventType, void *message,
+                                           KestNativeResult *result)
 {
     Q_UNUSED(eventType)
     auto *msg = static_cast<MSG *>(message);
@@ -545,7 +546,7 @@ void KestWinFramelessDelegate::renewWorkRect(MSG *msg)
     }
 }
 
-bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)
+bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, KestNativeResult *result)
 {
     if (!msg->wParam) {
         *result = 0;
@@ -570,7 +571,7 @@ bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, long *result)
         qWarning() << "work rect is null";
         return false;
     }
-    *result = long(DefWindowProcW(msg->hwnd, WM_NCCALCSIZE, msg->wParam, msg->lParam));
+    *result = KestNativeResult(DefWindowProcW(msg->hwnd, WM_NCCALCSIZE, msg->wParam, msg->lParam));
     if (*result == 0) {
         rects[0].top = d->workRect.top();
         rects[0].bottom = d->workRect.bottom() + 1;

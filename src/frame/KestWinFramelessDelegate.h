@@ -4,6 +4,8 @@
 #ifndef KESTWINFRAMELESSDELEGATE_H
 #define KESTWINFRAMELESSDELEGATE_H
 
+#include "KestGlobal.h"
+
 #include <QtCore/QList>
 #include <QtCore/QObject>
 
@@ -51,10 +53,10 @@ public:
 
     /*! Answers the hit-test \a msg for the point at the cursor. Returns whether \a result is the
         answer; where the system is to decide, as on the title bar's buttons, it is not. */
-    bool onNCTitTest(MSG *msg, long *result);
+    bool onNCTitTest(MSG *msg, KestNativeResult *result);
     /*! Handles the native message \a message, a MSG of the window. Returns whether it is consumed,
         with its answer in \a result. */
-    bool nativeEvent(const QByteArray &eventType, void *message, long *result);
+    bool nativeEvent(const QByteArray &eventType, void *message, KestNativeResult *result);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -67,7 +69,7 @@ private:
     void restorePlacement();
     void placeMaximized(MSG *msg);
     void renewWorkRect(MSG *msg);
-    bool calculateClientArea(MSG *msg, long *result);
+    bool calculateClientArea(MSG *msg, KestNativeResult *result);
     void announceFocus();
     bool isFixedSize() const;
 

@@ -8,6 +8,7 @@
 #include "KestPlatformDelegate.h"
 #include "KestStyleSheet.h"
 #include "KestTitleBar.h"
+#include "QtVersions.h"
 #include "Util.h"
 
 #include <QtCore/QDebug>
@@ -18,7 +19,6 @@
 #include <QtGui/QResizeEvent>
 #include <QtGui/QStatusTipEvent>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QDesktopWidget>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QVBoxLayout>
@@ -373,7 +373,7 @@ bool KestWindow::eventFilter(QObject *watched, QEvent *event)
     }
     if (type == QEvent::ScreenChangeInternal) {
         qDebug() << "KestWindow::eventFilter QEvent::ScreenChangeInternal screenNum="
-                 << QApplication::desktop()->screenNumber(this);
+                 << screenNumber(this);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -384,7 +384,7 @@ bool KestWindow::focusNextPrevChild(bool next)
     return QWidget::focusNextPrevChild(next);
 }
 
-bool KestWindow::nativeEvent(const QByteArray &eventType, void *message, long *result)
+bool KestWindow::nativeEvent(const QByteArray &eventType, void *message, KestNativeResult *result)
 {
     return platformNativeEvent(d->delegate, eventType, message, result)
         || QWidget::nativeEvent(eventType, message, result);

@@ -9,7 +9,8 @@
 
 #include <windows.h>
 
-bool WindowsEventFilter::nativeEventFilter(const QByteArray &eventType, void *message, long *result)
+bool WindowsEventFilter::nativeEventFilter(const QByteArray &eventType, void *message,
+                                           KestNativeResult *result)
 {
     Q_UNUSED(eventType)
     auto *msg = static_cast<MSG *>(message);

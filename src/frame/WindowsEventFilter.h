@@ -4,6 +4,8 @@
 #ifndef WINDOWSEVENTFILTER_H
 #define WINDOWSEVENTFILTER_H
 
+#include "KestGlobal.h"
+
 #include <QtCore/QAbstractNativeEventFilter>
 
 /*!
@@ -16,7 +18,8 @@
 class WindowsEventFilter : public QAbstractNativeEventFilter
 {
 public:
-    bool nativeEventFilter(const QByteArray &eventType, void *message, long *result) override;
+    bool nativeEventFilter(const QByteArray &eventType, void *message,
+                           KestNativeResult *result) override;
 };
 
 #endif // WINDOWSEVENTFILTER_H

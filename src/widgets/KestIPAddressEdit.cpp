@@ -6,13 +6,13 @@
 #include "KestAccessibleIPAddressEdit.h"
 #include "KestIPAddressEdit_p.h"
 
+#include <QAction>
 #include <QtCore/QPointer>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QTextOption>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QStyle>
@@ -53,8 +53,8 @@ bool isSection(const QString &text)
 // A host's range may be any.
 int toInt(qint64 number)
 {
-    return int(
-        qBound<qint64>(std::numeric_limits<int>::min(), number, std::numeric_limits<int>::max()));
+    return int(std::clamp<qint64>(std::numeric_limits<int>::min(), number,
+                                  std::numeric_limits<int>::max()));
 }
 
 QTextCharFormat highlight(const QPalette &palette)

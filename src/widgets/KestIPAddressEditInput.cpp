@@ -60,7 +60,7 @@ void KestIPAddressEditPrivate::paste()
     QString digits = text(section);
     int after = offset + 1; // however much was pasted
     if (selections.at(section).isEmpty()) {
-        digits.insert(std::min(offset, digits.length()), pasted);
+        digits.insert(std::min<int>(offset, digits.length()), pasted);
     } else {
         const QTextLayout::FormatRange &range = selections.at(section).first();
         digits.replace(range.start, range.length, pasted);
@@ -104,7 +104,7 @@ void KestIPAddressEditPrivate::insertDigit(const QString &digit)
     QTextLayout &layout = q->textLayout(cursorPosition);
     QString digits = layout.text();
     // A dead key in front of a digit makes a text of two characters.
-    if (digits.length() + std::max(1, digit.length()) > SectionLength)
+    if (digits.length() + std::max<int>(1, digit.length()) > SectionLength)
         return;
     const int offset = positionInSection(cursorPosition);
     const bool appended = offset >= digits.length();

@@ -8,6 +8,7 @@
 #include "KestUserButton.h"
 #include "OnEvent.h"
 
+#include <QAction>
 #include <QtCore/QMetaEnum>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
@@ -16,7 +17,6 @@
 #include <QtGui/QIcon>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>

@@ -6,10 +6,10 @@
 #include "OnEvent.h"
 #include "TitleBarHost.h"
 
+#include <QAction>
 #include <QtCore/QPointer>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QWidgetAction>

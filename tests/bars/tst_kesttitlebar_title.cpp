@@ -3,10 +3,10 @@
 
 #include "TitleBarHost.h"
 
+#include <QAction>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>

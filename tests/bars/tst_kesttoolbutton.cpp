@@ -5,12 +5,12 @@
 
 #include "RecordingStyle.h"
 
+#include <QAction>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QHelpEvent>
 #include <QtTest/QTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QToolTip>

@@ -6,9 +6,9 @@
 #include "KestToolButton.h"
 #include "OnEvent.h"
 
+#include <QAction>
 #include <QtCore/QPointer>
 #include <QtTest/QTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>

@@ -12,6 +12,7 @@
 #include "NativeWindow.h"
 #include "RealInput.h"
 
+#include <QAction>
 #include <QtCore/QAbstractNativeEventFilter>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
@@ -20,7 +21,6 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>

@@ -10,13 +10,13 @@
 #include "KestTitleBar.h"
 #include "KestWindow.h"
 
+#include <QAction>
 #include <QtCore/QPointer>
 #include <QtGui/QIcon>
 #include <QtGui/QImage>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPixmap>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>

@@ -9,11 +9,11 @@
 #include "SheetRules.h"
 #include "Themes.h"
 
+#include <QAction>
 #include <QtCore/QHash>
 #include <QtCore/QScopedPointer>
 #include <QtGui/QImage>
 #include <QtTest/QTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>

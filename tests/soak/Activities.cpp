@@ -17,9 +17,9 @@
 #include "KestTitleBar.h"
 #include "KestWindow.h"
 
+#include <QAction>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMainWindow>

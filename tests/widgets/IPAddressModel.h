@@ -6,10 +6,10 @@
 
 #include "IPAddressState.h"
 
+#include <QAction>
 #include <QtGui/QClipboard>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QMouseEvent>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyleOptionFrame>
 

@@ -8,13 +8,13 @@
 #include "IPAddressState.h"
 #include "RealInput.h"
 
+#include <QShortcut>
 #include <QtGui/QClipboard>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QShortcut>
 #include <QtWidgets/QVBoxLayout>
 
 #include <memory>

@@ -9,6 +9,7 @@
 #include "RecordingStyle.h"
 #include "Rendering.h"
 
+#include <QAction>
 #include <QtCore/QMimeData>
 #include <QtCore/QPointer>
 #include <QtGui/QClipboard>
@@ -18,7 +19,6 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QAccessibleWidget>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>

@@ -5,10 +5,10 @@
 
 #include "KestIPAddressEdit.h"
 
+#include <QAction>
 #include <QtCore/QTime>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHBoxLayout>

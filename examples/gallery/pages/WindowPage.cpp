@@ -7,8 +7,8 @@
 #include "KestTitleBar.h"
 #include "KestWindow.h"
 
+#include <QAction>
 #include <QtGui/QIcon>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QGroupBox>

@@ -7,9 +7,9 @@
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
 
+#include <QAction>
 #include <QtCore/QUrl>
 #include <QtGui/QIcon>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QVBoxLayout>

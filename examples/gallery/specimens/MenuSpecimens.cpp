@@ -3,8 +3,8 @@
 
 #include "Poses.h"
 
-#include <QtWidgets/QAction>
-#include <QtWidgets/QActionGroup>
+#include <QAction>
+#include <QActionGroup>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMainWindow>
