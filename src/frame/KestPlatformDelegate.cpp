@@ -50,7 +50,7 @@ KestPlatformDelegate *createPlatformDelegate(QWidget *window, QWidget *moveBar, 
     return delegate;
 }
 
-bool platformNativeEvent(KestPlatformDelegate *, const QByteArray &, void *, long *)
+bool platformNativeEvent(KestPlatformDelegate *, const QByteArray &, void *, KestNativeResult *)
 {
     return false;
 }
