@@ -85,7 +85,8 @@ Q_SIGNALS:
     void editingFinished();
 
 protected:
-    /*! Reimplemented: follows the font, and keeps what is typed from shortcuts of the window. */
+    /*! Reimplemented: follows the font and the language, and keeps what is typed from shortcuts of
+        the window. */
     bool event(QEvent *event) override;
     /*! Reimplemented: draws the frame as of a line edit, the sections, the dots and the cursor. */
     void paintEvent(QPaintEvent *event) override;

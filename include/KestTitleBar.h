@@ -135,7 +135,8 @@ Q_SIGNALS:
     void actionIconSizeChanged(const QSize &size);
 
 protected:
-    /*! Reimplemented: follows its parent, its layout direction and the property "geoRate". */
+    /*! Reimplemented: follows its parent, the language, its layout direction and the property
+        "geoRate". */
     bool event(QEvent *event) override;
     /*! Reimplemented: hides the buttons that the window's flags do not ask for. */
     void showEvent(QShowEvent *event) override;

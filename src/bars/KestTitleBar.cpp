@@ -22,12 +22,16 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 
+#include <array>
+#include <utility>
+
 namespace {
 
 const int IconGap = 16; // pixels between the icon and what follows it
 const int MaximumIconPixels = 512; // device pixels that an icon is rendered with on either side
 
 const char GeoRateProperty[] = "geoRate";
+const char ModifiedMark[] = "*"; // in the words of Qt's own translations
 
 // Whatever a host stores, sums of a few lengths stay within an int.
 int bounded(int length)
@@ -58,7 +62,7 @@ QString caption(const QWidget *window)
             end += placeholder.size();
         if ((end - from) / placeholder.size() % 2 == 1) {
             title.replace(end - placeholder.size(), placeholder.size(),
-                          marked ? QWidget::tr("*") : QString());
+                          marked ? QWidget::tr(ModifiedMark) : QString());
         }
         from = title.indexOf(placeholder, end);
     }
@@ -88,6 +92,7 @@ public:
     void catchUpWithState();
     bool parentIsMaximized() const;
     void releaseMaximumSizeButton();
+    void nameButtons();
 
     KestTitleBar *const q;
     QPixmap iconPixmap;
@@ -110,6 +115,7 @@ public:
     QPointer<QWidget> closeBtn;
     QPointer<QWidget> minimumSizeBtn;
     QPointer<KestMaximumSizeButton> maximumSizeBtn;
+    std::array<QString, 3> names; // that the bar gave the buttons
 };
 
 // In device-independent pixels.
@@ -243,6 +249,26 @@ void KestTitleBarPrivate::releaseMaximumSizeButton()
         button->update();
 }
 
+// For screen readers, since the buttons have no texts. A name that a host gave stays.
+void KestTitleBarPrivate::nameButtons()
+{
+    const std::pair<QPointer<QWidget>, QString> buttons[] = {
+        //: What a screen reader calls the button that closes the window
+        { closeBtn, KestTitleBar::tr("Close") },
+        //: What a screen reader calls the button that minimises the window
+        { minimumSizeBtn, KestTitleBar::tr("Minimize") },
+        //: What a screen reader calls the button that maximises or restores the window
+        { maximumSizeBtn.data(), KestTitleBar::tr("Maximize") }
+    };
+    const QPointer<KestTitleBar> guard(q);
+    for (size_t i = 0; i < names.size() && guard; ++i) {
+        const auto &[button, name] = buttons[i];
+        const QString before = std::exchange(names[i], name);
+        if (button && button->accessibleName() == before)
+            button->setAccessibleName(name);
+    }
+}
+
 KestTitleBar::KestTitleBar(QWidget *parent)
     : QWidget(parent), ui(new Ui_KestTitleBar), d(new KestTitleBarPrivate(this))
 {
@@ -250,6 +276,7 @@ KestTitleBar::KestTitleBar(QWidget *parent)
     d->closeBtn = ui->closeBtn;
     d->minimumSizeBtn = ui->minimumSizeBtn;
     d->maximumSizeBtn = ui->maximumSizeBtn;
+    d->nameButtons();
     if (isRightToLeft())
         swapSides(ui->actionLayout);
     setFocusPolicy(Qt::StrongFocus);
@@ -413,6 +440,13 @@ bool KestTitleBar::event(QEvent *event)
         swapSides(ui->horizontalLayout);
         swapSides(ui->actionLayout);
         break;
+    case QEvent::LanguageChange: {
+        const QPointer<KestTitleBar> guard(this);
+        d->nameButtons();
+        if (!guard)
+            return true;
+        break;
+    }
     case QEvent::ParentChange: {
         const QPointer<KestTitleBar> guard(this);
         d->followParent();

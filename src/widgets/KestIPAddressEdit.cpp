@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -169,6 +170,20 @@ void KestIPAddressEditPrivate::paintDot(QPainter *painter, const QRectF &rect) c
     painter->restore();
 }
 
+// Texts that a host gave stay.
+void KestIPAddressEditPrivate::translateActions()
+{
+    const auto translate = [](QAction *action, QString &text, const QString &translated) {
+        const QString before = std::exchange(text, translated);
+        if (action && action->text() == before)
+            action->setText(translated);
+    };
+    const QPointer<KestIPAddressEdit> guard(q);
+    translate(copyAction, copyText, KestIPAddressEdit::tr("Copy"));
+    if (guard)
+        translate(pasteAction, pasteText, KestIPAddressEdit::tr("Paste"));
+}
+
 KestIPAddressEdit::KestIPAddressEdit(QWidget *parent)
     : QWidget(parent), d(new KestIPAddressEditPrivate(this))
 {
@@ -200,17 +215,18 @@ KestIPAddressEdit::~KestIPAddressEdit()
 
 void KestIPAddressEdit::initActions()
 {
-    const auto add = [this](const QString &text, QKeySequence::StandardKey key) {
-        auto *action = new QAction(text, this);
+    const auto add = [this](QKeySequence::StandardKey key) {
+        auto *action = new QAction(this);
         action->setShortcut(key);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         addAction(action);
         return action;
     };
-    d->copyAction = add(tr("Copy"), QKeySequence::Copy);
+    d->copyAction = add(QKeySequence::Copy);
     connect(d->copyAction, &QAction::triggered, this, [this] { d->copy(); });
-    d->pasteAction = add(tr("Paste"), QKeySequence::Paste);
+    d->pasteAction = add(QKeySequence::Paste);
     connect(d->pasteAction, &QAction::triggered, this, [this] { d->paste(); });
+    d->translateActions();
 }
 
 QString KestIPAddressEdit::ipAddress() const
@@ -370,9 +386,9 @@ void KestIPAddressEdit::onCustomContextMenuRequested(const QPoint &pos)
         });
     // The edit may be deleted while the menu is open, and the menu with it.
     const QPointer<QMenu> menu(new QMenu(this));
-    if (canCopy)
+    if (canCopy && d->copyAction)
         menu->addAction(d->copyAction);
-    if (canPaste)
+    if (canPaste && d->pasteAction)
         menu->addAction(d->pasteAction);
     if (!menu->isEmpty())
         menu->exec(mapToGlobal(pos));
@@ -385,6 +401,13 @@ bool KestIPAddressEdit::event(QEvent *event)
     case QEvent::FontChange:
         updateTextLayout();
         break;
+    case QEvent::LanguageChange: {
+        const QPointer<KestIPAddressEdit> guard(this);
+        d->translateActions();
+        if (!guard)
+            return true;
+        break;
+    }
     case QEvent::ShortcutOverride:
         // What is typed is not to trigger a shortcut of the window.
         if (!d->readOnly && isTyping(static_cast<QKeyEvent *>(event))) {

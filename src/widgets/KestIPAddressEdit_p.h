@@ -4,6 +4,7 @@
 #ifndef KESTIPADDRESSEDIT_P_H
 #define KESTIPADDRESSEDIT_P_H
 
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtCore/QVector>
 #include <QtGui/QFontMetrics>
@@ -73,6 +74,7 @@ public:
     void moveBackward();
     void moveForward();
     void typeDot();
+    void translateActions();
 
     KestIPAddressEdit *const q;
     int verticalMargin = 1; // pixels above and below the text
@@ -91,8 +93,11 @@ public:
     QTimer blinkTimer;
     bool cursorVisible = false;
     QVector<Selection> selections = QVector<Selection>(SectionCount);
-    QAction *copyAction = nullptr;
-    QAction *pasteAction = nullptr;
+    // Weak, since they are among the actions of the edit, for hosts to delete.
+    QPointer<QAction> copyAction;
+    QPointer<QAction> pasteAction;
+    QString copyText; // that the edit gave the actions
+    QString pasteText;
 };
 
 #endif // KESTIPADDRESSEDIT_P_H
