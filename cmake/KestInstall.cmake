@@ -17,18 +17,23 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${KEST_GENERATED_HEADERS}/
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/${KEST_LIBRARY})
 install(EXPORT ${KEST_LIBRARY}Targets NAMESPACE ${KEST_LIBRARY}:: DESTINATION ${package}
   COMPONENT Development)
+set(KEST_INSTALL_TRANSLATIONS ${CMAKE_INSTALL_DATAROOTDIR}/${KEST_LIBRARY}/translations)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/KestWidgetsConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}Config.cmake INSTALL_DESTINATION ${package})
+  ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}Config.cmake INSTALL_DESTINATION ${package}
+  PATH_VARS KEST_INSTALL_TRANSLATIONS)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${KEST_LIBRARY}ConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES
   ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}Config.cmake
   ${PROJECT_BINARY_DIR}/${KEST_LIBRARY}ConfigVersion.cmake
+  ${PROJECT_SOURCE_DIR}/cmake/KestTranslations.cmake
   DESTINATION ${package} COMPONENT Development)
 
 # For pkg-config and qmake, which are told here what CMake knows of the target.
 file(RELATIVE_PATH KEST_LIBDIR_TO_HEADERS
   ${CMAKE_INSTALL_FULL_LIBDIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR}/${KEST_LIBRARY})
+file(RELATIVE_PATH KEST_LIBDIR_TO_TRANSLATIONS
+  ${CMAKE_INSTALL_FULL_LIBDIR} ${CMAKE_INSTALL_FULL_DATAROOTDIR}/${KEST_LIBRARY}/translations)
 set(KEST_PC_REQUIRES "Qt${KEST_QT_MAJOR}Widgets >= ${KEST_QT_VERSION}")
 set(KEST_PC_CFLAGS "-I\${includedir}")
 if(KEST_QT_HOSTS_ARE_PIC AND NOT WIN32)

@@ -83,16 +83,16 @@ class Consumers:
         fresh(folder)
         return run("cmake", "-G", self.generator, "-S", source, "-B", folder, *toolchain, *options)
 
-    def run_host(self, folder, *programs):
+    def run_host(self, folder, *programs, arguments=()):
         environment = dict(os.environ)
         if self.tree and not self.toolchain:
             environment["LD_LIBRARY_PATH"] = str(self.tree / "lib")
         for program in programs:
             if self.emulator:
                 environment["WINEPATH"] = f"Z:{self.tree}/bin" if self.tree else ""
-                run(self.emulator, folder / f"{program}.exe", env=environment)
+                run(self.emulator, folder / f"{program}.exe", *arguments, env=environment)
             else:
-                run(folder / program, env=environment)
+                run(folder / program, *arguments, env=environment)
 
     def cmake_host(self, name, kind, *options, compiler=None, flags=""):
         """Builds the host's project for the kind of build against the tree and runs it; returns
@@ -202,13 +202,45 @@ class Consumers:
                        # The compiler cache, where there is one.
                        f"-DCMAKE_CXX_COMPILER_LAUNCHER={self.launcher}")
         expect((folder / "type.txt").read_text().strip(), "STATIC_LIBRARY", "Built is a")
-        self.expect_untouched(folder)
+        # It installs its translations, where Qt's tools are there to compile them.
+        self.expect_untouched(folder, "kest_lrelease", "kest_lupdate")
         run("cmake", "--build", folder)
         self.run_host(folder, "host")
+        self.expect_translations(folder / "translated")
         self.install(folder, "static", [folder, self.source])
 
-    def expect_untouched(self, folder):
-        """Fails where the library's part has changed a host's variables, or has other names."""
+    def translations(self):
+        """A project with translations of its own and of the library."""
+        folder = self.work / "translations"
+        self.configure(HERE / "translated", folder, f"-DCMAKE_PREFIX_PATH={self.tree}",
+                       f"-DCMAKE_CXX_COMPILER={self.compiler}")
+        run("cmake", "--build", folder)
+        self.expect_translations(folder)
+        # The catalogues are also where each way to take the library in says that they are.
+        catalogues = self.tree / "share" / "KestWidgets" / "translations"
+        package = (folder / "translations.txt").read_text()
+        variable = run("pkg-config", "--variable=translations", "KestWidgets",
+                       env=self.pkg_config_path()).strip()
+        project_folder = self.qmake_project("translations-qmake").parent
+        with open(project_folder / "host.pro", "a", encoding="utf-8") as project:
+            project.write('write_file("found.txt", KEST_TRANSLATIONS)\n')
+        run(self.qmake, "host.pro", cwd=project_folder)
+        for found in (package, variable, (project_folder / "found.txt").read_text().strip()):
+            expect(pathlib.Path(found).resolve(), catalogues.resolve(), "The translations are in")
+        self.run_host(folder, "library_alone", arguments=("de", "Cream", "Schließen", package))
+        self.run_host(folder, "library_alone", arguments=("zh_CN", "Cream", "关闭", variable))
+
+    def expect_translations(self, folder):
+        """Fails where the programs of the project translated do not speak their languages."""
+        for arguments in (("de", "Sahne", "Schließen"), ("de_AT", "Schlag", "Schließen"),
+                          ("zh_CN", "Cream", "Close"), ("en", "Cream", "Close")):
+            self.run_host(folder, "translated", arguments=arguments)
+        for arguments in (("de", "Cream", "Schließen"), ("zh_CN", "Cream", "关闭")):
+            self.run_host(folder, "library_alone", arguments=arguments)
+
+    def expect_untouched(self, folder, *more):
+        """Fails where the library's part has changed a host's variables, or has other names than
+        these."""
         def variables(name):
             lines = (folder / name).read_text().split("\n")[:-1]
             return dict(line.split("=", 1) for line in lines)
@@ -220,7 +252,8 @@ class Consumers:
                 expect(after.get(name), before.get(name), f"The host's {name}")
         targets = (folder / "targets.txt").read_text().split()
         # Nothing but the library, which is not built for tests or the gallery.
-        expect(sorted(targets), ["KestWidgets", "kest_internal", "kest_objects", "kest_options"],
+        expect(sorted(targets),
+               sorted(["KestWidgets", "kest_internal", "kest_objects", "kest_options", *more]),
                "The library's part has the targets")
 
     def target_names(self):

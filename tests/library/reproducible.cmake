@@ -18,7 +18,7 @@ foreach(index 0 1)
   list(GET sources ${index} source)
   list(GET builds ${index} build)
   file(COPY ${SOURCE}/CMakeLists.txt ${SOURCE}/cmake ${SOURCE}/include ${SOURCE}/src
-    ${SOURCE}/Resources ${SOURCE}/docs ${SOURCE}/README.md ${SOURCE}/CHANGELOG.md ${SOURCE}/LICENSE
+    ${SOURCE}/Resources ${SOURCE}/translations ${SOURCE}/docs ${SOURCE}/README.md ${SOURCE}/CHANGELOG.md ${SOURCE}/LICENSE
     DESTINATION ${source})
   string(REPLACE "DIR" "${WORK}/installed-${index}" here "${command}")
   string(REPLACE " build " " ${build} " here "${here}")
