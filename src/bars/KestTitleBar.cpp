@@ -560,6 +560,8 @@ bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
     if (watched != parent())
         return false;
     const QWidget *const window = parentWidget();
+    // Qt must not go on with a window that a host deletes meanwhile.
+    const QPointer<QObject> receiver(watched);
     switch (event->type()) {
     case QEvent::WindowStateChange:
         d->followState();
@@ -585,7 +587,7 @@ bool KestTitleBar::eventFilter(QObject *watched, QEvent *event)
     default:
         break;
     }
-    return false;
+    return receiver.isNull();
 }
 
 QRect KestTitleBar::doIconRect() const

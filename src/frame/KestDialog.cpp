@@ -137,6 +137,7 @@ bool KestDialog::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != d->centralWidget)
         return QDialog::eventFilter(watched, event);
+    const QPointer<QObject> receiver(watched);
     if (event->type() == QEvent::WindowTitleChange) {
         setWindowTitle(d->centralWidget->windowTitle());
     } else if (event->type() == QEvent::Show && !event->spontaneous()
@@ -144,8 +145,9 @@ bool KestDialog::eventFilter(QObject *watched, QEvent *event)
         // The bar has the focus from a click on one of its buttons, or for want of anything else.
         focusNextPrevChild(true);
     }
-    // A host may have deleted the dialog by now, which the base class could not be asked about.
-    return false; // clazy:exclude=base-class-event
+    // A host may have deleted the dialog by now, which the base class could not be asked about, or
+    // the widget, which Qt must not go on with.
+    return receiver.isNull(); // clazy:exclude=base-class-event
 }
 
 bool KestDialog::focusNextPrevChild(bool next)

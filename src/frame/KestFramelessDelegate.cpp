@@ -146,10 +146,13 @@ void KestFramelessDelegate::setShadowless(bool shadowless)
 
 bool KestFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
 {
+    // What is done here may have the host delete whoever the event is for, which Qt then must not
+    // go on with: it is told that the event was handled.
+    const QPointer<QObject> receiver(watched);
     if (watched->isWindowType()) {
         if (event->type() == QEvent::Resize)
             adaptMarginsUnlaid();
-        return false;
+        return receiver.isNull();
     }
     switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -162,14 +165,13 @@ bool KestFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
     default:
         if (watched == d->widget)
             windowEvent(event);
-        return false;
+        return receiver.isNull();
     }
     if (watched == d->widget) {
-        // What is done here may have the host delete the window.
         const QPointer<KestFramelessDelegate> guard(this);
         windowEvent(event);
         if (!guard)
-            return false;
+            return receiver.isNull();
     }
     if (!watched->isWidgetType())
         return false;
@@ -177,7 +179,7 @@ bool KestFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
     // On an edge a window that is its own move bar is resized, not moved.
     if (d->moveBars.contains(bar) && (bar != d->widget || !d->direction))
         moveBarEvent(bar, event);
-    return false;
+    return receiver.isNull();
 }
 
 void KestFramelessDelegate::resizeEvent(QResizeEvent *)

@@ -400,6 +400,8 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != d->widget)
         return false;
+    // Qt must not go on with a window that a host deletes meanwhile.
+    const QPointer<QObject> receiver(watched);
     switch (event->type()) {
     case QEvent::WindowStateChange:
         applyWindowState();
@@ -425,7 +427,7 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
     default:
         break;
     }
-    return false;
+    return receiver.isNull();
 }
 
 void KestWinFramelessDelegate::applyWindowState()

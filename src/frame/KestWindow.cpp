@@ -347,6 +347,8 @@ bool KestWindow::event(QEvent *event)
 bool KestWindow::eventFilter(QObject *watched, QEvent *event)
 {
     const QPointer<KestWindow> guard(this);
+    // Qt must not go on with a widget that a host deletes meanwhile.
+    const QPointer<QObject> receiver(watched);
     const QEvent::Type type = event->type();
     if (watched == d->titleBar && d->delegate) {
         // One of the two bars moves the window: the title bar while it is shown.
@@ -364,12 +366,12 @@ bool KestWindow::eventFilter(QObject *watched, QEvent *event)
             && d->centralWidget->testAttribute(Qt::WA_PendingResizeEvent)) {
             resize(d->centralWidget->size());
         }
-        return false;
+        return receiver.isNull();
     } else if (type == QEvent::Show && watched == d->centralWidget && !event->spontaneous()
                && focusWidget() == d->titleBar) {
         // The bar has the focus from a click on one of its buttons, or for want of anything else.
         focusNextPrevChild(true);
-        return false;
+        return receiver.isNull();
     }
     if (type == QEvent::ScreenChangeInternal) {
         qDebug() << "KestWindow::eventFilter QEvent::ScreenChangeInternal screenNum="
