@@ -42,6 +42,19 @@ void bindButton(KestToolButton *button, QWidgetAction *action)
                      QOverload<const QString &>::of(&QObject::setObjectName));
 }
 
+// Takes a custom widget off the bar. It belongs to its action, which may be put on a bar again;
+// unless it is elsewhere already.
+void giveBack(const KestWidgetItem *item, const KestNavigationBar *bar)
+{
+    const QPointer<const KestNavigationBar> guard(bar);
+    const QPointer<QWidget> widget(item->widget());
+    if (!widget || !item->isCustomWidget() || widget->parentWidget() != bar)
+        return;
+    widget->hide();
+    if (guard && widget && widget->parentWidget() == bar && widget->isHidden())
+        widget->setParent(nullptr);
+}
+
 // Returns the action, or null where it has died meanwhile, as it does with the bar that owns it.
 QAction *inserted(KestNavigationBar *bar, int index, QAction *action,
                   KestNavigationBar::ActionPosition position)
@@ -292,8 +305,12 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
             Util::takeItem(left, former->items, former->layout);
         }
         // One that belongs to no group is bound to its widget, but gets no place on the bar.
-        if (!group)
+        if (!group) {
+            d->places.remove(action);
+            if (left)
+                giveBack(left.get(), this);
             return;
+        }
         // Where a slot sets another size, the one that it was told is no longer the bar's.
         connect(this, &KestNavigationBar::iconSizeChanged, item.get(),
                 [this, shown = item.get()] { Q_EMIT shown->iconSizeChanged(d->iconSize); });
@@ -317,20 +334,13 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
     if (!former || action->associatedWidgets().contains(this))
         return;
     KestNavigationBarPrivate::Group *const group = d->group(positionOf(action));
-    const QPointer<KestNavigationBar> guard(this);
     std::shared_ptr<KestWidgetItem> item =
         group ? Util::find(action, group->items) : std::shared_ptr<KestWidgetItem>();
     if (!item)
         return;
-    QWidget *const widget = item->widget();
-    const QuietLayout::Scope quiet(d->quiet, widget);
+    const QuietLayout::Scope quiet(d->quiet, item->widget());
     d->places.remove(action);
     Util::takeItem(item, group->items, group->layout);
-    // It belongs to its action, which may be put on a bar again; unless it is elsewhere already.
-    if (widget && item->isCustomWidget() && widget->parentWidget() == this) {
-        widget->hide();
-        if (guard && item->widget() && widget->parentWidget() == this && widget->isHidden())
-            widget->setParent(nullptr);
-    }
+    giveBack(item.get(), this);
     item.reset(); // its button dies while the layout is quiet
 }

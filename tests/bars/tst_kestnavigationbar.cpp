@@ -115,6 +115,7 @@ private Q_SLOTS:
     void indexesOutOfRangeAppend();
     void invalidPositionsHaveNoWidgets();
     void invalidPositionsBindTheWidgetNevertheless();
+    void widgetLeavesTheBarWhoseActionIsGivenNoPlaceWhileItIsRemoved();
     void actionsMoveToTheGroupTheyAreAddedTo();
     void actionsMoveWithinTheirGroup();
     void madeEntriesAreAppended();
@@ -387,6 +388,30 @@ void tst_KestNavigationBar::invalidPositionsBindTheWidgetNevertheless()
     QCOMPARE(button->iconSize(), QSize(16, 16));
     bar.removeAction(&action);
     QVERIFY(!button.isNull());
+}
+
+void tst_KestNavigationBar::widgetLeavesTheBarWhoseActionIsGivenNoPlaceWhileItIsRemoved()
+{
+    KestNavigationBar bar;
+    QWidgetAction action(nullptr);
+    const QPointer<QLabel> label(new QLabel(QStringLiteral("label")));
+    action.setDefaultWidget(label);
+    bar.addAction(&action, Center);
+    QCOMPARE(label->parentWidget(), &bar);
+    {
+        const OnEvent again(&bar, QEvent::ActionRemoved, [&] { bar.addAction(&action, Invalid); });
+        bar.removeAction(&action);
+    }
+    QCOMPARE(bar.actions(), QList<QAction *> { &action });
+    QCOMPARE(bar.count(Center), 0);
+    QVERIFY(label);
+    QVERIFY(!label->parent());
+    QVERIFY(label->isHidden());
+
+    // It comes back with its action.
+    bar.addAction(&action, Left);
+    QCOMPARE(bar.actionAt(0, Left), &action);
+    QCOMPARE(label->parentWidget(), &bar);
 }
 
 void tst_KestNavigationBar::actionsMoveToTheGroupTheyAreAddedTo()
