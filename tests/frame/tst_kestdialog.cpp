@@ -147,6 +147,7 @@ private Q_SLOTS:
     void firstFocusIsThatOfTheContents_data();
     void firstFocusIsThatOfTheContents();
     void focusIsThatOfTheContentsAtEachShow();
+    void focusStaysWhereItIsWhenContentsAreShown();
     void returnInAFreshDialogAcceptsNothing();
     void tabVisitsTheTitleBarLast();
     void onlyShowingActivatingAndTabbingOrderTheTabs();
@@ -579,6 +580,30 @@ void tst_KestDialog::focusIsThatOfTheContentsAtEachShow()
     QTRY_COMPARE(QApplication::focusWidget(), form->text);
 }
 
+void tst_KestDialog::focusStaysWhereItIsWhenContentsAreShown()
+{
+    KestDialog dialog;
+    auto *inBar = new QLineEdit(dialog.titleBar());
+    auto *contents = new QWidget;
+    auto *edit = new QLineEdit(contents);
+    dialog.setCentralWidget(contents);
+    inBar->show();
+    QVERIFY(activate(&dialog));
+    inBar->setFocus();
+    contents->hide();
+    contents->show();
+    QCOMPARE(QApplication::focusWidget(), inBar);
+    // The bar itself has it for want of anything else, but not when the dialog comes back.
+    dialog.titleBar()->setFocus();
+    QShowEvent restored;
+    QSpontaneKeyEvent::setSpontaneous(&restored);
+    qApp->notify(contents, &restored);
+    QCOMPARE(QApplication::focusWidget(), dialog.titleBar());
+    QShowEvent shown;
+    QCoreApplication::sendEvent(contents, &shown);
+    QCOMPARE(QApplication::focusWidget(), edit);
+}
+
 void tst_KestDialog::returnInAFreshDialogAcceptsNothing()
 {
     for (int run = 0; run < 2; ++run) {
@@ -724,6 +749,14 @@ void tst_KestDialog::hidingTakesTheHoverFromTheCloseButton()
     dialog.hide();
     QVERIFY(!button->underMouse());
     dialog.show();
+    QVERIFY(!button->underMouse());
+    // Also when the system hides it, and wherever in the bar the button is.
+    auto *box = new QWidget(dialog.titleBar());
+    button->setParent(box);
+    button->setAttribute(Qt::WA_UnderMouse);
+    QHideEvent hidden;
+    QSpontaneKeyEvent::setSpontaneous(&hidden);
+    qApp->notify(&dialog, &hidden);
     QVERIFY(!button->underMouse());
 }
 

@@ -3,10 +3,12 @@
 
 #include "KestFramelessDelegate.h"
 
+#include "AnotherScreen.h"
 #include "DrawingCounter.h"
 #include "MoveBarProbe.h"
 
 #include <QtCore/QPointer>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QScopedPointer>
 #include <QtGui/QCursor>
 #include <QtGui/QPainter>
@@ -83,20 +85,19 @@ private:
 };
 
 void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &global,
-               Qt::MouseButton button = Qt::LeftButton)
+               Qt::MouseButton button = Qt::LeftButton, Qt::MouseButtons others = Qt::NoButton)
 {
     const Qt::MouseButtons buttons =
         type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-    QMouseEvent event(type, widget->mapFromGlobal(global.toPoint()), global, button, buttons,
-                      Qt::NoModifier);
+    QMouseEvent event(type, widget->mapFromGlobal(global.toPoint()), global, button,
+                      buttons | others, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &event);
 }
 
 void hover(QWidget *window, const QPoint &global)
 {
     QCursor::setPos(global);
-    const QPoint local = window->mapFromGlobal(global);
-    QHoverEvent event(QEvent::HoverMove, local, local);
+    QHoverEvent event(QEvent::HoverMove, window->mapFromGlobal(global), QPoint(-1, -1));
     QCoreApplication::sendEvent(window, &event);
 }
 
@@ -104,7 +105,7 @@ void hover(QWidget *window, const QPoint &global)
 void hoverAt(QWidget *window, const QPoint &pos, const QPoint &real)
 {
     QCursor::setPos(real + pos);
-    QHoverEvent event(QEvent::HoverMove, pos, pos);
+    QHoverEvent event(QEvent::HoverMove, pos, QPoint(-1, -1));
     QCoreApplication::sendEvent(window, &event);
 }
 
@@ -115,6 +116,24 @@ void dragEdge(QWidget *window, const QPoint &from, const QPoint &to)
     sendMouse(window, QEvent::MouseButtonPress, from);
     hover(window, to);
     sendMouse(window, QEvent::MouseButtonRelease, to);
+}
+
+// Drags a window by a point of its bar to the top, which maximises it, and restores it.
+void dragToTheTopAndBack(Host *host, const QPoint &grip, const QPoint &top)
+{
+    const QPoint start = host->bar->mapToGlobal(grip);
+    QCursor::setPos(start);
+    sendMouse(host->bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    for (int i = 0; i < 2; ++i) {
+        QCursor::setPos(top);
+        sendMouse(host->bar, QEvent::MouseMove, top);
+        QCoreApplication::processEvents();
+        QVERIFY(host->isMaximized());
+    }
+    sendMouse(host->bar, QEvent::MouseButtonRelease, top);
+    sendMouse(host->bar, QEvent::MouseButtonDblClick, QPoint(200, 20));
+    QVERIFY(!host->isMaximized());
 }
 
 // Draws the frame as it is meant to look, in full.
@@ -174,12 +193,16 @@ QImage expectedFrame(QWidget *widget, int shadow, bool framed, qreal ratio)
     return result;
 }
 
-QImage rendered(QWidget *widget, qreal ratio, const QRegion &region = QRegion())
+QImage rendered(QWidget *widget, qreal ratio, const QRegion &region = QRegion(),
+                bool smooth = false)
 {
     QImage image(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(0);
-    widget->render(&image, region.boundingRect().topLeft(), region, QWidget::DrawWindowBackground);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing, smooth);
+    widget->render(&painter, region.boundingRect().topLeft(), region,
+                   QWidget::DrawWindowBackground);
     return image;
 }
 
@@ -280,6 +303,8 @@ private Q_SLOTS:
     void startsWithShadow();
     void shadowIsSwitchedOffAndOn();
     void shadowOfAMaximisedWindowLeavesTheMargins();
+    void shadowOfAHiddenFullScreenWindowSetsTheMargins();
+    void sameShadowAgainSetsTheMargins();
     void barsOfTheListMoveTheWindow();
     void addedAndRemovedBars();
     void barAddedTwiceIsRemovedAtOnce();
@@ -295,6 +320,8 @@ private Q_SLOTS:
     void edgesWithoutShadow();
     void fixedSizeHasNoEdges();
     void fixedWidthLeavesTheHeightFree();
+    void fixedHeightLeavesTheWidthFree();
+    void oppositeEdgesMeetInASmallWindow();
     void cursorOfTheEdgeIsTakenBack();
     void cursorIsSetOnEachMove();
     void edgesAreWhereTheWindowReallyIs();
@@ -308,7 +335,9 @@ private Q_SLOTS:
     void resizing_data();
     void resizing();
     void minimumSizeHintCountsAsMinimum();
+    void edgesFollowTheCursorItselfWithoutShadow();
     void otherButtonsDoNotResize();
+    void otherButtonOnAnEdgeIsNoPressOfTheHeldOne();
     void releaseEndsTheResizing();
     void releaseOnTheEdgeEndsTheResizing();
     void paintingOnTheEdgeIsNoPress();
@@ -320,23 +349,30 @@ private Q_SLOTS:
     void edgeOfTheShadowLeavesTheHoverAlone();
     void shadowLetsGoOfTheMouse();
     void hoverIsReleasedBelow();
+    void hoverIsReleasedBelowWhatIsHoveredOrDisabled();
 
     void movingFollowsTheCursor();
+    void barIsGrippedWhereThePointerIsByNow();
     void moveStartsFromWhereTheWindowReallyIs();
     void barOfAnotherWindowMovesThisOne();
     void pressUnderFiftyMillisecondsDoesNotMove();
     void otherButtonsDoNotMove();
+    void otherButtonIsNoPressOfTheHeldOne();
     void releaseOfAnotherButtonGoesOnMoving();
     void edgeOfASelfMovingWindowResizes();
+    void edgeOverABarResizes();
     void doubleClickMaximisesAndRestores();
     void doubleClickInTheMidstOfADragMaximises();
     void doubleClickRestoresFromFullScreen();
     void doubleClickIgnoresFixedSize();
+    void sizeFixedInOneDirectionCanBeMaximised();
     void dragToTheTopMaximises_data();
     void dragToTheTopMaximises();
     void dragToTheTopIgnoresFixedSize();
     void draggedToTheTopComesBackWithinReach_data();
     void draggedToTheTopComesBackWithinReach();
+    void draggedToTheTopComesBackOnItsScreen();
+    void draggedToTheTopWithoutShadowComesBackWhole();
     void dragDownRestores_data();
     void dragDownRestores();
     void resizeOfABarHangsTheWindowFromItsMiddle();
@@ -490,6 +526,30 @@ void tst_KestFramelessDelegate::shadowOfAMaximisedWindowLeavesTheMargins()
     host.showNormal();
     host.setGeometry(WindowRect.adjusted(0, 0, 1, 1));
     QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+}
+
+void tst_KestFramelessDelegate::shadowOfAHiddenFullScreenWindowSetsTheMargins()
+{
+    // Until it is shown, whose size takes them back.
+    Host host;
+    host.setWindowState(Qt::WindowFullScreen);
+    host.delegate->setShadowless(false);
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+    host.show();
+    QTRY_COMPARE(host.contentsMargins(), QMargins());
+}
+
+void tst_KestFramelessDelegate::sameShadowAgainSetsTheMargins()
+{
+    Host host;
+    QCOMPARE(host.contentsMargins(), QMargins());
+    host.delegate->setShadowless(false);
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+    host.setContentsMargins(1, 2, 3, 4);
+    host.setAttribute(Qt::WA_TranslucentBackground, false);
+    host.delegate->setShadowless(false);
+    QCOMPARE(host.contentsMargins(), QMargins(8, 8, 8, 8));
+    QVERIFY(host.testAttribute(Qt::WA_TranslucentBackground));
 }
 
 void tst_KestFramelessDelegate::barsOfTheListMoveTheWindow()
@@ -712,6 +772,36 @@ void tst_KestFramelessDelegate::fixedWidthLeavesTheHeightFree()
     QCOMPARE(host.cursor().shape(), Qt::SizeVerCursor);
     dragEdge(&host, QPoint(300, 499), QPoint(350, 551));
     QCOMPARE(host.geometry(), QRect(300, 200, 400, 551 - 200 + 8));
+}
+
+void tst_KestFramelessDelegate::fixedHeightLeavesTheWidthFree()
+{
+    Host host;
+    host.setFixedHeight(300);
+    host.show();
+    hover(&host, QPoint(500, 200));
+    QCOMPARE(host.cursor().shape(), Qt::ArrowCursor);
+    hover(&host, QPoint(300, 350));
+    QCOMPARE(host.cursor().shape(), Qt::SizeHorCursor);
+    dragEdge(&host, QPoint(699, 350), QPoint(751, 400));
+    QCOMPARE(host.geometry(), QRect(300, 200, 751 - 300 + 8, 300));
+}
+
+void tst_KestFramelessDelegate::oppositeEdgesMeetInASmallWindow()
+{
+    // The bands of the edges share a pixel, which is on three edges at the ends.
+    Host host;
+    host.setGeometry(300, 200, 17, 300);
+    host.show();
+    hover(&host, QPoint(308, 200));
+    QCOMPARE(host.cursor().shape(), cursorShape(Top | Left | Right).shape());
+    hover(&host, QPoint(307, 200));
+    QCOMPARE(host.cursor().shape(), cursorShape(Top | Left).shape());
+    host.setGeometry(300, 200, 400, 17);
+    hover(&host, QPoint(300, 208));
+    QCOMPARE(host.cursor().shape(), cursorShape(Top | Bottom | Left).shape());
+    hover(&host, QPoint(300, 207));
+    QCOMPARE(host.cursor().shape(), cursorShape(Top | Left).shape());
 }
 
 void tst_KestFramelessDelegate::cursorOfTheEdgeIsTakenBack()
@@ -962,12 +1052,34 @@ void tst_KestFramelessDelegate::minimumSizeHintCountsAsMinimum()
     QCOMPARE(host.size(), QSize(220, 250));
 }
 
+void tst_KestFramelessDelegate::edgesFollowTheCursorItselfWithoutShadow()
+{
+    Host host;
+    host.delegate->setShadowless(true);
+    host.show();
+    dragEdge(&host, QPoint(699, 499), QPoint(720, 530));
+    QCOMPARE(host.geometry(), QRect(300, 200, 420, 330));
+    dragEdge(&host, QPoint(300, 200), QPoint(280, 190));
+    QCOMPARE(host.geometry(), QRect(QPoint(280, 190), QPoint(719, 529)));
+}
+
 void tst_KestFramelessDelegate::otherButtonsDoNotResize()
 {
     Host host;
     host.show();
     hover(&host, QPoint(699, 350));
     sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350), Qt::RightButton);
+    hover(&host, QPoint(740, 350));
+    QCOMPARE(host.geometry(), WindowRect);
+}
+
+void tst_KestFramelessDelegate::otherButtonOnAnEdgeIsNoPressOfTheHeldOne()
+{
+    Host host;
+    host.show();
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(500, 350));
+    hover(&host, QPoint(699, 350));
+    sendMouse(&host, QEvent::MouseButtonPress, QPoint(699, 350), Qt::RightButton, Qt::LeftButton);
     hover(&host, QPoint(740, 350));
     QCOMPARE(host.geometry(), WindowRect);
 }
@@ -1199,6 +1311,21 @@ void tst_KestFramelessDelegate::hoverIsReleasedBelow()
     QVERIFY(top.testAttribute(Qt::WA_UnderMouse));
 }
 
+void tst_KestFramelessDelegate::hoverIsReleasedBelowWhatIsHoveredOrDisabled()
+{
+    QWidget top;
+    auto *outer = new QWidget(&top);
+    auto *inner = new QWidget(outer);
+    auto *disabled = new QWidget(inner);
+    disabled->setEnabled(false);
+    top.show();
+    for (QWidget *widget : { outer, inner, disabled })
+        widget->setAttribute(Qt::WA_UnderMouse);
+    releaseHover(&top);
+    for (QWidget *widget : { outer, inner, disabled })
+        QVERIFY(!widget->underMouse());
+}
+
 void tst_KestFramelessDelegate::movingFollowsTheCursor()
 {
     Host host;
@@ -1221,6 +1348,21 @@ void tst_KestFramelessDelegate::movingFollowsTheCursor()
     QCursor::setPos(start + QPoint(50, 50));
     sendMouse(host.bar, QEvent::MouseMove, start + QPoint(50, 50));
     QCOMPARE(host.pos(), WindowRect.topLeft());
+}
+
+void tst_KestFramelessDelegate::barIsGrippedWhereThePointerIsByNow()
+{
+    // It went on while the event of the press was on its way.
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start + QPoint(3, 2));
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(start + QPoint(23, 12));
+    sendMouse(host.bar, QEvent::MouseMove, start + QPoint(20, 10));
+    QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(20, 10));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start);
 }
 
 void tst_KestFramelessDelegate::moveStartsFromWhereTheWindowReallyIs()
@@ -1320,6 +1462,23 @@ void tst_KestFramelessDelegate::otherButtonsDoNotMove()
     QCOMPARE(host.pos(), WindowRect.topLeft());
 }
 
+void tst_KestFramelessDelegate::otherButtonIsNoPressOfTheHeldOne()
+{
+    Host host;
+    host.show();
+    const QPoint start = host.bar->mapToGlobal(QPoint(30, 10));
+    QCursor::setPos(start);
+    sendMouse(host.bar, QEvent::MouseButtonPress, start, Qt::RightButton, Qt::LeftButton);
+    QVERIFY(!QWidget::mouseGrabber());
+    // Nor is the left one less released for another that is held.
+    sendMouse(host.bar, QEvent::MouseButtonPress, start);
+    QCOMPARE(QWidget::mouseGrabber(), host.bar);
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start, Qt::RightButton, Qt::LeftButton);
+    QCOMPARE(QWidget::mouseGrabber(), host.bar);
+    sendMouse(host.bar, QEvent::MouseButtonRelease, start, Qt::LeftButton, Qt::RightButton);
+    QVERIFY(!QWidget::mouseGrabber());
+}
+
 void tst_KestFramelessDelegate::releaseOfAnotherButtonGoesOnMoving()
 {
     Host host;
@@ -1360,6 +1519,21 @@ void tst_KestFramelessDelegate::edgeOfASelfMovingWindowResizes()
     sendMouse(&host, QEvent::MouseMove, QPoint(510, 370));
     QCOMPARE(host.pos(), WindowRect.topLeft() + QPoint(10, 20));
     sendMouse(&host, QEvent::MouseButtonRelease, QPoint(510, 370));
+}
+
+void tst_KestFramelessDelegate::edgeOverABarResizes()
+{
+    // The band reaches the topmost row of the bar, which hands its press on to the window.
+    Host host;
+    host.show();
+    const QPoint row = host.bar->mapToGlobal(QPoint(30, 0));
+    hover(&host, row);
+    sendMouse(host.bar, QEvent::MouseButtonPress, row);
+    QTest::qSleep(ClickMs);
+    QCursor::setPos(row - QPoint(10, 20));
+    sendMouse(host.bar, QEvent::MouseMove, row - QPoint(10, 20));
+    QCOMPARE(host.geometry(), WindowRect.adjusted(0, -20, 0, 0));
+    sendMouse(host.bar, QEvent::MouseButtonRelease, row - QPoint(10, 20));
 }
 
 void tst_KestFramelessDelegate::doubleClickMaximisesAndRestores()
@@ -1441,6 +1615,20 @@ void tst_KestFramelessDelegate::dragToTheTopMaximises()
     sendMouse(host.bar, QEvent::MouseButtonRelease, QPoint(start.x(), 100));
 }
 
+void tst_KestFramelessDelegate::sizeFixedInOneDirectionCanBeMaximised()
+{
+    for (const bool wide : { false, true }) {
+        Host host;
+        if (wide)
+            host.setFixedHeight(300);
+        else
+            host.setFixedWidth(400);
+        host.show();
+        sendMouse(host.bar, QEvent::MouseButtonDblClick, host.bar->mapToGlobal(QPoint(30, 10)));
+        QVERIFY(host.isMaximized());
+    }
+}
+
 void tst_KestFramelessDelegate::dragToTheTopIgnoresFixedSize()
 {
     Host host;
@@ -1476,21 +1664,43 @@ void tst_KestFramelessDelegate::draggedToTheTopComesBackWithinReach()
     QFETCH(int, restored);
     Host host;
     host.show();
-    const QPoint start = host.bar->mapToGlobal(QPoint(30, grip));
-    QCursor::setPos(start);
-    sendMouse(host.bar, QEvent::MouseButtonPress, start);
-    QTest::qSleep(ClickMs);
-    const QPoint top(start.x() + 17, y);
-    for (int i = 0; i < 2; ++i) {
-        QCursor::setPos(top);
-        sendMouse(host.bar, QEvent::MouseMove, top);
-        QCoreApplication::processEvents();
-        QVERIFY(host.isMaximized());
-    }
-    sendMouse(host.bar, QEvent::MouseButtonRelease, top);
-    sendMouse(host.bar, QEvent::MouseButtonDblClick, QPoint(200, 20));
-    QVERIFY(!host.isMaximized());
+    dragToTheTopAndBack(&host, QPoint(30, grip), QPoint(WindowRect.x() + 8 + 30 + 17, y));
     QTRY_COMPARE(host.geometry(), QRect(QPoint(WindowRect.x() + 17, restored), WindowRect.size()));
+}
+
+void tst_KestFramelessDelegate::draggedToTheTopComesBackOnItsScreen()
+{
+    // The pointer tells which: most of the window may still be on another one.
+    {
+        const AnotherScreen another(QRect(800, -100, 700, 600), 1, false);
+        Host host;
+        host.show();
+        dragToTheTopAndBack(&host, QPoint(350, 20), QPoint(805, -99));
+        QTRY_COMPARE(host.geometry(), QRect(QPoint(805 - 358, -100 - 8), WindowRect.size()));
+    }
+    // And below what else is at the top of it.
+    QScreen *const screen = QGuiApplication::primaryScreen();
+    const QRect whole = screen->geometry();
+    const auto showTaskBar = [screen, whole](int height) {
+        QWindowSystemInterface::handleScreenGeometryChange(screen, whole,
+                                                           whole.adjusted(0, height, 0, 0));
+        QCoreApplication::processEvents();
+    };
+    showTaskBar(30);
+    Host host;
+    host.show();
+    dragToTheTopAndBack(&host, QPoint(30, 20), QPoint(400, 2));
+    const auto wayBack = qScopeGuard([&showTaskBar] { showTaskBar(0); });
+    QTRY_COMPARE(host.geometry(), QRect(QPoint(400 - 38, 30 - 8), WindowRect.size()));
+}
+
+void tst_KestFramelessDelegate::draggedToTheTopWithoutShadowComesBackWhole()
+{
+    Host host;
+    host.delegate->setShadowless(true);
+    host.show();
+    dragToTheTopAndBack(&host, QPoint(30, 20), QPoint(400, 2));
+    QTRY_COMPARE(host.geometry(), QRect(QPoint(400 - 38, 0), WindowRect.size()));
 }
 
 void tst_KestFramelessDelegate::dragDownRestores_data()
@@ -1781,6 +1991,10 @@ void tst_KestFramelessDelegate::layoutMarginsFollowTheSheetsBorder()
     host.showFullScreen();
     QTRY_COMPARE(host.contentsMargins(), QMargins());
     QCOMPARE(layout->contentsMargins(), QMargins(5, 3, 3, 3));
+    host.setStyleSheet(
+        QStringLiteral("Host { border: 1px solid red; border-width: 1px 2px 3px 4px }"));
+    QCOMPARE(layout->contentsMargins(), QMargins(4, 1, 2, 3));
+    host.setStyleSheet(QStringLiteral("Host { border: 3px solid red; border-left-width: 5px; }"));
 
     for (const QEvent::Type type : { QEvent::WindowActivate, QEvent::WindowDeactivate }) {
         layout->setContentsMargins(20, 20, 20, 20);
@@ -1944,15 +2158,17 @@ void tst_KestFramelessDelegate::frameIsDrawnAsMeant_data()
     QTest::addColumn<qreal>("ratio");
     QTest::addColumn<bool>("bordered");
     QTest::addColumn<bool>("shadowless");
-    QTest::addColumn<bool>("maximised");
+    QTest::addColumn<Qt::WindowState>("state");
     for (const qreal ratio : { 1.0, 1.5, 2.0 }) {
         for (const bool bordered : { false, true }) {
             for (const bool shadowless : { false, true }) {
-                for (const bool maximised : { false, true }) {
-                    QTest::addRow("%d%%%s%s%s", int(ratio * 100), bordered ? ", border" : "",
-                                  shadowless ? ", shadowless" : "", maximised ? ", maximised" : "")
-                        << ratio << bordered << shadowless << maximised;
-                }
+                const QByteArray name = QByteArray::number(int(ratio * 100))
+                    + (bordered ? "%, border" : "%") + (shadowless ? ", shadowless" : "");
+                QTest::newRow(name) << ratio << bordered << shadowless << Qt::WindowNoState;
+                QTest::newRow(name + ", maximised")
+                    << ratio << bordered << shadowless << Qt::WindowMaximized;
+                QTest::newRow(name + ", full screen")
+                    << ratio << bordered << shadowless << Qt::WindowFullScreen;
             }
         }
     }
@@ -1963,7 +2179,7 @@ void tst_KestFramelessDelegate::frameIsDrawnAsMeant()
     QFETCH(qreal, ratio);
     QFETCH(bool, bordered);
     QFETCH(bool, shadowless);
-    QFETCH(bool, maximised);
+    QFETCH(Qt::WindowState, state);
     Host host;
     host.bar->hide();
     new QVBoxLayout(&host);
@@ -1976,13 +2192,12 @@ void tst_KestFramelessDelegate::frameIsDrawnAsMeant()
         host.setStyleSheet(QStringLiteral(
             "Host { border: 3px solid #123456; border-radius: 6px; background: #FEDCBA }"));
     }
-    if (maximised)
-        host.showMaximized();
-    else
-        host.show();
+    host.setWindowState(state);
+    host.show();
     host.activateWindow();
     // With a shadow the image is as wide as the layout's margins on top of it.
-    const QImage expected = expectedFrame(&host, shadowless ? 0 : 8, !maximised, ratio);
+    const QImage expected =
+        expectedFrame(&host, shadowless ? 0 : 8, state == Qt::WindowNoState, ratio);
     QCOMPARE(rendered(&host, ratio), expected);
 }
 
@@ -2027,8 +2242,10 @@ void tst_KestFramelessDelegate::shadowFollowsTheMarginsAndTheRatio()
     auto *layout = new QVBoxLayout(&host);
     host.show();
     host.activateWindow();
-    for (const int margin : { 0, 11, 0 }) {
-        layout->setContentsMargins(margin, margin, margin, margin);
+    for (const QMargins &margins :
+         { QMargins(), QMargins(11, 11, 11, 11), QMargins(12, 0, 0, 0), QMargins(0, 13, 0, 0),
+           QMargins(0, 0, 14, 0), QMargins(0, 0, 0, 15), QMargins() }) {
+        layout->setContentsMargins(margins);
         for (const qreal ratio : { 1.0, 2.0, 1.5, 1.0 })
             QCOMPARE(rendered(&host, ratio), expectedFrame(&host, 8, true, ratio));
     }
@@ -2379,34 +2596,54 @@ void tst_KestFramelessDelegate::painterOfTheHostIsFollowed_data()
 {
     QTest::addColumn<QTransform>("transform");
     QTest::addColumn<qreal>("opacity");
-    QTest::newRow("mirrored") << QTransform::fromScale(-1, -1).translate(-450, -450) << 1.0;
-    QTest::newRow("sheared") << QTransform().shear(0.5, 0) << 1.0;
-    QTest::newRow("stretched across") << QTransform::fromScale(2, 1) << 1.0;
-    QTest::newRow("half a pixel across") << QTransform::fromTranslate(0.5, 0) << 1.0;
-    QTest::newRow("half a pixel down") << QTransform::fromTranslate(0, 0.5) << 1.0;
-    QTest::newRow("moved") << QTransform::fromTranslate(13, 7) << 1.0;
-    QTest::newRow("doubled") << QTransform::fromScale(2, 2) << 1.0;
-    QTest::newRow("faded") << QTransform() << 0.4;
-    QTest::newRow("quartered") << QTransform::fromScale(0.25, 0.25) << 1.0;
-    QTest::newRow("stretched") << QTransform::fromScale(1, 2) << 1.0;
-    QTest::newRow("turned") << QTransform().translate(400, 0).rotate(90) << 1.0;
-    QTest::newRow("half a pixel") << QTransform::fromTranslate(0.5, 0.5) << 1.0;
+    QTest::addColumn<int>("composition");
+    const auto row = [](const char *name, const QTransform &transform, qreal opacity = 1,
+                        QPainter::CompositionMode mode = QPainter::CompositionMode_SourceOver) {
+        QTest::newRow(name) << transform << opacity << int(mode);
+    };
+    row("mirrored", QTransform::fromScale(-1, -1).translate(-450, -450));
+    row("sheared", QTransform().shear(0.5, 0));
+    row("stretched across", QTransform::fromScale(2, 1));
+    row("half a pixel across", QTransform::fromTranslate(0.5, 0));
+    row("half a pixel down", QTransform::fromTranslate(0, 0.5));
+    row("moved", QTransform::fromTranslate(13, 7));
+    row("doubled", QTransform::fromScale(2, 2));
+    row("faded", QTransform(), 0.4);
+    row("quartered", QTransform::fromScale(0.25, 0.25));
+    row("stretched", QTransform::fromScale(1, 2));
+    row("turned", QTransform().translate(400, 0).rotate(90));
+    row("half a pixel", QTransform::fromTranslate(0.5, 0.5));
+    row("added", QTransform(), 1, QPainter::CompositionMode_Plus);
+    row("copied", QTransform(), 1, QPainter::CompositionMode_Source);
 }
 
 void tst_KestFramelessDelegate::painterOfTheHostIsFollowed()
 {
     QFETCH(QTransform, transform);
     QFETCH(qreal, opacity);
-    for (const char *sheet : { "", "Host { background: #FFFFFF; border: 1px solid #BDBDBD }" }) {
+    QFETCH(int, composition);
+    const auto mode = QPainter::CompositionMode(composition);
+    const struct
+    {
+        const char *sheet;
+        QPainter::RenderHints hints;
+    } rows[] = { { "", {} },
+                 { "Host { background: #FFFFFF; border: 1px solid #BDBDBD }", {} },
+                 { "", QPainter::Antialiasing | QPainter::SmoothPixmapTransform },
+                 { "Host { background: #FFFFFF; border: 1px solid #BDBDBD }",
+                   QPainter::Antialiasing | QPainter::SmoothPixmapTransform } };
+    for (const auto &row : rows) {
         Host host;
         host.bar->hide();
-        host.setStyleSheet(QString::fromLatin1(sheet));
+        host.setStyleSheet(QString::fromLatin1(row.sheet));
         host.show();
         host.activateWindow();
         QImage expected(900, 900, QImage::Format_ARGB32_Premultiplied);
         expected.fill(QColor(90, 160, 250));
         QImage found = expected;
         QPainter painter(&expected);
+        painter.setRenderHints(row.hints);
+        painter.setCompositionMode(mode);
         painter.setTransform(transform);
         painter.setOpacity(opacity);
         // What is faded is so as one.
@@ -2418,6 +2655,8 @@ void tst_KestFramelessDelegate::painterOfTheHostIsFollowed()
         }
         painter.end();
         painter.begin(&found);
+        painter.setRenderHints(row.hints);
+        painter.setCompositionMode(mode);
         painter.setTransform(transform);
         painter.setOpacity(opacity);
         host.render(&painter, QPoint(), QRegion(), QWidget::DrawWindowBackground);
@@ -2565,9 +2804,6 @@ void tst_KestFramelessDelegate::stylesAreAskedForWhatShowsOnly()
 
 void tst_KestFramelessDelegate::neighboursAreNotPaintedTwiceAtFractions()
 {
-    // The two rectangles share a row of pixels.
-    const QRegion region = QRegion(20, 20, 100, 31) + QRect(20, 51, 40, 30);
-    QCOMPARE(region.rectCount(), 2);
     DrawingStyle style([](const QStyleOption &, QPainter &painter) {
         painter.fillRect(QRect(30, 30, 50, 40), Qt::red);
     });
@@ -2581,15 +2817,21 @@ void tst_KestFramelessDelegate::neighboursAreNotPaintedTwiceAtFractions()
         host.setPalette(palette);
         host.show();
         host.activateWindow();
-        for (const qreal ratio : { 1.25, 1.5, 1.75 }) {
-            const QImage whole = rendered(&host, ratio);
-            const QImage parts = rendered(&host, ratio, region);
-            for (int y = 32; y < 80; ++y) {
-                const QPoint pixel(int(40 * ratio), int(y * ratio));
-                QCOMPARE(parts.pixelColor(pixel), whole.pixelColor(pixel));
+        // A smooth painter cuts pixels in parts as well.
+        for (const bool smooth : { false, true }) {
+            for (const qreal ratio : { 1.25, 1.5, 1.75 }) {
+                const QImage whole = rendered(&host, ratio, QRegion(), smooth);
+                // Where the two rectangles share a row of pixels depends on where each begins.
+                for (int top = 20; top < 24; ++top) {
+                    const QRegion region = QRegion(20, top, 100, 31) + QRect(20, top + 31, 40, 30);
+                    QCOMPARE(region.rectCount(), 2);
+                    const QImage parts = rendered(&host, ratio, region, smooth);
+                    for (int y = int((top + 1) * ratio); y < int((top + 60) * ratio); ++y) {
+                        const QPoint pixel(int(40 * ratio), y);
+                        QCOMPARE(parts.pixelColor(pixel), whole.pixelColor(pixel));
+                    }
+                }
             }
-            const QPoint shared(int(40 * ratio), int(51 * ratio));
-            QCOMPARE(parts.pixelColor(shared), whole.pixelColor(shared));
         }
         host.setStyle(nullptr);
     }

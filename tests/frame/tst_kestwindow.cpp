@@ -187,6 +187,7 @@ private Q_SLOTS:
     void navigationBarMovesTheWindowBeforeItIsShown();
     void navigationBarDoesNotMoveTheShownWindow();
     void hiddenTitleBarHandsOverToTheNavigationBar();
+    void titleBarMovesTheWindowAfterItWasMinimised();
     void closedTitleBarHandsOverToTheNavigationBar();
     void clearedTitleBarHandsOverToTheNavigationBar();
     void newTitleBarMovesTheWindowOnceItIsShown();
@@ -216,6 +217,7 @@ private Q_SLOTS:
     void firstFocusIsThatOfTheContents_data();
     void firstFocusIsThatOfTheContents();
     void focusIsThatOfTheContentsAtEachShow();
+    void focusStaysWhereItIsWhenContentsAreShown();
     void tabVisitsTheBarsLast();
     void tabVisitsTheBarsLastWhateverCameLater();
     void tabOrderOfTheContentsIsKept();
@@ -235,6 +237,7 @@ private Q_SLOTS:
     void laterBarsWin();
     void barsClearedWhileTheyComeAreGone();
     void laterCentralWidgetWinsWhileATitleBarIsMade();
+    void centralWidgetIsAllWhereItsTitleBarIsCleared();
     void centralWidgetThatTakesTheFocusHearsOfItsShow();
     void centralWidgetHearsOfItsTitle();
     void centralWidgetMayGoWhileItsTitleIsFollowed();
@@ -602,6 +605,8 @@ void tst_KestWindow::centralWidgetsTitleIsFollowed()
     QCOMPARE(window.windowTitle(), QString());
     central->setWindowTitle(QStringLiteral("second"));
     QCOMPARE(window.windowTitle(), QStringLiteral("second"));
+    central->setWindowTitle(QString());
+    QCOMPARE(window.windowTitle(), QString());
 }
 
 void tst_KestWindow::hiddenCentralWidgetsSizeIsFollowedWithItsTitle()
@@ -710,6 +715,30 @@ void tst_KestWindow::hiddenTitleBarHandsOverToTheNavigationBar()
     window.titleBar()->show();
     QVERIFY(!movesItsWindow(window.navigationBar()));
     QVERIFY(movesItsWindow(window.titleBar()));
+}
+
+void tst_KestWindow::titleBarMovesTheWindowAfterItWasMinimised()
+{
+    // Which hides and shows what is in the window, as the system does.
+    KestWindow window;
+    window.resize(500, 300);
+    window.navigationBar();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto see = [&window](QEvent &event) {
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(window.titleBar(), &event);
+    };
+    for (int i = 0; i < 2; ++i) {
+        QHideEvent hide;
+        see(hide);
+        QVERIFY(movesItsWindow(window.navigationBar()));
+        QVERIFY(!movesItsWindow(window.titleBar()));
+        QShowEvent show;
+        see(show);
+        QVERIFY(!movesItsWindow(window.navigationBar()));
+        QVERIFY(movesItsWindow(window.titleBar()));
+    }
 }
 
 void tst_KestWindow::closedTitleBarHandsOverToTheNavigationBar()
@@ -1000,7 +1029,7 @@ void tst_KestWindow::statusTipsReachTheStatusBar()
     // Also in a bar that replaced the first.
     window.setStatusBar(new QStatusBar);
     QStatusTipEvent again(QStringLiteral("Explained again"));
-    QCoreApplication::sendEvent(&window, &again);
+    QVERIFY(QCoreApplication::sendEvent(&window, &again));
     QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Explained again"));
 }
 
@@ -1116,6 +1145,34 @@ void tst_KestWindow::focusIsThatOfTheContentsAtEachShow()
     QCOMPARE(window.focusWidget(), window.titleBar());
     QVERIFY(activate(&window));
     QTRY_COMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("first"));
+}
+
+void tst_KestWindow::focusStaysWhereItIsWhenContentsAreShown()
+{
+    KestWindow window;
+    auto *inBar = new QLineEdit(window.titleBar());
+    auto *contents = form({ "first", "second" });
+    window.setCentralWidget(contents);
+    auto *below = new QLineEdit;
+    window.statusBar()->addWidget(below);
+    window.resize(400, 300);
+    inBar->show();
+    QVERIFY(activate(&window));
+    for (QWidget *widget : { inBar, below }) {
+        widget->setFocus();
+        contents->hide();
+        contents->show();
+        QCOMPARE(QApplication::focusWidget(), widget);
+    }
+    // The bar itself has it for want of anything else, but not when the window comes back.
+    window.titleBar()->setFocus();
+    QShowEvent restored;
+    QSpontaneKeyEvent::setSpontaneous(&restored);
+    qApp->notify(contents, &restored);
+    QCOMPARE(QApplication::focusWidget(), window.titleBar());
+    QShowEvent shown;
+    QCoreApplication::sendEvent(contents, &shown);
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("first"));
 }
 
 void tst_KestWindow::tabVisitsTheBarsLast()
@@ -1520,6 +1577,26 @@ void tst_KestWindow::laterCentralWidgetWinsWhileATitleBarIsMade()
     QCOMPARE(window.size(), QSize(410, 310 + window.titleBar()->height()));
 }
 
+void tst_KestWindow::centralWidgetIsAllWhereItsTitleBarIsCleared()
+{
+    // The one that is made for it finds another there, and is cleared when that hides.
+    KestWindow window;
+    window.show();
+    window.setTitleBar(nullptr);
+    deleteDeferred();
+    auto *contents = new QWidget(&window);
+    contents->resize(300, 200);
+    auto *between = new KestTitleBar;
+    Once added(&window, QEvent::ChildAdded, [&] {
+        window.setTitleBar(between);
+        between->show();
+    });
+    Once hidden(between, QEvent::Hide, [&] { window.setTitleBar(nullptr); });
+    window.setCentralWidget(contents);
+    QCOMPARE(window.centralWidget(), contents);
+    QCOMPARE(window.size(), QSize(300, 200));
+}
+
 void tst_KestWindow::centralWidgetThatTakesTheFocusHearsOfItsShow()
 {
     class Listening : public QLineEdit
@@ -1746,6 +1823,12 @@ void tst_KestWindow::titleBarThatIsNotShownYetTakesTheMoving()
     QVERIFY(movesItsWindow(window.navigationBar()));
     window.setTitleBar(new KestTitleBar);
     QVERIFY(!movesItsWindow(window.navigationBar()));
+    QVERIFY(!movesItsWindow(window.titleBar()));
+    // Nor one that is the window's already.
+    window.setTitleBar(new KestTitleBar(&window));
+    QVERIFY(!movesItsWindow(window.titleBar()));
+    window.show();
+    QVERIFY(movesItsWindow(window.titleBar()));
 }
 
 void tst_KestWindow::barsAreLastInTabOrderOnActivation()
