@@ -193,16 +193,12 @@ QImage expectedFrame(QWidget *widget, int shadow, bool framed, qreal ratio)
     return result;
 }
 
-QImage rendered(QWidget *widget, qreal ratio, const QRegion &region = QRegion(),
-                bool smooth = false)
+QImage rendered(QWidget *widget, qreal ratio, const QRegion &region = QRegion())
 {
     QImage image(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(0);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing, smooth);
-    widget->render(&painter, region.boundingRect().topLeft(), region,
-                   QWidget::DrawWindowBackground);
+    widget->render(&image, region.boundingRect().topLeft(), region, QWidget::DrawWindowBackground);
     return image;
 }
 
@@ -2807,32 +2803,48 @@ void tst_KestFramelessDelegate::neighboursAreNotPaintedTwiceAtFractions()
     DrawingStyle style([](const QStyleOption &, QPainter &painter) {
         painter.fillRect(QRect(30, 30, 50, 40), Qt::red);
     });
+    const auto drawn = [](QWidget *widget, const QTransform &transform, bool smooth,
+                          const QRegion &region = QRegion()) {
+        QImage image(900, 900, QImage::Format_ARGB32_Premultiplied);
+        image.fill(0);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing, smooth);
+        painter.setTransform(transform);
+        widget->render(&painter, region.boundingRect().topLeft(), region,
+                       QWidget::DrawWindowBackground);
+        return image;
+    };
+    QVector<QTransform> transforms;
+    for (const qreal ratio : { 1.25, 1.5, 1.75 })
+        transforms.append(QTransform::fromScale(ratio, ratio));
     for (const bool styled : { false, true }) {
         Host host;
         host.bar->hide();
         if (styled)
             host.setStyle(&style);
+        else
+            transforms.append(QTransform().rotate(20));
         QPalette palette = host.palette();
         palette.setColor(QPalette::Window, QColor(200, 100, 0, 77));
         host.setPalette(palette);
         host.show();
         host.activateWindow();
-        // A smooth painter cuts pixels in parts as well.
-        for (const bool smooth : { false, true }) {
-            for (const qreal ratio : { 1.25, 1.5, 1.75 }) {
-                const QImage whole = rendered(&host, ratio, QRegion(), smooth);
-                // Where the two rectangles share a row of pixels depends on where each begins.
+        for (const QTransform &transform : qAsConst(transforms)) {
+            // A smooth painter cuts through pixels.
+            for (const bool smooth : { false, true }) {
+                const QImage whole = drawn(&host, transform, smooth);
                 for (int top = 20; top < 24; ++top) {
                     const QRegion region = QRegion(20, top, 100, 31) + QRect(20, top + 31, 40, 30);
                     QCOMPARE(region.rectCount(), 2);
-                    const QImage parts = rendered(&host, ratio, region, smooth);
-                    for (int y = int((top + 1) * ratio); y < int((top + 60) * ratio); ++y) {
-                        const QPoint pixel(int(40 * ratio), y);
+                    const QImage parts = drawn(&host, transform, smooth, region);
+                    for (qreal y = top + 2; y < top + 59; y += 0.5) {
+                        const QPoint pixel = transform.map(QPointF(40, y)).toPoint();
                         QCOMPARE(parts.pixelColor(pixel), whole.pixelColor(pixel));
                     }
                 }
             }
         }
+        transforms.resize(3);
         host.setStyle(nullptr);
     }
 }

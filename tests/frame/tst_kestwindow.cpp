@@ -22,6 +22,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
@@ -162,6 +163,7 @@ private Q_SLOTS:
     void newWindowHasATitleBarAndAnEmptyCentralWidget();
     void newWindowHasNeitherNavigationNorStatusBar();
     void rowsFollowOneAnotherOnTheShownWindow();
+    void adjustedWindowHasRoomForItsContents();
 
     void titleBarIsCreatedWhereThereIsNone();
     void titleBarIsCreatedAnewAfterItWasDeleted();
@@ -390,6 +392,19 @@ void tst_KestWindow::rowsFollowOneAnotherOnTheShownWindow()
     const int height = central->height();
     window.resize(600, 450);
     QCOMPARE(central->height(), height + 50);
+}
+
+void tst_KestWindow::adjustedWindowHasRoomForItsContents()
+{
+    // And for its shadow, before it was ever shown.
+    KestWindow window;
+    auto *contents = new QPlainTextEdit;
+    window.setCentralWidget(contents);
+    window.adjustSize();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    QCOMPARE(contents->size(), contents->sizeHint());
 }
 
 void tst_KestWindow::titleBarIsCreatedWhereThereIsNone()
