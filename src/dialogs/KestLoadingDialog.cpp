@@ -177,7 +177,8 @@ KestLoadingDialog::Result KestLoadingDialog::exec()
     d->loop = &loop;
     d->loopEnded = false;
     ensurePolished();
-    setVisible(true);
+    if (guard)
+        setVisible(true);
     // Whoever heard of the showing may have ended it before it began.
     if (guard && !d->loopEnded)
         loop.exec(QEventLoop::DialogExec);

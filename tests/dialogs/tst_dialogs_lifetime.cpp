@@ -91,6 +91,39 @@ private:
     std::function<void()> m_action;
 };
 
+// Does something whenever it is invalidated, which a layout inside of it does last when it is
+// activated, and whenever it is measured.
+class CallingLayout : public QVBoxLayout
+{
+public:
+    using QVBoxLayout::QVBoxLayout;
+
+    void invalidate() override
+    {
+        QVBoxLayout::invalidate();
+        call(onInvalidate);
+    }
+
+    QSize minimumSize() const override
+    {
+        const QSize result = QVBoxLayout::minimumSize();
+        call(onMeasure);
+        return result;
+    }
+
+    std::function<void()> onInvalidate;
+    std::function<void()> onMeasure;
+
+private:
+    // It may be deleted meanwhile.
+    static void call(const std::function<void()> &action)
+    {
+        const std::function<void()> copy = action;
+        if (copy)
+            copy();
+    }
+};
+
 } // namespace
 
 class tst_Dialogs_Lifetime : public QObject
@@ -102,6 +135,9 @@ private Q_SLOTS:
     void boxWithoutItsContentsIsNeutral();
     void boxWithOtherContentsFitsThem();
     void boxWithoutALayoutStaysAsItIs();
+    void layoutMayDeleteTheBoxThatIsSized_data();
+    void layoutMayDeleteTheBoxThatIsSized();
+    void layoutMayDeleteTheBoxThatIsShown();
     void styleMayDeleteTheBox();
     void styleMaySetAnotherIcon();
     void focusSlotMaySetAnotherDefaultButton();
@@ -117,6 +153,7 @@ private Q_SLOTS:
     void oldMoviesEndMaySetAnother();
     void oldMoviesEndMayDeleteTheOverlay();
     void oldMoviesEndMayDeleteTheNewOne();
+    void polishingMayDeleteTheOverlay();
     void raisingMayDeleteTheOverlay();
     void startOfAMovieMayDeleteTheOverlay();
     void startOfAMovieMayDeleteTheOldOne();
@@ -226,6 +263,80 @@ void tst_Dialogs_Lifetime::boxWithoutALayoutStaysAsItIs()
     box.updateSize();
     QCOMPARE(box.size(), size);
     QVERIFY(label->wordWrap());
+}
+
+void tst_Dialogs_Lifetime::layoutMayDeleteTheBoxThatIsSized_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("turn"); // of the contents' layout being activated
+    QTest::addColumn<bool>("whole"); // the box, or only its contents
+    const QString words = QStringLiteral("A sentence of some words. ").repeated(40);
+    for (const bool whole : { false, true }) {
+        const char *const victim = whole ? "box" : "contents";
+        QTest::addRow("%s, first look", victim) << QStringLiteral("Short.") << 1 << whole;
+        QTest::addRow("%s, wrapped text", victim) << words << 2 << whole;
+        QTest::addRow("%s, last time", victim) << QStringLiteral("Short.") << 2 << whole;
+        QTest::addRow("%s, last time of a wrapped text", victim) << words << 3 << whole;
+    }
+}
+
+void tst_Dialogs_Lifetime::layoutMayDeleteTheBoxThatIsSized()
+{
+    QFETCH(QString, text);
+    QFETCH(int, turn);
+    QFETCH(bool, whole);
+    // The contents in a frame of the host's, and in a layout that is never done.
+    const QPointer<Box> box(new Box);
+    box->setText(text);
+    const QPointer<QWidget> contents(box->centralWidget());
+    const QList<QLabel *> labels = contents->findChildren<QLabel *>();
+    delete contents->layout();
+    auto *inside = new CallingLayout(contents);
+    for (QLabel *label : labels)
+        inside->addWidget(label);
+    auto *frame = new QWidget(box);
+    auto *around = new CallingLayout(frame);
+    around->addWidget(contents);
+    box->layout()->addWidget(frame);
+    box->show();
+    contents->show();
+    const QSize size(1234, 567);
+    box->setFixedSize(size);
+    int activated = 0;
+    inside->onMeasure = [&] { inside->invalidate(); };
+    around->onInvalidate = [&] {
+        if (++activated < turn)
+            return;
+        around->onInvalidate = nullptr;
+        if (whole)
+            delete box;
+        else
+            delete contents;
+    };
+    box->updateSize();
+    QCOMPARE(activated, turn);
+    QVERIFY(contents.isNull());
+    QCOMPARE(box.isNull(), whole);
+    if (box)
+        QCOMPARE(box->size(), size);
+    delete box;
+}
+
+void tst_Dialogs_Lifetime::layoutMayDeleteTheBoxThatIsShown()
+{
+    const QPointer<Box> box(new Box);
+    QWidget *const contents = box->centralWidget();
+    auto *frame = new QWidget(box);
+    auto *around = new CallingLayout(frame);
+    around->addWidget(contents);
+    box->layout()->addWidget(frame);
+    box->show();
+    contents->show();
+    around->onInvalidate = [&] { delete box; };
+    // Sent, since Qt itself does not stand that while it shows a widget.
+    QShowEvent event;
+    QCoreApplication::sendEvent(box, &event);
+    QVERIFY(box.isNull());
 }
 
 void tst_Dialogs_Lifetime::styleMayDeleteTheBox()
@@ -439,12 +550,27 @@ void tst_Dialogs_Lifetime::oldMoviesEndMayDeleteTheNewOne()
     QVERIFY(!overlay.movie());
 }
 
+void tst_Dialogs_Lifetime::polishingMayDeleteTheOverlay()
+{
+    QWidget window;
+    window.show();
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    // What a parent hears of last.
+    EventSlot polished(QEvent::ChildPolished, [&] { delete overlay; });
+    window.installEventFilter(&polished);
+    QCOMPARE(overlay->exec(), KestLoadingDialog::Canceled);
+    QVERIFY(overlay.isNull());
+}
+
 void tst_Dialogs_Lifetime::raisingMayDeleteTheOverlay()
 {
     QWidget window;
     QVERIFY(activate(&window));
     const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    QMovie *const movie = newMovie(&window);
+    overlay->setMovie(movie);
     overlay->show();
+    movie->stop();
     QWidget above(&window);
     above.show();
     EventSlot raised(QEvent::ZOrderChange, [&] { delete overlay; });
@@ -453,6 +579,7 @@ void tst_Dialogs_Lifetime::raisingMayDeleteTheOverlay()
     QShowEvent event;
     QCoreApplication::sendEvent(overlay, &event);
     QVERIFY(overlay.isNull());
+    QCOMPARE(movie->state(), QMovie::NotRunning);
 }
 
 void tst_Dialogs_Lifetime::startOfAMovieMayDeleteTheOverlay()

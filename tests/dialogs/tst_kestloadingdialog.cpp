@@ -120,6 +120,7 @@ private Q_SLOTS:
     void focusGoesBackInAWindowThatIsNotActive();
     void focusGoesBackAfterTheWindowWasHidden();
 
+    void overlayIsPolishedBeforeItIsCreated();
     void overlayCoversTheWindow();
     void overlayIsWhereTheHostPutsItUntilTheWindowIsResized();
     void overlayFollowsNoWindowThatItIsNotIn();
@@ -680,6 +681,31 @@ void tst_KestLoadingDialog::focusGoesBackAfterTheWindowWasHidden()
     // Here the window's hiding ends it.
     execAnd(&overlay, [&] { form.hide(); });
     QCOMPARE(form.focusWidget(), form.edits[1]);
+}
+
+void tst_KestLoadingDialog::overlayIsPolishedBeforeItIsCreated()
+{
+    // Writes down whether a widget was there for the window system when it was polished.
+    class Polishings : public QObject
+    {
+    public:
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::Polish)
+                created.append(
+                    static_cast<QWidget *>(watched)->testAttribute(Qt::WA_WState_Created));
+            return false;
+        }
+        QList<bool> created;
+    };
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    Polishings polishings;
+    overlay.installEventFilter(&polishings);
+    for (int i = 0; i < 2; ++i)
+        execAnd(&overlay, [&] { overlay.done(); });
+    QCOMPARE(polishings.created, QList<bool> { false });
 }
 
 void tst_KestLoadingDialog::overlayCoversTheWindow()

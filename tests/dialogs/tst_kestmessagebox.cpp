@@ -122,6 +122,7 @@ private Q_SLOTS:
     void secondConstructorFillsTheBox();
     void secondConstructorsDefaults();
     void layoutHoldsIconTextAndButtons();
+    void messageHasNoMarginsOfItsOwnAnywhere();
 
     void textSettingsAreTheLabels();
     void iconsAreTheStyles_data();
@@ -177,6 +178,8 @@ private Q_SLOTS:
     void shorterTextIsNotWrappedAnyMore();
     void screenIsWrittenOut();
     void hiddenBoxIsNotResized();
+    void measuringLaysTheContentsOut();
+    void sizingLaysOutWhatChangedMeanwhile();
     void boxIsCentredAnewOnEveryShow();
 
     void enterPressesTheDefaultButton();
@@ -185,6 +188,7 @@ private Q_SLOTS:
     void secondShowPutsTheFocusOnAButtonAgain();
     void hiddenDefaultButtonDoesNotTakeTheFocus();
     void inputHiddenMeanwhileLosesTheFocus();
+    void inputDisabledMeanwhileLosesTheFocus();
     void focusOutsideOfTheMessageMovesIntoIt();
     void focusThatTheHostSetStays();
     void letterPressesTheButtonWithThatMnemonic();
@@ -337,6 +341,20 @@ void tst_KestMessageBox::layoutHoldsIconTextAndButtons()
     QVERIFY(iconLabel(box) && textLabel(box) && buttonBox(box));
     box.setText(QStringLiteral("text"));
     QCOMPARE(textLabel(box)->text(), QStringLiteral("text"));
+}
+
+void tst_KestMessageBox::messageHasNoMarginsOfItsOwnAnywhere()
+{
+    Box box;
+    // On a widget of the host's.
+    QLayout *const message = box.centralWidget()->layout()->takeAt(0)->layout();
+    message->setParent(nullptr);
+    QWidget host;
+    host.setLayout(message);
+    QCOMPARE(message->parentWidget(), &host);
+    QCOMPARE(message->contentsMargins(), QMargins());
+    QWidget other;
+    QVERIFY(QHBoxLayout(&other).contentsMargins() != QMargins());
 }
 
 void tst_KestMessageBox::textSettingsAreTheLabels()
@@ -1031,6 +1049,54 @@ void tst_KestMessageBox::hiddenBoxIsNotResized()
     QVERIFY(box.isVisible());
 }
 
+void tst_KestMessageBox::measuringLaysTheContentsOut()
+{
+    Box box(Box::NoIcon, QString(), QStringLiteral("Text"), Box::Ok);
+    box.setIconPixmap(QPixmap(10, 10));
+    box.show();
+    QCOMPARE(iconLabel(box)->width(), 10);
+    const int width = box.layoutMinimumWidth();
+    box.setIconPixmap(QPixmap(30, 10));
+    QCOMPARE(iconLabel(box)->width(), 10);
+    QVERIFY(box.layoutMinimumWidth() >= width);
+    QCOMPARE(iconLabel(box)->width(), 30);
+}
+
+void tst_KestMessageBox::sizingLaysOutWhatChangedMeanwhile()
+{
+    // Knows only when it is measured where its contents go.
+    class Layout : public QVBoxLayout
+    {
+    public:
+        using QVBoxLayout::QVBoxLayout;
+
+        QSize minimumSize() const override
+        {
+            const QSize result = QVBoxLayout::minimumSize();
+            itemAt(0)->setAlignment(alignment);
+            const_cast<Layout *>(this)->invalidate();
+            return result;
+        }
+
+        Qt::Alignment alignment = Qt::AlignLeft;
+    };
+    Box box(Box::NoIcon, QString(50, QLatin1Char('M')), QString(), Box::NoButton);
+    auto *contents = new QWidget;
+    auto *layout = new Layout(contents);
+    auto *inner = new QWidget;
+    inner->setFixedSize(20, 20);
+    layout->addWidget(inner);
+    box.setCentralWidget(contents);
+    box.show();
+    QCoreApplication::processEvents();
+    const QSize size = box.size();
+    const int left = inner->x();
+    layout->alignment = Qt::AlignRight;
+    box.updateSize();
+    QCOMPARE(box.size(), size);
+    QVERIFY(inner->x() > left + 20);
+}
+
 void tst_KestMessageBox::boxIsCentredAnewOnEveryShow()
 {
     QWidget parent;
@@ -1149,6 +1215,28 @@ void tst_KestMessageBox::inputHiddenMeanwhileLosesTheFocus()
     QCOMPARE(box.focusWidget(), input);
     box.hide();
     input->hide();
+    box.show();
+    QCOMPARE(box.focusWidget(), buttonOf(box, Box::Ok));
+}
+
+void tst_KestMessageBox::inputDisabledMeanwhileLosesTheFocus()
+{
+    // Tab is a letter to it, and does not lead away.
+    class Editor : public QLineEdit
+    {
+    protected:
+        bool focusNextPrevChild(bool) override { return true; }
+    };
+    Box box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    auto *input = new Editor;
+    box.centralWidget()->layout()->addWidget(input);
+    input->setFocus();
+    box.show();
+    QCOMPARE(box.focusWidget(), input);
+    box.hide();
+    input->setEnabled(false);
+    QCOMPARE(box.focusWidget(), input);
     box.show();
     QCOMPARE(box.focusWidget(), buttonOf(box, Box::Ok));
 }
