@@ -96,6 +96,7 @@ private Q_SLOTS:
     void nameThatCannotBeClaimedCountsAsTaken();
 
     void bothCataloguesAreInstalled();
+    void hostsCatalogueGoesBeforeQts();
     void emptyLanguageMeansTheSystems();
     void missingCataloguesAreReported();
     void missingHostCatalogueLeavesQtsInstalled();
@@ -103,6 +104,7 @@ private Q_SLOTS:
     void laterLanguageReplacesTheEarlierOne();
     void languageWithoutCataloguesRemovesTheEarlierOnes();
     void removalOfCataloguesIsAnnouncedAtOnce();
+    void qtsCatalogueGoesBeforeItIsReportedAndTheHostsAfter();
     void languageLoadedWhileAnotherIsLoadedWins();
 };
 
@@ -332,6 +334,14 @@ void tst_KestApplication::bothCataloguesAreInstalled()
     QCOMPARE(translated("host"), QStringLiteral("Wirt"));
 }
 
+void tst_KestApplication::hostsCatalogueGoesBeforeQts()
+{
+    for (int i = 0; i < 2; ++i) {
+        application().loadTranslator(QStringLiteral("de"));
+        QCOMPARE(translated("both"), QStringLiteral("beim Wirt"));
+    }
+}
+
 void tst_KestApplication::emptyLanguageMeansTheSystems()
 {
     application().loadTranslator(QStringLiteral("xx"));
@@ -448,6 +458,35 @@ void tst_KestApplication::removalOfCataloguesIsAnnouncedAtOnce()
     application().loadTranslator(QStringLiteral("sv"));
     QCoreApplication::processEvents();
     QCOMPARE(changes.count, 0);
+}
+
+void tst_KestApplication::qtsCatalogueGoesBeforeItIsReportedAndTheHostsAfter()
+{
+    static QStringList heard;
+    heard.clear();
+    class Changes : public QObject
+    {
+    public:
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (watched == qApp && event->type() == QEvent::LanguageChange)
+                heard.append(QStringLiteral("change"));
+            return false;
+        }
+    };
+    application().loadTranslator(QStringLiteral("de"));
+    QCoreApplication::processEvents();
+    Changes changes;
+    qApp->installEventFilter(&changes);
+    const QtMessageHandler old =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) {
+            heard.append(text.section(QLatin1Char(' '), 0, 1));
+        });
+    application().loadTranslator(QStringLiteral("sv"));
+    qInstallMessageHandler(old);
+    QCOMPARE(heard,
+             (QStringList { QStringLiteral("change"), QStringLiteral("translator system"),
+                            QStringLiteral("app translator"), QStringLiteral("change") }));
 }
 
 void tst_KestApplication::languageLoadedWhileAnotherIsLoadedWins()

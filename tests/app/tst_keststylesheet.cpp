@@ -244,6 +244,8 @@ private Q_SLOTS:
     void propertiesAreWrittenRateFirst();
     void otherPropertiesOfAWidgetChangeNothing();
     void walkGoesBelowWidgetsWithoutSheets();
+    void windowsAmongTheChildrenAreScaledToo();
+    void rateIsNotRounded();
     void savedSheetOfAnotherTypeIsReadAsText();
     void rateIsStoredAsItWasGiven();
     void emptyOriginalLeavesALaterSheetAlone();
@@ -613,6 +615,27 @@ void tst_KestStyleSheet::walkGoesBelowWidgetsWithoutSheets()
     KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
     QCOMPARE(below.styleSheet(), QStringLiteral("margin: 3px"));
     QCOMPARE(plainBelow.property("geoRate"), QVariant(1.5));
+}
+
+void tst_KestStyleSheet::windowsAmongTheChildrenAreScaledToo()
+{
+    QWidget top;
+    QWidget window(&top, Qt::Window);
+    QWidget below(&window);
+    window.setStyleSheet(QStringLiteral("margin: 2px"));
+    below.setStyleSheet(QStringLiteral("margin: 4px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(window.styleSheet(), QStringLiteral("margin: 3px"));
+    QCOMPARE(below.styleSheet(), QStringLiteral("margin: 6px"));
+}
+
+void tst_KestStyleSheet::rateIsNotRounded()
+{
+    QWidget top;
+    QWidget child(&top);
+    child.setStyleSheet(QStringLiteral("margin: 10000px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.2345, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 12345px"));
 }
 
 void tst_KestStyleSheet::savedSheetOfAnotherTypeIsReadAsText()

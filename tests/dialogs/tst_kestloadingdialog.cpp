@@ -12,6 +12,8 @@
 #include <QtCore/QTimer>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QMovie>
+#include <QtGui/QWindow>
+#include <QtGui/qpa/qwindowsysteminterface.h>
 #include <QtTest/QTest>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
@@ -88,8 +90,11 @@ private Q_SLOTS:
     void doneReturnsDone();
     void cancelReturnsCanceled();
     void endIsAsynchronous();
+    void endComesAfterWhatWasTimedBefore();
     void lastCallBeforeTheEndWins();
     void overlayIsHiddenAfterwards();
+    void endIsNoClosing();
+    void inputThatCameBeforeTheEndIsHandled();
     void runsAgainFromTheBeginning();
     void doneWithoutExecIsForgotten();
     void execWhileRunningReturnsAtOnce();
@@ -122,6 +127,8 @@ private Q_SLOTS:
 
     void overlayIsPolishedBeforeItIsCreated();
     void overlayCoversTheWindow();
+    void hiddenOverlayFollowsTheWindowToo();
+    void everyShowCoversTheWindowAnew();
     void overlayIsWhereTheHostPutsItUntilTheWindowIsResized();
     void overlayFollowsNoWindowThatItIsNotIn();
     void overlayLiesAboveItsSiblings();
@@ -137,6 +144,7 @@ private Q_SLOTS:
     void nullMovieShowsNone();
     void movieWithAParentKeepsIt();
     void sharedMovieRunsWhileOneOverlayShowsIt();
+    void pausedMovieRunsOnWhenItIsShown();
 
     void withoutAWindowItCoversNothing();
 };
@@ -260,6 +268,24 @@ void tst_KestLoadingDialog::endIsAsynchronous()
     QVERIFY(visible);
 }
 
+void tst_KestLoadingDialog::endComesAfterWhatWasTimedBefore()
+{
+    Window window;
+    window.show();
+    for (const bool done : { false, true }) {
+        KestLoadingDialog overlay(&window);
+        bool visible = false;
+        execAnd(&overlay, [&] {
+            QTimer::singleShot(0, &overlay, [&] { visible = overlay.isVisible(); });
+            if (done)
+                overlay.done();
+            else
+                overlay.cancel();
+        });
+        QVERIFY(visible);
+    }
+}
+
 void tst_KestLoadingDialog::lastCallBeforeTheEndWins()
 {
     Window window;
@@ -271,6 +297,14 @@ void tst_KestLoadingDialog::lastCallBeforeTheEndWins()
         overlay.done();
     });
     QCOMPARE(result, KestLoadingDialog::Done);
+    // Escape is such a call.
+    overlay.setCancelEnable(true);
+    QCOMPARE(execAnd(&overlay,
+                     [&] {
+                         overlay.done();
+                         QTest::keyClick(&overlay, Qt::Key_Escape);
+                     }),
+             KestLoadingDialog::Canceled);
 }
 
 void tst_KestLoadingDialog::overlayIsHiddenAfterwards()
@@ -286,6 +320,44 @@ void tst_KestLoadingDialog::overlayIsHiddenAfterwards()
     QVERIFY(visible);
     QVERIFY(!overlay.isVisible());
     QVERIFY(overlay.isHidden());
+}
+
+void tst_KestLoadingDialog::endIsNoClosing()
+{
+    Window window;
+    window.show();
+    const QPointer<KestLoadingDialog> overlay(new KestLoadingDialog(&window));
+    overlay->setAttribute(Qt::WA_DeleteOnClose);
+    QCOMPARE(execAnd(overlay, [&] { overlay->done(); }), KestLoadingDialog::Done);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!overlay.isNull());
+}
+
+void tst_KestLoadingDialog::inputThatCameBeforeTheEndIsHandled()
+{
+    // Types a letter when the overlay is hidden.
+    class Typist : public QObject
+    {
+    public:
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::Hide) {
+                QWindow *const window = static_cast<QWidget *>(watched)->window()->windowHandle();
+                for (const QEvent::Type type : { QEvent::KeyPress, QEvent::KeyRelease })
+                    QWindowSystemInterface::handleKeyEvent(window, type, Qt::Key_X, Qt::NoModifier,
+                                                           QStringLiteral("x"));
+            }
+            return false;
+        }
+    };
+    Form form;
+    QVERIFY(form.activate());
+    form.edits[1]->setFocus();
+    KestLoadingDialog overlay(&form);
+    Typist typist;
+    overlay.installEventFilter(&typist);
+    execAnd(&overlay, [&] { overlay.done(); });
+    QCOMPARE(form.edits[1]->text(), QStringLiteral("x"));
 }
 
 void tst_KestLoadingDialog::runsAgainFromTheBeginning()
@@ -324,7 +396,7 @@ void tst_KestLoadingDialog::execWhileRunningReturnsAtOnce()
     KestLoadingDialog::Result inner = KestLoadingDialog::Done;
     const KestLoadingDialog::Result outer = execAnd(&overlay, [&] {
         inner = overlay.exec();
-        overlay.done();
+        QTimer::singleShot(20, &overlay, &KestLoadingDialog::done);
     });
     QCOMPARE(inner, KestLoadingDialog::Canceled);
     QCOMPARE(outer, KestLoadingDialog::Done);
@@ -492,6 +564,13 @@ void tst_KestLoadingDialog::escapeCancelsWhenEnabled()
                      }),
              KestLoadingDialog::Canceled);
     QVERIFY(still); // it ends once the key is through
+    // Whatever is held down with it.
+    QCOMPARE(execAnd(&overlay,
+                     [&] {
+                         QTest::keyClick(&overlay, Qt::Key_Escape, Qt::ShiftModifier);
+                         QTimer::singleShot(30, &overlay, &KestLoadingDialog::done);
+                     }),
+             KestLoadingDialog::Canceled);
 }
 
 void tst_KestLoadingDialog::escapeDoesNothingWhenDisabled()
@@ -524,11 +603,15 @@ void tst_KestLoadingDialog::otherKeysAreSwallowed()
     execAnd(&overlay, [&] {
         for (const Qt::Key key : { Qt::Key_A, Qt::Key_Return, Qt::Key_Space, Qt::Key_Tab })
             QTest::keyClick(&overlay, key);
+        overlay.setCancelEnable(false);
+        QTest::keyClick(&overlay, Qt::Key_Escape);
         QCoreApplication::processEvents();
         running = overlay.isVisible();
         overlay.done();
     });
     QVERIFY(running);
+    overlay.setCancelEnable(true);
+    execAnd(&overlay, [&] { QTest::keyClick(&overlay, Qt::Key_Escape); });
     QCOMPARE(window.keys, 0);
 }
 
@@ -678,6 +761,15 @@ void tst_KestLoadingDialog::focusGoesBackAfterTheWindowWasHidden()
     QCOMPARE(form.focusWidget(), &overlay);
     overlay.hide();
     QCOMPARE(form.focusWidget(), form.edits[1]);
+    // Who had it when the overlay took it the last time has it again.
+    overlay.show();
+    form.edits[2]->setFocus();
+    form.hide();
+    form.show();
+    QCOMPARE(form.focusWidget(), &overlay);
+    overlay.hide();
+    QCOMPARE(form.focusWidget(), form.edits[2]);
+    form.edits[1]->setFocus();
     // Here the window's hiding ends it.
     execAnd(&overlay, [&] { form.hide(); });
     QCOMPARE(form.focusWidget(), form.edits[1]);
@@ -735,6 +827,31 @@ void tst_KestLoadingDialog::overlayCoversTheWindow()
     QVERIFY(qAbs(label.center().y() - later.center().y()) <= 1);
 }
 
+void tst_KestLoadingDialog::hiddenOverlayFollowsTheWindowToo()
+{
+    Window window;
+    window.show();
+    const KestLoadingDialog overlay(&window);
+    window.resize(321, 234);
+    QVERIFY(overlay.isHidden());
+    QCOMPARE(overlay.geometry(), QRect(0, 0, 321, 234));
+}
+
+void tst_KestLoadingDialog::everyShowCoversTheWindowAnew()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    for (int i = 0; i < 2; ++i) {
+        execAnd(&overlay, [&] { overlay.done(); });
+        QCOMPARE(overlay.geometry(), window.rect());
+        overlay.move(20, 30);
+    }
+    overlay.resize(20, 30);
+    overlay.show();
+    QCOMPARE(overlay.geometry(), window.rect());
+}
+
 void tst_KestLoadingDialog::overlayIsWhereTheHostPutsItUntilTheWindowIsResized()
 {
     Window window;
@@ -782,6 +899,14 @@ void tst_KestLoadingDialog::overlayLiesAboveItsSiblings()
     });
     QVERIFY(top != later);
     QVERIFY(top == &overlay || overlay.isAncestorOf(top));
+    // What the host puts above it stays there, whatever becomes of the window.
+    execAnd(&overlay, [&] {
+        later->raise();
+        window.resize(500, 350);
+        top = window.childAt(120, 110);
+        overlay.done();
+    });
+    QCOMPARE(top, later);
 }
 
 void tst_KestLoadingDialog::overlayKeepsInsideOfAShellsMargins_data()
@@ -907,6 +1032,11 @@ void tst_KestLoadingDialog::newMovieRunsWhileVisible()
     QCOMPARE(overlay.movie()->state(), QMovie::Running);
     overlay.setMovie(new QMovie(QString::fromLatin1(LoadingGif)));
     QCOMPARE(overlay.movie()->state(), QMovie::Running);
+    // It is not seen either while the window is hidden.
+    window.hide();
+    QCOMPARE(overlay.movie()->state(), QMovie::NotRunning);
+    window.show();
+    QCOMPARE(overlay.movie()->state(), QMovie::Running);
 }
 
 void tst_KestLoadingDialog::sameMovieIsKept()
@@ -968,6 +1098,29 @@ void tst_KestLoadingDialog::sharedMovieRunsWhileOneOverlayShowsIt()
     QCOMPARE(shared->state(), QMovie::Running);
     second.hide();
     QCOMPARE(shared->state(), QMovie::NotRunning);
+    // An overlay of a hidden window shows none.
+    first.show();
+    second.show();
+    other.hide();
+    QCOMPARE(shared->state(), QMovie::Running);
+    QVERIFY(!second.isHidden());
+    first.hide();
+    QCOMPARE(shared->state(), QMovie::NotRunning);
+}
+
+void tst_KestLoadingDialog::pausedMovieRunsOnWhenItIsShown()
+{
+    Window window;
+    window.show();
+    KestLoadingDialog overlay(&window);
+    QMovie *const movie = overlay.movie();
+    movie->start();
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(movie->jumpToNextFrame());
+    movie->setPaused(true);
+    overlay.show();
+    QCOMPARE(movie->state(), QMovie::Running);
+    QCOMPARE(movie->currentFrameNumber(), 3); // and not from the beginning
 }
 
 void tst_KestLoadingDialog::withoutAWindowItCoversNothing()

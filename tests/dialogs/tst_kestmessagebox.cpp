@@ -24,8 +24,10 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QVBoxLayout>
 
 #include <functional>
@@ -100,6 +102,26 @@ private:
     const QRect m_before = QGuiApplication::primaryScreen()->geometry();
 };
 
+// Has a pixmap of its own for all icons, and writes down which it was asked for.
+class RecordingStyle : public QProxyStyle
+{
+public:
+    using QProxyStyle::QProxyStyle;
+
+    QPixmap standardPixmap(StandardPixmap pixmap, const QStyleOption *option,
+                           const QWidget *widget) const override
+    {
+        asked.append(pixmap);
+        toldMore = toldMore || option || widget;
+        QPixmap result(3, 5);
+        result.fill(Qt::magenta);
+        return result;
+    }
+
+    mutable QList<StandardPixmap> asked;
+    mutable bool toldMore = false;
+};
+
 const Box::StandardButton AllButtons[] = {
     Box::Ok,     Box::Save,    Box::SaveAll, Box::Open,  Box::Yes,    Box::YesToAll,
     Box::No,     Box::NoToAll, Box::Abort,   Box::Retry, Box::Ignore, Box::Close,
@@ -127,6 +149,8 @@ private Q_SLOTS:
     void textSettingsAreTheLabels();
     void iconsAreTheStyles_data();
     void iconsAreTheStyles();
+    void outermostStyleIsAskedForTheIcon();
+    void sameIconAgainIsThatOfTheStyleByNow();
     void noIconKeepsThePixmap();
     void pixmapTakesTheIconsPlace();
 
@@ -149,6 +173,7 @@ private Q_SLOTS:
     void rolesClose_data();
     void rolesClose();
     void clickIsRecordedBeforeTheBoxCloses();
+    void closingButtonsCallWhatAHostOverrides();
     void clickIsKeptForTheNextShow();
 
     void escapeButton_data();
@@ -178,9 +203,13 @@ private Q_SLOTS:
     void shorterTextIsNotWrappedAnyMore();
     void screenIsWrittenOut();
     void hiddenBoxIsNotResized();
+    void onlyStandardButtonsResizeTheOpenBox_data();
+    void onlyStandardButtonsResizeTheOpenBox();
+    void tallerTitleBarMakesTheBoxTaller();
     void measuringLaysTheContentsOut();
     void sizingLaysOutWhatChangedMeanwhile();
     void boxIsCentredAnewOnEveryShow();
+    void restoredBoxIsSizedAnew();
 
     void enterPressesTheDefaultButton();
     void firstFocusIsOnTheButtonThatEnterPresses_data();
@@ -390,6 +419,29 @@ void tst_KestMessageBox::iconsAreTheStyles()
     QCOMPARE(iconLabel(box)->pixmap(Qt::ReturnByValue).toImage(), expected.toImage());
 }
 
+void tst_KestMessageBox::outermostStyleIsAskedForTheIcon()
+{
+    auto *inner = QStyleFactory::create(QStringLiteral("fusion"));
+    const RecordingStyle outer(inner);
+    Box box;
+    box.setStyle(inner);
+    box.setIcon(Box::Warning);
+    QCOMPARE(outer.asked, QList<QStyle::StandardPixmap> { QStyle::SP_MessageBoxWarning });
+    QVERIFY(!outer.toldMore);
+    QCOMPARE(iconLabel(box)->pixmap(Qt::ReturnByValue).size(), QSize(3, 5));
+}
+
+void tst_KestMessageBox::sameIconAgainIsThatOfTheStyleByNow()
+{
+    const RecordingStyle other(QStyleFactory::create(QStringLiteral("fusion")));
+    Box box;
+    box.setIcon(Box::Warning);
+    QVERIFY(iconLabel(box)->pixmap(Qt::ReturnByValue).size() != QSize(3, 5));
+    box.setStyle(const_cast<RecordingStyle *>(&other));
+    box.setIcon(Box::Warning);
+    QCOMPARE(iconLabel(box)->pixmap(Qt::ReturnByValue).size(), QSize(3, 5));
+}
+
 void tst_KestMessageBox::noIconKeepsThePixmap()
 {
     Box box;
@@ -496,6 +548,13 @@ void tst_KestMessageBox::removedButtonsLiveOn()
     QVERIFY(buttonBox(box)->buttons().isEmpty());
     QCOMPARE(box.clickedButton(), button); // not cleared
     delete button;
+
+    // Nor is the escape button.
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    QCOMPARE(box.standardButton(nullptr), Box::Cancel);
+    const QScopedPointer<QPushButton> cancel(buttonOf(box, Box::Cancel));
+    box.removeButton(cancel.data());
+    QCOMPARE(box.standardButton(nullptr), Box::NoButton);
 }
 
 void tst_KestMessageBox::removedButtonThatDiesIsForgotten()
@@ -624,6 +683,24 @@ void tst_KestMessageBox::clickIsRecordedBeforeTheBoxCloses()
     QCOMPARE(seen, buttonOf(box, Box::Ok));
 }
 
+void tst_KestMessageBox::closingButtonsCallWhatAHostOverrides()
+{
+    class Asking : public Box
+    {
+    public:
+        void accept() override { calls += QStringLiteral("accept "); }
+        void reject() override { calls += QStringLiteral("reject "); }
+        QString calls;
+    };
+    Asking box;
+    box.setStandardButtons(Box::Ok | Box::Cancel);
+    box.show();
+    buttonOf(box, Box::Ok)->click();
+    buttonOf(box, Box::Cancel)->click();
+    QCOMPARE(box.calls, QStringLiteral("accept reject "));
+    QVERIFY(box.isVisible());
+}
+
 void tst_KestMessageBox::clickIsKeptForTheNextShow()
 {
     Box box;
@@ -652,6 +729,8 @@ void tst_KestMessageBox::escapeButton_data()
     row("reject role", Box::Ok | Box::Close, Box::Close);
     row("reject before no", Box::No | Box::Abort | Box::Yes, Box::Abort);
     row("no role", Box::Yes | Box::No, Box::No);
+    row("first of the reject role", Box::Ok | Box::Close | Box::Abort, Box::Abort);
+    row("first of the no role", Box::Yes | Box::NoToAll | Box::No, Box::No);
     row("nothing fits", Box::Ok | Box::Apply, Box::NoButton);
     row("yes and discard", Box::Yes | Box::Discard, Box::NoButton);
 }
@@ -1049,6 +1128,60 @@ void tst_KestMessageBox::hiddenBoxIsNotResized()
     QVERIFY(box.isVisible());
 }
 
+void tst_KestMessageBox::onlyStandardButtonsResizeTheOpenBox_data()
+{
+    QTest::addColumn<QString>("change");
+    for (const char *change : { "title", "text", "icon", "pixmap", "standard button", "own button",
+                                "button with a text", "removed button" })
+        QTest::newRow(change) << QString::fromLatin1(change);
+}
+
+void tst_KestMessageBox::onlyStandardButtonsResizeTheOpenBox()
+{
+    QFETCH(QString, change);
+    const QString wide(40, QLatin1Char('M'));
+    Box box(Box::NoIcon, QString(), QStringLiteral("x"), Box::Ok);
+    QPushButton *const first = box.addButton(wide, Box::ActionRole);
+    if (change != QLatin1String("removed button"))
+        delete first;
+    box.show();
+    const QSize size = box.size();
+    if (change == QLatin1String("title"))
+        box.setWindowTitle(wide);
+    else if (change == QLatin1String("text"))
+        box.setText(wide);
+    else if (change == QLatin1String("icon"))
+        box.setIcon(Box::Warning);
+    else if (change == QLatin1String("pixmap"))
+        box.setIconPixmap(QPixmap(300, 200));
+    else if (change == QLatin1String("standard button"))
+        box.addButton(Box::RestoreDefaults);
+    else if (change == QLatin1String("own button"))
+        box.addButton(new QPushButton(wide), Box::ActionRole);
+    else if (change == QLatin1String("button with a text"))
+        box.addButton(wide, Box::ActionRole);
+    else
+        box.removeButton(first);
+    QCOMPARE(box.size(), size);
+    if (change == QLatin1String("removed button"))
+        delete first;
+    QCoreApplication::processEvents();
+    QCOMPARE(box.size(), size);
+    box.updateSize();
+    QVERIFY(box.size() != size);
+}
+
+void tst_KestMessageBox::tallerTitleBarMakesTheBoxTaller()
+{
+    const auto heightWith = [](int titleBar) {
+        Box box(Box::NoIcon, QString(), QStringLiteral("x"), Box::Ok);
+        box.titleBar()->setFixedHeight(titleBar);
+        box.show();
+        return box.height();
+    };
+    QCOMPARE(heightWith(75) - heightWith(50), 25);
+}
+
 void tst_KestMessageBox::measuringLaysTheContentsOut()
 {
     Box box(Box::NoIcon, QString(), QStringLiteral("Text"), Box::Ok);
@@ -1112,6 +1245,18 @@ void tst_KestMessageBox::boxIsCentredAnewOnEveryShow()
     box.show();
     QVERIFY(!box.testAttribute(Qt::WA_Moved));
     QCOMPARE(box.pos(), first);
+}
+
+void tst_KestMessageBox::restoredBoxIsSizedAnew()
+{
+    Box box(Box::NoIcon, QString(), QStringLiteral("x"), Box::Ok);
+    box.show();
+    const QSize size = box.size();
+    box.setText(QString(40, QLatin1Char('M')));
+    QShowEvent restored;
+    QSpontaneKeyEvent::setSpontaneous(&restored);
+    qApp->notify(&box, &restored);
+    QVERIFY(box.width() > size.width());
 }
 
 void tst_KestMessageBox::enterPressesTheDefaultButton()
@@ -1273,18 +1418,21 @@ void tst_KestMessageBox::letterPressesTheButtonWithThatMnemonic()
     QPushButton *const cyrillic = box.addButton(QStringLiteral("&\u0414\u0430"), Box::ActionRole);
     QPushButton *const none = box.addButton(QStringLiteral("Third && last"), Box::ActionRole);
     none->setShortcut(QStringLiteral("Ctrl+T"));
+    QPushButton *const number = box.addButton(QStringLiteral("&7 times"), Box::ActionRole);
     box.show();
     box.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&box));
     QSignalSpy thirdClicked(none, &QPushButton::clicked);
 
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_E);
-    QTRY_COMPARE(box.clickedButton(), second);
+    QCOMPARE(box.clickedButton(), second);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ShiftModifier);
-    QTRY_COMPARE(box.clickedButton(), first);
+    QCOMPARE(box.clickedButton(), first);
     QKeyEvent de(QEvent::KeyPress, 0x0414, Qt::NoModifier, QStringLiteral("\u0434"));
     QCoreApplication::sendEvent(QApplication::focusWidget(), &de);
-    QTRY_COMPARE(box.clickedButton(), cyrillic);
+    QCOMPARE(box.clickedButton(), cyrillic);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_7, Qt::KeypadModifier);
+    QCOMPARE(box.clickedButton(), number);
 
     // No mnemonics, or no plain letters.
     for (const Qt::Key key : { Qt::Key_T, Qt::Key_S, Qt::Key_L, Qt::Key_Ampersand, Qt::Key_F5 })
@@ -1295,7 +1443,7 @@ void tst_KestMessageBox::letterPressesTheButtonWithThatMnemonic()
     QKeyEvent held(QEvent::KeyPress, Qt::Key_E, Qt::NoModifier, QStringLiteral("e"), true);
     QCoreApplication::sendEvent(QApplication::focusWidget(), &held);
     QTest::qWait(150);
-    QCOMPARE(box.clickedButton(), cyrillic);
+    QCOMPARE(box.clickedButton(), number);
     QCOMPARE(thirdClicked.count(), 0);
     QVERIFY(box.isVisible());
 }
@@ -1359,6 +1507,13 @@ void tst_KestMessageBox::copyTakesTitleTextAndButtons()
     QCOMPARE(QGuiApplication::clipboard()->text().split(QLatin1Char('\n')), expected);
     QVERIFY(box.isVisible());
     QVERIFY(!box.clickedButton());
+
+    // The same of a box that is not open.
+    box.hide();
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+    QCoreApplication::sendEvent(&box, &copy);
+    QCOMPARE(QGuiApplication::clipboard()->text().split(QLatin1Char('\n')), expected);
 }
 
 void tst_KestMessageBox::copiedTextIsPlain_data()
@@ -1425,17 +1580,24 @@ void tst_KestMessageBox::screenReaderFindsTextAndButtons()
 void tst_KestMessageBox::screenReaderIsAlertedOnShow()
 {
     static QList<QObject *> alerted;
+    static QList<QPoint> places; // of the box, meanwhile
     alerted.clear();
+    places.clear();
     // As when a screen reader is there.
     QPlatformAccessibility *const platform =
         QGuiApplicationPrivate::platformIntegration()->accessibility();
     platform->setActive(true);
     const QAccessible::UpdateHandler old =
         QAccessible::installUpdateHandler([](QAccessibleEvent *event) {
-            if (event->type() == QAccessible::Alert)
-                alerted.append(event->object());
+            if (event->type() != QAccessible::Alert)
+                return;
+            alerted.append(event->object());
+            places.append(static_cast<QWidget *>(event->object())->pos());
         });
-    Box box(Box::Warning, QStringLiteral("Title"), QStringLiteral("Careful."), Box::Ok);
+    QWidget parent;
+    parent.setGeometry(200, 200, 400, 300);
+    parent.show();
+    Box box(Box::Warning, QStringLiteral("Title"), QStringLiteral("Careful."), Box::Ok, &parent);
     const int beforeShow = alerted.size();
     box.show();
     const int afterShow = alerted.size();
@@ -1445,6 +1607,7 @@ void tst_KestMessageBox::screenReaderIsAlertedOnShow()
     qApp->notify(&box, &restored);
     const int afterRestoring = alerted.size();
     box.hide();
+    parent.move(300, 300);
     box.show();
     QAccessible::installUpdateHandler(old);
     platform->setActive(false);
@@ -1452,6 +1615,8 @@ void tst_KestMessageBox::screenReaderIsAlertedOnShow()
     QCOMPARE(afterShow, 1);
     QCOMPARE(afterRestoring, 1);
     QCOMPARE(alerted, (QList<QObject *> { &box, &box }));
+    QCOMPARE(places.last(), box.pos());
+    QVERIFY(places.first() != places.last());
 }
 
 void tst_KestMessageBox::titleIsMeasuredInTheFontOfTitles()

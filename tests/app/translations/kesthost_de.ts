@@ -7,5 +7,9 @@
         <source>host</source>
         <translation>Wirt</translation>
     </message>
+    <message>
+        <source>both</source>
+        <translation>beim Wirt</translation>
+    </message>
 </context>
 </TS>

@@ -7,5 +7,9 @@
         <source>toolkit</source>
         <translation>Werkzeug</translation>
     </message>
+    <message>
+        <source>both</source>
+        <translation>im Werkzeug</translation>
+    </message>
 </context>
 </TS>
