@@ -15,6 +15,7 @@
 #include <QtCore/QTimer>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDialog>
 
 namespace {
@@ -60,15 +61,33 @@ private:
     bool m_ok;
 };
 
+void writePages(Writer *writer, GalleryWindow *window)
+{
+    for (int i = 0; i < window->pageCount(); ++i) {
+        window->setCurrentPage(i);
+        const QString name = QStringLiteral("page-") + window->page(i)->windowTitle();
+        writer->write(window, name);
+        if (auto *dark = window->page(i)->findChild<QCheckBox *>(QStringLiteral("darkGround"))) {
+            dark->setChecked(true);
+            writer->write(window, name + QStringLiteral("-dark"));
+            dark->setChecked(false);
+        }
+    }
+}
+
 } // namespace
+
+bool writePages(GalleryWindow *window, const QString &folder)
+{
+    Writer writer(folder);
+    writePages(&writer, window);
+    return writer.ok();
+}
 
 bool writeScreenshots(GalleryWindow *window, const QString &folder)
 {
     Writer writer(folder);
-    for (int i = 0; i < window->pageCount(); ++i) {
-        window->setCurrentPage(i);
-        writer.write(window, QStringLiteral("page-") + window->page(i)->windowTitle());
-    }
+    writePages(&writer, window);
 
     const QList<QDialog *> dialogs =
         DialogsPage::createDialogs(window) + MessageBoxPage::createDialogs(window);

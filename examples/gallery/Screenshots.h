@@ -12,4 +12,7 @@ class GalleryWindow;
     where it is missing. Returns whether all were written. */
 bool writeScreenshots(GalleryWindow *window, const QString &folder);
 
+/*! Writes those of the pages alone, as \a window looks now. */
+bool writePages(GalleryWindow *window, const QString &folder);
+
 #endif // SCREENSHOTS_H

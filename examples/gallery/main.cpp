@@ -8,6 +8,7 @@
 #include "KestApplication.h"
 
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QSettings>
 
 #include <cstring>
 
@@ -44,6 +45,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 #endif
     KestApplication app(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("KestWidgets"));
     QCoreApplication::setApplicationName(QStringLiteral("kest-gallery"));
     QCoreApplication::setApplicationVersion(QStringLiteral("2.0.6.1"));
 
@@ -60,7 +62,7 @@ int main(int argc, char *argv[])
         QStringLiteral("Write a picture of every widget in every state to <file> and exit."),
         QStringLiteral("file"));
     const QCommandLineOption theme(QStringLiteral("theme"),
-                                   QStringLiteral("The contact sheet's theme: default, tool or "
+                                   QStringLiteral("The theme at first: default, tool or "
                                                   "\"kest blue\"."),
                                    QStringLiteral("name"), QStringLiteral("default"));
     const QCommandLineOption sheet(QStringLiteral("sheet"),
@@ -68,22 +70,34 @@ int main(int argc, char *argv[])
                                                   "several are joined."),
                                    QStringLiteral("file"));
     const QCommandLineOption scale(QStringLiteral("scale"),
-                                   QStringLiteral("The contact sheet's scale in percent."),
+                                   QStringLiteral("The scale at first, in percent."),
                                    QStringLiteral("percent"), QStringLiteral("100"));
     parser.addOptions({ screenshots, sheetFile, theme, sheet, scale });
     parser.process(app);
 
+    const int percent = parser.value(scale).toInt();
+    const Theme look = parser.isSet(sheet) ? Theme::fromFiles(parser.values(sheet))
+                                           : Theme::named(parser.value(theme));
     if (parser.isSet(sheetFile)) {
-        const double rate = parser.value(scale).toInt() / 100.0;
-        const Theme look = parser.isSet(sheet) ? Theme::fromFiles(parser.values(sheet))
-                                               : Theme::named(parser.value(theme));
+        const double rate = percent / 100.0;
         look.apply(rate);
         return contactSheet(rate).save(parser.value(sheetFile)) ? 0 : 1;
     }
 
     GalleryWindow window;
+    const bool chosen = parser.isSet(theme) || parser.isSet(sheet) || parser.isSet(scale);
+    if (chosen)
+        window.setLook(look, percent);
+    if (parser.isSet(screenshots)) {
+        window.resize(window.size() * percent / 100);
+        window.show();
+        const QString folder = parser.value(screenshots);
+        return (chosen ? writePages(&window, folder) : writeScreenshots(&window, folder)) ? 0 : 1;
+    }
+    QSettings settings;
+    window.restorePlace(settings);
     window.show();
-    if (parser.isSet(screenshots))
-        return writeScreenshots(&window, parser.value(screenshots)) ? 0 : 1;
-    return QCoreApplication::exec();
+    const int result = QCoreApplication::exec();
+    window.savePlace(&settings);
+    return result;
 }

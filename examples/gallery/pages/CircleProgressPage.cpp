@@ -3,6 +3,7 @@
 
 #include "CircleProgressPage.h"
 
+#include "Ground.h"
 #include "PropertyForm.h"
 
 #include "KestCircleProgressBar.h"
@@ -26,11 +27,10 @@ void addState(QGridLayout *grid, int index, KestCircleProgressBar *bar)
     grid->addWidget(bar, index / StateColumns, index % StateColumns);
 }
 
-QWidget *createStates()
+QGroupBox *createStates()
 {
     auto *box = new QGroupBox(Page::tr("States"));
     box->setObjectName(QStringLiteral("states"));
-    showOnPaper(box);
     auto *grid = new QGridLayout(box);
     const int values[] = { 0, 24, 75, 100 };
     for (int i = 0; i < 4; ++i) {
@@ -71,14 +71,16 @@ CircleProgressPage::CircleProgressPage(QWidget *parent) : QWidget(parent)
     form->addRow(tr("Busy"), busy);
 
     auto *preview = new QGroupBox(tr("Preview"));
-    showOnPaper(preview);
     auto *previewLayout = new QVBoxLayout(preview);
     previewLayout->addWidget(bar, 1);
     previewLayout->addWidget(slider);
 
+    QGroupBox *const states = createStates();
+    form->addRow(tr("Dark ground"), createGroundSwitch({ preview, states }));
+
     auto *left = new QVBoxLayout;
     left->addWidget(preview, 1);
-    left->addWidget(createStates());
+    left->addWidget(states);
     auto *layout = new QHBoxLayout(this);
     layout->addLayout(left, 1);
     layout->addWidget(form);

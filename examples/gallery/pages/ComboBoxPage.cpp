@@ -3,6 +3,8 @@
 
 #include "ComboBoxPage.h"
 
+#include "FormRow.h"
+
 #include "KestComboBox.h"
 
 #include <QtCore/QTime>
@@ -30,14 +32,14 @@ QWidget *createStates()
     auto *group = new QGroupBox(Page::tr("States"));
     group->setObjectName(QStringLiteral("states"));
     auto *layout = new QFormLayout(group);
-    layout->addRow(Page::tr("Enabled"), createBox());
+    addFormRow(layout, Page::tr("Enabled"), createBox());
     KestComboBox *editable = createBox();
     editable->setEditable(true);
-    layout->addRow(Page::tr("Editable"), editable);
+    addFormRow(layout, Page::tr("Editable"), editable);
     KestComboBox *disabled = createBox();
     disabled->setEnabled(false);
-    layout->addRow(Page::tr("Disabled"), disabled);
-    layout->addRow(Page::tr("Empty"), new KestComboBox);
+    addFormRow(layout, Page::tr("Disabled"), disabled);
+    addFormRow(layout, Page::tr("Empty"), new KestComboBox);
     return group;
 }
 
@@ -72,9 +74,9 @@ ComboBoxPage::ComboBoxPage(QWidget *parent) : QWidget(parent)
     visibleItems->setValue(box->maxVisibleItems());
     connect(visibleItems, qOverload<int>(&QSpinBox::valueChanged), box,
             &QComboBox::setMaxVisibleItems);
-    form->addRow(tr("Editable"), editable);
-    form->addRow(tr("Enabled"), enabled);
-    form->addRow(tr("Visible items"), visibleItems);
+    addFormRow(form, tr("Editable"), editable);
+    addFormRow(form, tr("Enabled"), enabled);
+    addFormRow(form, tr("Visible items"), visibleItems);
 
     auto *left = new QVBoxLayout;
     left->addWidget(preview);

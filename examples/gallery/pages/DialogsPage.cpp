@@ -3,6 +3,8 @@
 
 #include "DialogsPage.h"
 
+#include "FormRow.h"
+
 #include "KestDialog.h"
 
 #include <QtCore/QScopedPointer>
@@ -33,8 +35,8 @@ QDialog *createConnectionForm()
     auto *port = new QSpinBox;
     port->setRange(1, 65535);
     port->setValue(8080);
-    fields->addRow(DialogsPage::tr("&Name:"), name);
-    fields->addRow(DialogsPage::tr("&Port:"), port);
+    addFormRow(fields, DialogsPage::tr("&Name:"), name);
+    addFormRow(fields, DialogsPage::tr("&Port:"), port);
     fields->addRow(QString(), new QCheckBox(DialogsPage::tr("&Connect at start")));
     layout->addLayout(fields);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);

@@ -3,6 +3,8 @@
 
 #include "IPAddressPage.h"
 
+#include "FormRow.h"
+
 #include "KestIPAddressEdit.h"
 
 #include <QAction>
@@ -50,16 +52,16 @@ QWidget *createStates()
     auto *group = new QGroupBox(Page::tr("States"));
     group->setObjectName(QStringLiteral("states"));
     auto *layout = new QFormLayout(group);
-    layout->addRow(Page::tr("Address"), createEdit(QStringLiteral("192.168.0.1")));
-    layout->addRow(Page::tr("Empty"), new KestIPAddressEdit);
+    addFormRow(layout, Page::tr("Address"), createEdit(QStringLiteral("192.168.0.1")));
+    addFormRow(layout, Page::tr("Empty"), new KestIPAddressEdit);
     KestIPAddressEdit *readOnly = createEdit(QStringLiteral("10.0.0.138"));
     readOnly->setReadOnly(true);
-    layout->addRow(Page::tr("Read-only"), readOnly);
+    addFormRow(layout, Page::tr("Read-only"), readOnly);
     KestIPAddressEdit *disabled = createEdit(QStringLiteral("127.0.0.1"));
     disabled->setEnabled(false);
-    layout->addRow(Page::tr("Disabled"), disabled);
+    addFormRow(layout, Page::tr("Disabled"), disabled);
     auto *line = new QLineEdit(QStringLiteral("192.168.0.1"));
-    layout->addRow(Page::tr("A line edit"), line);
+    addFormRow(layout, Page::tr("A line edit"), line);
     return group;
 }
 
@@ -83,9 +85,9 @@ IPAddressPage::IPAddressPage(QWidget *parent) : QWidget(parent)
 
     auto *preview = new QGroupBox(tr("Preview"));
     auto *form = new QFormLayout(preview);
-    form->addRow(tr("Address"), edit);
-    form->addRow(tr("ipAddress()"), address);
-    form->addRow(tr("Signals"), log);
+    addFormRow(form, tr("Address"), edit);
+    addFormRow(form, tr("ipAddress()"), address);
+    addFormRow(form, tr("Signals"), log);
 
     auto *paste = new QGroupBox(tr("Paste"));
     auto *buttons = new QVBoxLayout(paste);

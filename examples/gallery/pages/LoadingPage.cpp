@@ -3,6 +3,8 @@
 
 #include "LoadingPage.h"
 
+#include "FormRow.h"
+
 #include "KestLoadingDialog.h"
 
 #include <QtCore/QScopedPointer>
@@ -29,7 +31,7 @@ LoadingPage::LoadingPage(QWidget *parent)
     m_cancel->setChecked(true);
     auto *start = new QPushButton(tr("Run a long task"));
     connect(start, &QPushButton::clicked, this, &LoadingPage::run);
-    layout->addRow(tr("It takes:"), m_seconds);
+    addFormRow(layout, tr("It takes:"), m_seconds);
     layout->addRow(QString(), m_cancel);
     layout->addRow(QString(), start);
     layout->addRow(QString(), m_result);

@@ -71,13 +71,14 @@ MessageBoxPage::MessageBoxPage(QWidget *parent) : QWidget(parent), m_answer(new 
     auto *grid = new QGridLayout;
     grid->setSpacing(6);
     const QMetaEnum names = QMetaEnum::fromType<Box::StandardButtons>();
-    for (int row = 0; row < int(std::size(kinds)); ++row) {
-        grid->addWidget(new QLabel(tr(kinds[row].name)), row, 0);
-        for (int column = 0; column < int(std::size(buttonSets)); ++column) {
-            const QString text = QString::fromLatin1(names.valueToKeys(int(buttonSets[column])))
-                                     .replace(QLatin1Char('|'), QStringLiteral(" · "));
-            auto *button = new QPushButton(text);
-            connect(button, &QPushButton::clicked, this, [this, row, column] { ask(row, column); });
+    for (int row = 0; row < int(std::size(buttonSets)); ++row) {
+        const QString text = QString::fromLatin1(names.valueToKeys(int(buttonSets[row])))
+                                 .replace(QLatin1Char('|'), QStringLiteral(" · "));
+        grid->addWidget(new QLabel(text), row, 0);
+        for (int column = 0; column < int(std::size(kinds)); ++column) {
+            auto *button = new QPushButton(tr(kinds[column].name));
+            button->setAccessibleDescription(text);
+            connect(button, &QPushButton::clicked, this, [this, row, column] { ask(column, row); });
             grid->addWidget(button, row, column + 1);
         }
     }

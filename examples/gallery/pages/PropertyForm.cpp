@@ -3,6 +3,8 @@
 
 #include "PropertyForm.h"
 
+#include "FormRow.h"
+
 #include <QtCore/QMetaEnum>
 #include <QtGui/QBrush>
 #include <QtGui/QPen>
@@ -74,7 +76,8 @@ PropertyForm::PropertyForm(QObject *object, QWidget *parent)
         const QMetaProperty property = meta->property(i);
         if (!property.isWritable())
             continue;
-        m_layout->addRow(labelOf(QString::fromLatin1(property.name())), createControl(property));
+        addFormRow(m_layout, labelOf(QString::fromLatin1(property.name())),
+                   createControl(property));
         if (property.hasNotifySignal())
             connect(object, property.notifySignal(), this, reader);
     }
@@ -82,7 +85,7 @@ PropertyForm::PropertyForm(QObject *object, QWidget *parent)
 
 void PropertyForm::addRow(const QString &label, QWidget *control)
 {
-    m_layout->addRow(label, control);
+    addFormRow(m_layout, label, control);
 }
 
 QWidget *PropertyForm::createControl(const QMetaProperty &property)
@@ -161,9 +164,4 @@ void PropertyForm::readAll()
         if (value.isValid() && !spin->hasFocus())
             spin->setValue(value.toInt());
     }
-}
-
-void showOnPaper(QGroupBox *box)
-{
-    box->setStyleSheet(QStringLiteral("QGroupBox { background: white }"));
 }

@@ -44,7 +44,4 @@ private:
     QFormLayout *m_layout;
 };
 
-/*! Gives \a box the white ground that the light colours of tracks and rings are made for. */
-void showOnPaper(QGroupBox *box);
-
 #endif // PROPERTYFORM_H

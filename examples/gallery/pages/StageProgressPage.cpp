@@ -3,6 +3,7 @@
 
 #include "StageProgressPage.h"
 
+#include "Ground.h"
 #include "PropertyForm.h"
 
 #include "KestStageProgressBar.h"
@@ -41,11 +42,10 @@ KestStageProgressBar *createBar(Qt::Orientation orientation, int value, bool cap
     return bar;
 }
 
-QWidget *createStates()
+QGroupBox *createStates()
 {
     auto *box = new QGroupBox(Page::tr("States"));
     box->setObjectName(QStringLiteral("states"));
-    showOnPaper(box);
     auto *layout = new QHBoxLayout(box);
     layout->setSpacing(24);
     auto *rows = new QVBoxLayout;
@@ -91,14 +91,16 @@ StageProgressPage::StageProgressPage(QWidget *parent) : QWidget(parent)
     form->findChild<QSpinBox *>(QStringLiteral("stageCount"))->setRange(2, MostStages);
 
     auto *preview = new QGroupBox(tr("Preview"));
-    showOnPaper(preview);
     auto *previewLayout = new QVBoxLayout(preview);
     previewLayout->addWidget(bar, 1);
     previewLayout->addWidget(slider);
 
+    QGroupBox *const states = createStates();
+    form->addRow(tr("Dark ground"), createGroundSwitch({ preview, states }));
+
     auto *left = new QVBoxLayout;
     left->addWidget(preview, 1);
-    left->addWidget(createStates());
+    left->addWidget(states);
     auto *layout = new QHBoxLayout(this);
     layout->addLayout(left, 1);
     layout->addWidget(form);

@@ -3,6 +3,8 @@
 
 #include "StandardWidgetsPage.h"
 
+#include "FormRow.h"
+
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDateEdit>
@@ -80,12 +82,12 @@ QWidget *createInputs()
     auto *spin = new QSpinBox;
     spin->setSuffix(Page::tr(" px"));
     spin->setValue(42);
-    layout->addRow(Page::tr("Line:"), line);
-    layout->addRow(Page::tr("Off:"), disabled);
-    layout->addRow(Page::tr("Combo:"), combo);
-    layout->addRow(Page::tr("Edit:"), editable);
-    layout->addRow(Page::tr("Spin:"), spin);
-    layout->addRow(Page::tr("Date:"), new QDateEdit(QDate(2026, 11, 21)));
+    addFormRow(layout, Page::tr("Line:"), line);
+    addFormRow(layout, Page::tr("Off:"), disabled);
+    addFormRow(layout, Page::tr("Combo:"), combo);
+    addFormRow(layout, Page::tr("Edit:"), editable);
+    addFormRow(layout, Page::tr("Spin:"), spin);
+    addFormRow(layout, Page::tr("Date:"), new QDateEdit(QDate(2026, 11, 21)));
     return box;
 }
 

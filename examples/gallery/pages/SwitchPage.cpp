@@ -3,6 +3,7 @@
 
 #include "SwitchPage.h"
 
+#include "Ground.h"
 #include "PropertyForm.h"
 
 #include "KestSwitchButton.h"
@@ -46,11 +47,10 @@ KestSwitchButton *createSwitch(bool checked)
     return button;
 }
 
-QWidget *createStates()
+QGroupBox *createStates()
 {
     auto *box = new QGroupBox(Page::tr("States"));
     box->setObjectName(QStringLiteral("states"));
-    showOnPaper(box);
     auto *grid = new QGridLayout(box);
     grid->setColumnStretch(3, 1);
     grid->addWidget(new QLabel(Page::tr("Off")), 0, 1, Qt::AlignCenter);
@@ -80,7 +80,6 @@ SwitchPage::SwitchPage(QWidget *parent) : QWidget(parent)
     form->addRow(tr("Enabled"), enabled);
 
     auto *preview = new QGroupBox(tr("Preview"));
-    showOnPaper(preview);
     auto *previewLayout = new QHBoxLayout(preview);
     auto *label = new QLabel(tr("On"));
     connect(button, &KestSwitchButton::toggled, label,
@@ -88,9 +87,12 @@ SwitchPage::SwitchPage(QWidget *parent) : QWidget(parent)
     previewLayout->addWidget(button);
     previewLayout->addWidget(label, 1);
 
+    QGroupBox *const states = createStates();
+    form->addRow(tr("Dark ground"), createGroundSwitch({ preview, states }));
+
     auto *left = new QVBoxLayout;
     left->addWidget(preview);
-    left->addWidget(createStates());
+    left->addWidget(states);
     left->addStretch(1);
     auto *layout = new QHBoxLayout(this);
     layout->addLayout(left, 1);

@@ -3,6 +3,8 @@
 
 #include "WindowPage.h"
 
+#include "FormRow.h"
+
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
 #include "KestWindow.h"
@@ -47,7 +49,7 @@ WindowPage::WindowPage(QWidget *parent) : QWidget(parent)
     auto *title = new QLineEdit(tr("KestWidgets Gallery"));
     connect(title, &QLineEdit::textChanged, this,
             [this](const QString &text) { shell()->setWindowTitle(text); });
-    layout->addRow(tr("Title:"), title);
+    addFormRow(layout, tr("Title:"), title);
     auto *fixed = addSwitch(layout, tr("Fixed size (no edges, no maximising)"), false);
     connect(fixed, &QCheckBox::toggled, this, [this](bool on) {
         KestWindow *const window = shell();
@@ -66,7 +68,7 @@ WindowPage::WindowPage(QWidget *parent) : QWidget(parent)
         shell()->navigationBar()->setIconSize(QSize(size, size));
         shell()->titleBar()->setActionIconSize(QSize(size, size));
     });
-    layout->addRow(tr("Icon size of the bars:"), iconSize);
+    addFormRow(layout, tr("Icon size of the bars:"), iconSize);
     auto *add = new QPushButton(tr("Add an action to the title bar"));
     connect(add, &QPushButton::clicked, this, &WindowPage::addTitleBarAction);
     layout->addRow(QString(), add);

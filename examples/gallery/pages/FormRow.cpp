@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 the KestWidgets authors
+
+#include "FormRow.h"
+
+#include <QtWidgets/QFormLayout>
+#include <QtWidgets/QLabel>
+
+namespace {
+
+// As high as its field, where that does not grow: both centre their texts.
+class RowLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    QSize sizeHint() const override { return asHighAsField(QLabel::sizeHint()); }
+    QSize minimumSizeHint() const override { return asHighAsField(QLabel::minimumSizeHint()); }
+
+private:
+    QSize asHighAsField(QSize size) const
+    {
+        if (buddy() && !(buddy()->sizePolicy().expandingDirections() & Qt::Vertical))
+            size.setHeight(qMax(size.height(), buddy()->sizeHint().height()));
+        return size;
+    }
+};
+
+} // namespace
+
+void addFormRow(QFormLayout *form, const QString &text, QWidget *field)
+{
+    auto *label = new RowLabel(text);
+    label->setBuddy(field);
+    form->addRow(label, field);
+}
