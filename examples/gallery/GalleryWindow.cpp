@@ -8,6 +8,7 @@
 #include "KestDialog.h"
 #include "KestNavigationBar.h"
 #include "KestStyleSheet.h"
+#include "KestSwitchButton.h"
 #include "KestTitleBar.h"
 #include "PageList.h"
 #include "Scaling.h"
@@ -45,6 +46,7 @@ const int RowHeight = 30; // pixels, of tables
 const int NavigationHeight = 50; // pixels
 const QSize LeastSize(720, 480); // pixels
 const QSize ActionIconSize(16, 16); // pixels
+const QSize SwitchSize(48, 24); // pixels
 const QSize WindowIconSize(20, 20); // pixels
 const char GeometryKey[] = "geometry";
 
@@ -319,6 +321,9 @@ void GalleryWindow::applyLook()
         table->verticalHeader()->setDefaultSectionSize(qRound(RowHeight * rate));
         table->horizontalHeader()->setDefaultSectionSize(qRound(ColumnWidth * rate));
     }
+    const QList<KestSwitchButton *> switches = findChildren<KestSwitchButton *>();
+    for (KestSwitchButton *button : switches)
+        button->setFixedSize(SwitchSize * rate);
     navigationBar()->setFixedHeight(qRound(NavigationHeight * rate));
     navigationBar()->setIconSize(ActionIconSize * rate);
     titleBar()->setActionIconSize(ActionIconSize * rate);

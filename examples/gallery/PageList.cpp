@@ -49,7 +49,7 @@ PageList::PageList(QWidget *parent)
 void PageList::addPage(const QString &name, const QStringList &words)
 {
     m_list->addItem(name);
-    m_words.append(words + QStringList { name });
+    m_words.append(words);
 }
 
 int PageList::currentPage() const
@@ -105,15 +105,19 @@ bool PageList::eventFilter(QObject *watched, QEvent *event)
 void PageList::search(const QString &text)
 {
     const QString wanted = text.trimmed();
-    int first = -1;
+    QListWidgetItem *first = nullptr;
+    bool firstByName = false;
     for (int row = 0; row < m_list->count(); ++row) {
-        const bool found = !m_words.at(row).filter(wanted, Qt::CaseInsensitive).isEmpty();
-        m_list->item(row)->setHidden(!found);
-        if (found && first < 0)
-            first = row;
+        QListWidgetItem *const item = m_list->item(row);
+        const bool byName = item->text().contains(wanted, Qt::CaseInsensitive);
+        const bool found = byName || !m_words.at(row).filter(wanted, Qt::CaseInsensitive).isEmpty();
+        item->setHidden(!found);
+        if (found && (!first || (byName && !firstByName))) {
+            first = item;
+            firstByName = byName;
+        }
     }
-    m_nothing->setVisible(first < 0);
-    const QListWidgetItem *const current = m_list->currentItem();
-    if (first >= 0 && (!current || current->isHidden()))
-        m_list->setCurrentRow(first);
+    m_nothing->setVisible(!first);
+    if (first && !wanted.isEmpty())
+        m_list->setCurrentItem(first);
 }

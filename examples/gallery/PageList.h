@@ -12,7 +12,8 @@ class QLineEdit;
 class QListWidget;
 
 /*! The names of the pages, and a field that leaves those which have what is typed in their name or
-    among their words. Return and Down lead from the field to the names, Escape empties it. */
+    among their words, and shows the first, best by its name. Return and Down lead from the field to
+   the names, Escape empties it. */
 class PageList : public QWidget
 {
     Q_OBJECT

@@ -21,9 +21,11 @@ private:
     QSize asHighAsField(QSize size) const
     {
         if (buddy() && !(buddy()->sizePolicy().expandingDirections() & Qt::Vertical))
-            size.setHeight(qMax(size.height(), buddy()->sizeHint().height()));
+            size.setHeight(qMax(size.height(), fieldHeight()));
         return size;
     }
+
+    int fieldHeight() const { return qMin(buddy()->sizeHint().height(), buddy()->maximumHeight()); }
 };
 
 } // namespace
@@ -33,4 +35,6 @@ void addFormRow(QFormLayout *form, const QString &text, QWidget *field)
     auto *label = new RowLabel(text);
     label->setBuddy(field);
     form->addRow(label, field);
+    if (!(field->sizePolicy().expandingDirections() & Qt::Vertical))
+        form->setAlignment(field, Qt::AlignVCenter); // where the text is higher
 }
