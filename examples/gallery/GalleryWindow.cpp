@@ -205,7 +205,7 @@ void GalleryWindow::showPage(int index)
 void GalleryWindow::createMenus()
 {
     QMenu *const file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence(Qt::CTRL | Qt::Key_Q));
+    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
     createViewMenu();
     QMenu *const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About"), this, &GalleryWindow::about);
@@ -217,18 +217,18 @@ void GalleryWindow::createViewMenu()
     view->addAction(tr("&Find a page"), m_list, &PageList::startSearch, QKeySequence::Find);
     view->addAction(
         tr("&Next page"), m_list, [this] { m_list->step(1); },
-        QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+        QKeySequence(QStringLiteral("Ctrl+PgDown")));
     view->addAction(
         tr("&Previous page"), m_list, [this] { m_list->step(-1); },
-        QKeySequence(Qt::CTRL | Qt::Key_PageUp));
+        QKeySequence(QStringLiteral("Ctrl+PgUp")));
     view->addSeparator();
     QAction *const source = view->addAction(tr("S&ource"));
     source->setCheckable(true);
     source->setChecked(true);
-    source->setShortcut(Qt::CTRL | Qt::Key_U);
+    source->setShortcut(QKeySequence(QStringLiteral("Ctrl+U")));
     connect(source, &QAction::toggled, m_source, &QWidget::setVisible);
     view->addAction(tr("&Copy the source"), m_source, &SourcePane::copy,
-                    QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
+                    QKeySequence(QStringLiteral("Ctrl+Shift+C")));
     view->addSeparator();
 
     QMenu *const theme = view->addMenu(tr("&Theme"));

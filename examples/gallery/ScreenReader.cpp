@@ -69,7 +69,7 @@ QString labelOf(QAccessibleInterface *iface)
 
 QString lineOf(QAccessibleEvent *event, QAccessibleInterface *iface)
 {
-    const QString what = nameOf(event->type()) + QStringLiteral(": ") + labelOf(iface);
+    QString what = nameOf(event->type()) + QStringLiteral(": ") + labelOf(iface);
     switch (event->type()) {
     case QAccessible::ValueChanged:
         return QStringLiteral("%1 = %2").arg(
