@@ -230,6 +230,19 @@ class Consumers:
         self.run_host(folder, "library_alone", arguments=("de", "Cream", "Schließen", package))
         self.run_host(folder, "library_alone", arguments=("zh_CN", "Cream", "关闭", variable))
 
+    def examples(self):
+        """The examples, as somebody who copies them builds them, with the test that they have."""
+        for example in ("notes", "from-qmainwindow"):
+            folder = self.work / f"examples-{example}"
+            copy = fresh(self.work / "examples") / example
+            shutil.copytree(pathlib.Path(self.source) / "examples" / example, copy)
+            self.configure(copy, folder, f"-DCMAKE_PREFIX_PATH={self.tree}",
+                           f"-DCMAKE_CXX_COMPILER={self.compiler}",
+                           f"-DCMAKE_CXX_FLAGS={' '.join(STRICT)}")
+            run("cmake", "--build", folder)
+        environment = {**os.environ, "LD_LIBRARY_PATH": str(self.tree / "lib")}
+        run("ctest", "--output-on-failure", cwd=self.work / "examples-notes", env=environment)
+
     def expect_translations(self, folder):
         """Fails where the programs of the project translated do not speak their languages."""
         for arguments in (("de", "Sahne", "Schließen"), ("de_AT", "Schlag", "Schließen"),
