@@ -54,7 +54,7 @@ bool isSection(const QString &text)
 // A host's range may be any.
 int toInt(qint64 number)
 {
-    return int(std::clamp<qint64>(std::numeric_limits<int>::min(), number,
+    return int(std::clamp<qint64>(number, std::numeric_limits<int>::min(),
                                   std::numeric_limits<int>::max()));
 }
 
