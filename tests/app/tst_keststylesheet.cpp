@@ -2,10 +2,10 @@
 // Copyright (c) 2026 the KestWidgets authors
 
 #include "KestStyleSheet.h"
+#include "TestedQt.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QRandomGenerator>
-#include <QtCore/QRegExp>
 #include <QtTest/QTest>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QWidget>
@@ -21,8 +21,7 @@ QString scaledStepByStep(const QString &sheet, float rate)
         return sheet;
 
     QString copy = sheet;
-    QRegExp length(QStringLiteral("\\d+px"), Qt::CaseInsensitive, QRegExp::RegExp);
-    length.setMinimal(true);
+    LengthFinder length;
     int start = 0;
     int position = 0;
     while ((position = length.indexIn(copy, start)) != -1) {

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 the KestWidgets authors
 
 #include "OnEvent.h"
+#include "TestedQt.h"
 #include "TitleBarHost.h"
 
 #include <QtCore/QScopeGuard>
@@ -33,7 +34,10 @@ public:
         result.fill(Qt::red);
         return result;
     }
-    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) const override { return { m_size }; }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) KEST_CONST_IN_QT5 override
+    {
+        return { m_size };
+    }
     QIconEngine *clone() const override { return new Drawing(*this); }
 
 private:

@@ -5,6 +5,7 @@
 #include "KestTitleBar.h"
 #include "KestToolButton.h"
 #include "OnEvent.h"
+#include "TestedQt.h"
 
 #include <QAction>
 #include <QtCore/QPointer>
@@ -343,7 +344,7 @@ void tst_QuietLayout::leavingButtonIsNotSearchedFor()
     {
     public:
         explicit Item(int *asked) : QSpacerItem(1, 1), m_asked(asked) { }
-        QWidget *widget() override
+        QWidget *widget() KEST_CONST_IN_QT6 override
         {
             ++*m_asked;
             return nullptr;

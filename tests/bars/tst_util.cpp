@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 the KestWidgets authors
 
+#include "TestedQt.h"
 #include "Util.h"
 
 #include "OnEvent.h"
@@ -61,7 +62,7 @@ class tst_Util : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); }
+    void initTestCase() { useHighDpiPixmaps(); }
     void findReturnsTheFirstMatch();
     void findReturnsAnEmptyPointerOtherwise();
     void findFindsNothingForNull();

@@ -1096,9 +1096,9 @@ void tst_KestDialog::messagesOfTheSystemAreLeftToQt()
 #else
     int message = 0;
 #endif
-    long result = 17;
+    KestNativeResult result = 17;
     QVERIFY(!frame.nativeEvent(QByteArrayLiteral("message"), &message, &result));
-    QCOMPARE(result, 17L);
+    QCOMPARE(result, KestNativeResult(17));
 }
 
 QTEST_MAIN(tst_KestDialog)

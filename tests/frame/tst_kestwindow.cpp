@@ -2,6 +2,7 @@
 // Copyright (c) 2026 the KestWidgets authors
 
 #include "KestWindow.h"
+#include "TestedQt.h"
 
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
@@ -16,7 +17,6 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QDesktopWidget>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
@@ -994,7 +994,7 @@ void tst_KestWindow::screenChangeIsWrittenOncePerFilteredObject()
     KestWindow window;
     const QString text = QStringLiteral("KestWindow::eventFilter QEvent::ScreenChangeInternal "
                                         "screenNum= %1")
-                             .arg(QApplication::desktop()->screenNumber(&window));
+                             .arg(numberOfScreen(&window));
     QWidget *const receivers[] = { window.titleBar(), window.centralWidget(), &window };
     const QStringList expected[] = { { text }, { text }, {} }; // the window itself is not filtered
     for (int i = 0; i < 3; ++i) {
@@ -1874,9 +1874,9 @@ void tst_KestWindow::messagesOfTheSystemAreLeftToQt()
 #else
     int message = 0;
 #endif
-    long result = 17;
+    KestNativeResult result = 17;
     QVERIFY(!frame.nativeEvent(QByteArrayLiteral("message"), &message, &result));
-    QCOMPARE(result, 17L);
+    QCOMPARE(result, KestNativeResult(17));
 }
 
 QTEST_MAIN(tst_KestWindow)

@@ -82,7 +82,7 @@ public:
     {
         QCursor::setPos(mapToGlobal(point));
         MSG msg = { windows.window, WM_NCHITTEST, 0, 0 };
-        long result = Untouched;
+        KestNativeResult result = Untouched;
         answered = delegate->onNCTitTest(&msg, &result);
         return int(result);
     }
@@ -91,7 +91,7 @@ public:
     int send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
     {
         MSG msg = { windows.window, message, wParam, lParam };
-        long result = Untouched;
+        KestNativeResult result = Untouched;
         answered = delegate->nativeEvent(QByteArrayLiteral("windows_generic_MSG"), &msg, &result);
         return int(result);
     }
@@ -878,7 +878,7 @@ void tst_KestWinFramelessDelegate::hitTestFollowsTheCursorNotTheMessage()
     host.showIn();
     QCursor::setPos(host.mapToGlobal(QPoint(200, 20)));
     MSG msg = { host.windows.window, WM_NCHITTEST, 0, LPARAM(0) };
-    long result = Untouched;
+    KestNativeResult result = Untouched;
     QVERIFY(host.delegate->onNCTitTest(&msg, &result));
     QCOMPARE(result, 2L);
 }

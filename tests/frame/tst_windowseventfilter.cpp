@@ -41,7 +41,7 @@ public:
     {
         QCursor::setPos(mapToGlobal(point));
         MSG msg = { reinterpret_cast<HWND>(widget->winId()), message, 0, 0 };
-        long result = Untouched;
+        KestNativeResult result = Untouched;
         consumed =
             filter.nativeEventFilter(QByteArrayLiteral("windows_generic_MSG"), &msg, &result);
         return int(result);
@@ -119,9 +119,9 @@ void tst_WindowsEventFilter::unknownWindowPasses()
     Host host;
     QCursor::setPos(host.mapToGlobal(QPoint(100, 20)));
     MSG msg = { nullptr, WM_NCHITTEST, 0, 0 };
-    long result = Untouched;
+    KestNativeResult result = Untouched;
     QVERIFY(!host.filter.nativeEventFilter(QByteArray(), &msg, &result));
-    QCOMPARE(result, long(Untouched));
+    QCOMPARE(result, KestNativeResult(Untouched));
 }
 
 void tst_WindowsEventFilter::windowsWithoutDelegatePass()

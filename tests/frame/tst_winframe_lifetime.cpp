@@ -53,7 +53,7 @@ public:
     bool consumes(UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
     {
         MSG msg = { FakeWindows::current->window, message, wParam, lParam };
-        long result = 0;
+        KestNativeResult result = 0;
         return delegate->nativeEvent(QByteArrayLiteral("windows_generic_MSG"), &msg, &result);
     }
 
@@ -61,7 +61,7 @@ public:
     {
         QCursor::setPos(mapToGlobal(point));
         MSG msg = { FakeWindows::current->window, WM_NCHITTEST, 0, 0 };
-        long result = 0;
+        KestNativeResult result = 0;
         return delegate->onNCTitTest(&msg, &result) && result == HTCAPTION;
     }
 

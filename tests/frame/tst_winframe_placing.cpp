@@ -100,7 +100,7 @@ QRect tst_WinFrame_Placing::place(const QRect &wanted, UINT flags)
     m_pos = { m_windows.window, nullptr,         wanted.x(), wanted.y(),
               wanted.width(),   wanted.height(), flags };
     MSG msg = { m_windows.window, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&m_pos) };
-    long result = 7;
+    KestNativeResult result = 7;
     const bool consumed = m_delegate->nativeEvent(QByteArray(), &msg, &result);
     // Qt and the system have their part in it.
     return consumed || result != 7 ? QRect() : QRect(m_pos.x, m_pos.y, m_pos.cx, m_pos.cy);
@@ -111,7 +111,7 @@ QRect tst_WinFrame_Placing::contentsOf(const QRect &outside)
     NCCALCSIZE_PARAMS params = {};
     params.rgrc[0] = { outside.left(), outside.top(), outside.right() + 1, outside.bottom() + 1 };
     MSG msg = { m_windows.window, WM_NCCALCSIZE, TRUE, reinterpret_cast<LPARAM>(&params) };
-    long result = 7;
+    KestNativeResult result = 7;
     if (!m_delegate->nativeEvent(QByteArray(), &msg, &result))
         return QRect();
     const RECT &contents = params.rgrc[0];
@@ -122,7 +122,7 @@ QRect tst_WinFrame_Placing::contentsOf(const QRect &outside)
 bool tst_WinFrame_Placing::send(UINT message, WPARAM wParam)
 {
     MSG msg = { m_windows.window, message, wParam, 0 };
-    long result = 0;
+    KestNativeResult result = 0;
     return m_delegate->nativeEvent(QByteArray(), &msg, &result);
 }
 

@@ -51,7 +51,7 @@ int hitTest(const QWidget *window, const QPoint &point)
 
 // Sends a message to the window's handler; whether it was consumed is what the tests ask.
 bool consumes(QWidget *window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0,
-              long *result = nullptr)
+              KestNativeResult *result = nullptr)
 {
     struct Access : public QWidget
     {
@@ -62,7 +62,7 @@ bool consumes(QWidget *window, UINT message, WPARAM wParam = 0, LPARAM lParam = 
     msg.message = message;
     msg.wParam = wParam;
     msg.lParam = lParam;
-    long unused = 0;
+    KestNativeResult unused = 0;
     return (window->*&Access::nativeEvent)(QByteArrayLiteral("windows_generic_MSG"), &msg,
                                            result ? result : &unused);
 }
@@ -86,7 +86,7 @@ public:
     }
     ~MenuRecorder() override { qApp->removeNativeEventFilter(this); }
 
-    bool nativeEventFilter(const QByteArray &, void *message, long *) override
+    bool nativeEventFilter(const QByteArray &, void *message, KestNativeResult *) override
     {
         const auto *msg = static_cast<MSG *>(message);
         if (msg->message != WM_INITMENU || msg->hwnd != handleOf(m_window))
@@ -439,7 +439,7 @@ void tst_WinFrame_Window::frameMessages()
     // The test is run with and without composition.
     QCOMPARE(hasComposition(), qgetenv("KEST_WINE_VERSION") != "win7");
     for (UINT message : { UINT(WM_NCPAINT), UINT(WM_NCACTIVATE) }) {
-        long result = 7;
+        KestNativeResult result = 7;
         QCOMPARE(consumes(m_window.get(), message, TRUE, 0, &result), !hasComposition());
         QCOMPARE(result, hasComposition() ? 7L : 1L);
     }

@@ -6,8 +6,8 @@
 
 #include "Fuzzer.h"
 #include "KestStyleSheet.h"
+#include "TestedQt.h"
 
-#include <QtCore/QRegExp>
 #include <QtCore/QtMath>
 
 #include <limits>
@@ -32,8 +32,7 @@ QString scaledLiterally(QString sheet, float rate)
 {
     if (sheet.isEmpty() || rate == 1.0f)
         return sheet;
-    QRegExp length(QStringLiteral("\\d+px"), Qt::CaseInsensitive);
-    length.setMinimal(true);
+    LengthFinder length;
     int from = 0;
     while ((from = length.indexIn(sheet, from)) >= 0) {
         const int digits = length.matchedLength() - 2;

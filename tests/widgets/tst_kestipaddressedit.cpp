@@ -2,6 +2,7 @@
 // Copyright (c) 2026 the KestWidgets authors
 
 #include "KestIPAddressEdit.h"
+#include "TestedQt.h"
 
 #include "Announcements.h"
 #include "IPAddressState.h"
@@ -27,6 +28,7 @@
 #include <QtWidgets/QStyleOptionFrame>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -94,7 +96,7 @@ public:
     bool hasFormat(const QString &format) const override { return formats().contains(format); }
 
 protected:
-    QVariant retrieveData(const QString &, QVariant::Type) const override
+    QVariant retrieveData(const QString &, AskedType) const override
     {
         if (onAsked)
             onAsked();
@@ -186,7 +188,7 @@ QImage expectedLook(const Edit &edit, const QStringList &texts, int selected, in
         const QPoint origin = originIn(rect, *layout);
         QVector<QTextLayout::FormatRange> ranges;
         if (i == selected) {
-            QTextLayout::FormatRange range { 0, texts.at(i).length(), QTextCharFormat() };
+            QTextLayout::FormatRange range { 0, int(texts.at(i).length()), QTextCharFormat() };
             range.format.setBackground(edit.palette().highlight());
             range.format.setForeground(edit.palette().highlightedText());
             ranges.append(range);
@@ -2429,7 +2431,9 @@ void tst_KestIPAddressEdit::rangesFromOutsideMayBeAny()
 {
     const int lowest = std::numeric_limits<int>::min();
     const int highest = std::numeric_limits<int>::max();
-    const auto bounded = [](qint64 number) { return int(qBound<qint64>(lowest, number, highest)); };
+    const auto bounded = [](qint64 number) {
+        return int(std::clamp<qint64>(number, lowest, highest));
+    };
     for (const int start : { lowest, -1, 0, 3, highest }) {
         for (const int length : { lowest, -1, 0, 3, highest }) {
             for (const int from : { lowest, -1, 0, 3, highest }) {

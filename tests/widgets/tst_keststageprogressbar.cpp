@@ -2,6 +2,7 @@
 // Copyright (c) 2026 the KestWidgets authors
 
 #include "KestStageProgressBar.h"
+#include "TestedQt.h"
 
 #include "Announcements.h"
 #include "Rendering.h"
@@ -735,7 +736,7 @@ void tst_KestStageProgressBar::styleOptionDescribesTheBar()
     bar.setOrientation(Qt::Vertical);
     option = bar.option();
     QVERIFY(!option.state.testFlag(QStyle::State_Horizontal));
-    QCOMPARE(option.orientation, QStyleOptionProgressBar().orientation); // the state tells
+    QVERIFY(!hasOrientationOfItsOwn(option)); // the state tells
     QVERIFY(!option.textVisible);
 
     bar.minimumSizeHint();
