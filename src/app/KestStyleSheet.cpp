@@ -3,6 +3,8 @@
 
 #include "KestStyleSheet.h"
 
+#include "QtVersions.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QFile>
 #include <QtCore/QMetaObject>
@@ -12,6 +14,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -46,7 +49,10 @@ int roundedToInt(float value)
         return std::numeric_limits<int>::max();
     if (value <= float(std::numeric_limits<int>::min()))
         return std::numeric_limits<int>::min();
-    return qIsNaN(value) ? 0 : qRound(value);
+    if (qIsNaN(value))
+        return 0;
+    // Halves go up, as qRound() has them below zero no more since Qt 6.
+    return value < 0 ? int(std::floor(double(value) + 0.5)) : qRound(value);
 }
 
 // Writes \a value to \a to, which has room for LongestNumber, and returns the end of it.
@@ -92,8 +98,9 @@ void Rescaling::rescaleBelow(QObject *object)
         if (!child)
             continue;
         const QVariant saved = savedSheet(child);
-        const QString origin = saved.isNull() ? child->styleSheet() : saved.toString();
-        if (saved.isNull())
+        const bool unsaved = isNull(saved);
+        const QString origin = unsaved ? child->styleSheet() : saved.toString();
+        if (unsaved)
             child->setProperty(OriginStyleProperty, origin);
         if (child && !origin.isEmpty()) {
             const QString sheet = scaled(origin);

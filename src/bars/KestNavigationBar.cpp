@@ -338,7 +338,7 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
         group ? Util::find(action, group->items) : std::shared_ptr<KestWidgetItem>();
     if (!item)
         return;
-    const QuietLayout::Scope quiet(d->quiet, item->widget());
+    const QuietLayout::Scope quiet(d->quiet, item->widget(), item.get());
     d->places.remove(action);
     Util::takeItem(item, group->items, group->layout);
     giveBack(item.get(), this);

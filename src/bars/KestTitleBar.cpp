@@ -5,6 +5,7 @@
 
 #include "KestMaximumSizeButton.h"
 #include "MenuBarItem.h"
+#include "QtVersions.h"
 #include "QuietLayout.h"
 #include "Util.h"
 #include "ui_KestTitleBar.h"
@@ -132,7 +133,7 @@ QSize KestTitleBarPrivate::position() const
 qreal KestTitleBarPrivate::scaleRate() const
 {
     const QVariant property = q->property(GeoRateProperty);
-    const qreal rate = property.isNull() ? 1.0 : property.toReal();
+    const qreal rate = isNull(property) ? 1.0 : property.toReal();
     return qIsFinite(rate) ? rate : 1.0;
 }
 
@@ -549,9 +550,15 @@ void KestTitleBar::actionEvent(QActionEvent *event)
     if (event->type() == QEvent::ActionRemoved && item->action()
         && action->associatedWidgets().contains(this))
         return;
-    const QuietLayout::Scope quiet(d->quiet, item->widget());
+    const QuietLayout::Scope quiet(d->quiet, item->widget(), item.get());
     d->shown.remove(action);
     Util::takeItem(item, d->items, ui->actionLayout);
+    if (ActionsTellACopyOfTheirWidgets && event->type() == QEvent::ActionChanged) {
+        // The button is in it, and still to be told.
+        QWidget *const button = item->isCustomWidget() ? nullptr : item->widget();
+        item->release();
+        Util::hideAndDeleteLater(button);
+    }
     item.reset(); // its button dies while the layout is quiet
 }
 

@@ -31,7 +31,8 @@ void QuietLayout::see(QEvent *event)
         return;
     if (event->type() == QEvent::ChildRemoved) {
         const QObject *const child = static_cast<QChildEvent *>(event)->child();
-        if (child->isWidgetType() && child != m_leaving)
+        // A dying child of another kind can not be told from a widget in Qt 6.
+        if (child != m_leaving && child != m_leavingItem)
             takeOut(child, m_bar->layout());
     } else if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize) {
         end();
@@ -46,10 +47,11 @@ void QuietLayout::end()
     m_bar->layout()->setEnabled(true);
 }
 
-QuietLayout::Scope::Scope(QuietLayout &quiet, const QWidget *leaving)
+QuietLayout::Scope::Scope(QuietLayout &quiet, const QObject *leaving, const QObject *item)
     : m_quiet(quiet), m_bar(quiet.m_bar)
 {
     m_quiet.m_leaving = leaving;
+    m_quiet.m_leavingItem = item;
     // A layout that is disabled already is the host's, or that of the scope around.
     if (!m_bar->layout()->isEnabled())
         return;
@@ -62,7 +64,7 @@ QuietLayout::Scope::~Scope()
     if (!m_bar)
         return;
     // Not that of the scope around: it may be back in the layout by now.
-    m_quiet.m_leaving = nullptr;
+    m_quiet.m_leaving = m_quiet.m_leavingItem = nullptr;
     if (m_began && m_quiet.m_quiet)
         m_quiet.end();
 }

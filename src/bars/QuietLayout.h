@@ -30,8 +30,10 @@ public:
     class Scope
     {
     public:
-        /*! \a leaving is a widget that is in the layout no more, and may die without a search. */
-        explicit Scope(QuietLayout &quiet, const QWidget *leaving = nullptr);
+        /*! \a leaving, a widget that is in the layout no more, and its \a item may die without a
+            search. */
+        explicit Scope(QuietLayout &quiet, const QObject *leaving = nullptr,
+                       const QObject *item = nullptr);
         ~Scope();
 
     private:
@@ -47,7 +49,8 @@ private:
     void end();
 
     QWidget *const m_bar;
-    const QWidget *m_leaving = nullptr;
+    const QObject *m_leaving = nullptr;
+    const QObject *m_leavingItem = nullptr;
     bool m_quiet = false;
 };
 

@@ -6,6 +6,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QtMath>
 #include <QtTest/QTest>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QWidget>
@@ -33,7 +34,7 @@ QString scaledStepByStep(const QString &sheet, float rate)
         else if (product < -2147483648.0f)
             number = QString::number(std::numeric_limits<int>::min());
         else
-            number = QString::number(qRound(product));
+            number = QString::number(product < 0 ? qFloor(product + 0.5) : qRound(product));
         copy.replace(position, digits, number);
         const int end = position + number.size();
         if (end >= copy.size() - 1)
@@ -324,7 +325,8 @@ void tst_KestStyleSheet::emptySheetStaysEmpty()
 
 void tst_KestStyleSheet::rateOneGivesTheSheetItself()
 {
-    const QString sheet = QStringLiteral("margin: 007px");
+    // One that is shared with nobody yet, as a literal may not be.
+    const QString sheet = QString::fromLatin1("margin: 007px");
     QCOMPARE(KestStyleSheet::scaleSheet(sheet, 1.0f), sheet);
     QVERIFY(KestStyleSheet::scaleSheet(sheet, 1.0f).isSharedWith(sheet));
 }

@@ -116,7 +116,7 @@ void tst_KestTitleBar::formIsBuiltAsDesigned()
     QCOMPARE(bar.minimumSize(), QSize(0, 42));
     QCOMPARE(bar.maximumSize(), QSize(16777215, 50));
     QCOMPARE(bar.font().pointSize(), 11);
-    QCOMPARE(bar.font().weight(), 75);
+    QCOMPARE(bar.font().weight(), QFont::Bold);
     QVERIFY(bar.font().bold());
     QVERIFY(!bar.font().italic());
     QVERIFY(!bar.font().underline());

@@ -338,7 +338,7 @@ void tst_KestTitleBar_Icon::iconIsRenderedForTheRatio()
     Host host;
     QSize largest;
     host.setWindowIcon(QIcon(new Drawing(QSize(20, 16), &largest)));
-    QCOMPARE(largest, QSize(20, 16) * host.bar->devicePixelRatioF());
+    QCOMPARE(largest, QSize(20, 16) * host.bar->devicePixelRatioF() * finenessOfPixmaps());
     QCOMPARE(host.bar->doIconRect(), QRect(8, 16, 20, 16));
     QCOMPARE(host.row()->contentsMargins().left(), 20 + 8 + 16);
     largest = QSize();

@@ -366,8 +366,7 @@ void tst_Util::iconPixmapIsScaledDownOnly()
             source.setPixel(x, y, qRgb(x * 2, y * 6, (x * y) % 256));
     }
     const QPixmap original = QPixmap::fromImage(source);
-    const QPixmap expected =
-        height < 40 ? original.scaledToHeight(height, Qt::SmoothTransformation) : original;
+    const QPixmap expected = height < 40 ? scaledToHeight(original, height) : original;
     const QPixmap pixmap = Util::iconPixmap(QIcon(original), height, QIcon::Off, 1.0);
     QCOMPARE(pixmap.size(), expected.size());
     QCOMPARE(pixmap.toImage(), expected.toImage());

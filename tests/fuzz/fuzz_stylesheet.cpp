@@ -25,7 +25,7 @@ QString scaledNumber(const QString &digits, float rate)
         return QString::number(std::numeric_limits<int>::max());
     if (double(scaled) <= least)
         return QString::number(std::numeric_limits<int>::min());
-    return QString::number(qRound(scaled));
+    return QString::number(scaled < 0 ? qFloor(double(scaled) + 0.5) : qRound(scaled));
 }
 
 QString scaledLiterally(QString sheet, float rate)
@@ -54,7 +54,7 @@ void fuzz(FuzzInput &input)
     const bool wide = input.flag();
     const QByteArray bytes = input.rest();
     const QString sheet = wide
-        ? QString(reinterpret_cast<const QChar *>(bytes.constData()), bytes.size() / 2)
+        ? QString(reinterpret_cast<const QChar *>(bytes.constData()), int(bytes.size() / 2))
         : QString::fromUtf8(bytes);
     const QString scaled = KestStyleSheet::scaleSheet(sheet, rate);
     const QString expected = scaledLiterally(sheet, rate);

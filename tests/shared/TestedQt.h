@@ -6,16 +6,17 @@
 
 // What the tests have to write in another way for each major version of Qt.
 
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
+#include <QtGui/QPixmap>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QStyleOptionProgressBar>
 #include <QtWidgets/QWidget>
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 
-#    include <QtCore/QCoreApplication>
 #    include <QtCore/QRegExp>
-#    include <QtWidgets/QApplication>
 #    include <QtWidgets/QDesktopWidget>
 
 // Virtual functions that are constant in one of them only.
@@ -52,10 +53,27 @@ private:
     QRegExp m_length { QStringLiteral("\\d+px"), Qt::CaseInsensitive };
 };
 
+// How much finer than asked for an icon's pixmaps are.
+inline qreal finenessOfPixmaps()
+{
+    return QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps) ? qApp->devicePixelRatio() : 1;
+}
+
+// As wide as the height wants it to be, at least.
+inline QPixmap scaledToHeight(const QPixmap &pixmap, int height)
+{
+    return pixmap.scaledToHeight(height, Qt::SmoothTransformation);
+}
+
+// Whether the button of an action that has changed on a title bar is gone.
+inline bool isGoneByAChange(const QPointer<QWidget> &button)
+{
+    return button.isNull();
+}
+
 #else
 
-#    include <QtCore/QRegularExpression>
-#    include <QtGui/QGuiApplication>
+#    include <QtCore/QEvent>
 #    include <QtGui/QScreen>
 
 #    define KEST_CONST_IN_QT5
@@ -83,18 +101,44 @@ class LengthFinder
 public:
     int indexIn(const QString &sheet, int from)
     {
-        const QRegularExpressionMatch match = m_length.match(sheet, from);
-        m_matchedLength = int(match.capturedLength());
-        return int(match.capturedStart());
+        for (int end = from; from < sheet.size(); from = end + 1) {
+            for (end = from; end < sheet.size() && sheet.at(end).isDigit();)
+                ++end;
+            m_matchedLength = end + 2 - from;
+            if (end > from && !sheet.mid(end, 2).compare(QLatin1String("px"), Qt::CaseInsensitive))
+                return from;
+        }
+        return -1;
     }
     int matchedLength() const { return m_matchedLength; }
 
 private:
-    QRegularExpression m_length { QStringLiteral("\\d+?px"),
-                                  QRegularExpression::CaseInsensitiveOption
-                                      | QRegularExpression::UseUnicodePropertiesOption };
     int m_matchedLength = -1;
 };
+int m_matchedLength = -1;
+}
+;
+
+inline qreal finenessOfPixmaps()
+{
+    return qApp->devicePixelRatio();
+}
+
+// QPixmap's own takes the nearest width.
+inline QPixmap scaledToHeight(const QPixmap &pixmap, int height)
+{
+    const int width = (pixmap.width() * height + pixmap.height() - 1) / pixmap.height();
+    return pixmap.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+// The action has not told all others by then: it is hidden, and deleted later.
+inline bool isGoneByAChange(const QPointer<QWidget> &button)
+{
+    if (button && !button->isHidden())
+        return false;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return button.isNull();
+}
 
 #endif
 

@@ -651,7 +651,7 @@ void tst_KestIPAddressEdit::keys()
     Edit edit(before);
     typeKey(&edit, key);
     QTEST(stateOf(&edit), "after");
-    QTEST(edit.changed.count(), "changes");
+    QTEST(int(edit.changed.count()), "changes");
     QCOMPARE(edit.finished.count(), 0);
 }
 
@@ -907,7 +907,7 @@ void tst_KestIPAddressEdit::paste()
     setClipboard(text);
     actionOf(&edit, QKeySequence::Paste)->trigger();
     QTEST(stateOf(&edit), "after");
-    QTEST(edit.changed.count(), "changes");
+    QTEST(int(edit.changed.count()), "changes");
     if (text == QLatin1String("ab"))
         QCOMPARE(edit.ipAddress(), QStringLiteral("ab.0.0.0"));
 }
