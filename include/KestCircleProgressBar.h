@@ -51,7 +51,7 @@ class KEST_EXPORT KestCircleProgressBar : public QWidget
     /*! Whether the text is drawn. */
     Q_PROPERTY(bool textVisible READ isTextVisible WRITE setTextVisible)
     /*! The format with value and range filled in. */
-    Q_PROPERTY(QString text READ text)
+    Q_PROPERTY(QString text READ text DESIGNABLE false STORED false)
     /*! The shape of the arc's ends. */
     Q_PROPERTY(Qt::PenCapStyle penCapStyle READ penCapStyle WRITE setPenCapStyle)
     /*! The thickness of ring and arc in pixels. */

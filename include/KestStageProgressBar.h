@@ -6,6 +6,7 @@
 
 #include "KestGlobal.h"
 
+#include <QtCore/QStringList>
 #include <QtGui/QBrush>
 #include <QtGui/QPen>
 #include <QtWidgets/QWidget>
@@ -61,6 +62,10 @@ class KEST_EXPORT KestStageProgressBar : public QWidget
     Q_PROPERTY(int value READ value WRITE setValue NOTIFY valueChanged)
     /*! The direction of the row of steps. */
     Q_PROPERTY(Qt::Orientation orientation READ orientation WRITE setOrientation)
+    /*! The captions of all steps, one for each. */
+    Q_PROPERTY(QStringList texts READ texts WRITE setTexts)
+    /*! The radius of a step's circle in pixels. */
+    Q_PROPERTY(int stageCircleRadius READ stageCircleRadius WRITE setStageCircleRadius)
 
 public:
     /*! Constructs a horizontal bar of 5 steps at 0 of 0 to 99, with the given \a parent. */
@@ -85,6 +90,12 @@ public:
     /*! Sets the caption of step \a index, counted from 0, to \a text. An index past the last step
         changes nothing but for a debug message. */
     void setText(int index, const QString &text);
+
+    /*! Returns the captions of all steps, as many as there are steps; all empty by default. */
+    QStringList texts() const;
+    /*! Sets the captions of all steps to \a texts, in their order: steps that the list does not
+        reach have none then. What it has for steps past the last is dropped with a debug message. */
+    void setTexts(const QStringList &texts);
 
     /*! Returns whether the captions are drawn; false by default. */
     bool textVisible() const;

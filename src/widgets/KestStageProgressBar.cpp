@@ -118,6 +118,22 @@ void KestStageProgressBar::setText(int index, const QString &text)
     updateGeometry();
 }
 
+QStringList KestStageProgressBar::texts() const
+{
+    return QStringList(d->texts.cbegin(), d->texts.cend());
+}
+
+void KestStageProgressBar::setTexts(const QStringList &texts)
+{
+    if (texts.size() > d->stageCount)
+        qDebug("stage out of range");
+    for (int i = 0; i < d->stageCount; ++i)
+        d->texts[i] = texts.value(i);
+    d->knownMeasures.clear();
+    update();
+    updateGeometry();
+}
+
 bool KestStageProgressBar::textVisible() const
 {
     return d->textVisible;

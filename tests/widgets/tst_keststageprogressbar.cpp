@@ -227,7 +227,7 @@ private Q_SLOTS:
     void newBarHasTheDefaults();
     void newBarKeepsTheWidgetsSizePolicy();
     void newBarHasItsHintsSize();
-    void declaresEightPropertiesOneSignalSixSlots();
+    void declaresTenPropertiesOneSignalSixSlots();
     void propertiesAreReadAndWrittenThroughTheMetaObject_data();
     void propertiesAreReadAndWrittenThroughTheMetaObject();
     void stageCountBelowTwoIsRefused_data();
@@ -235,6 +235,8 @@ private Q_SLOTS:
     void stageCountDropsAndAddsCaptions();
     void captionOutOfRangeIsLogged();
     void negativeCaptionIndexDoesNothing();
+    void listOfCaptionsIsThatOfTheSteps();
+    void listOfCaptionsIsAPropertyOfForms();
     void valueInTheRangeIsTakenOnce();
     void valueOutsideTheRangeIsIgnored();
     void rangeMovesTheValueToTheNearerEnd_data();
@@ -354,10 +356,10 @@ void tst_KestStageProgressBar::newBarHasItsHintsSize()
     QVERIFY(bar.height() > bar.width());
 }
 
-void tst_KestStageProgressBar::declaresEightPropertiesOneSignalSixSlots()
+void tst_KestStageProgressBar::declaresTenPropertiesOneSignalSixSlots()
 {
     const QMetaObject &meta = KestStageProgressBar::staticMetaObject;
-    QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 8);
+    QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 10);
     QByteArrayList methods;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         methods.append(meta.method(i).methodSignature());
@@ -381,6 +383,9 @@ void tst_KestStageProgressBar::propertiesAreReadAndWrittenThroughTheMetaObject_d
     row("textVisible", false, true);
     row("stageIndexTextPen", QPen(Qt::white), QPen(Qt::red, 3, Qt::DashLine));
     row("rateBackground", QBrush(Rate), QBrush(Qt::green, Qt::Dense4Pattern));
+    row("texts", QStringList({ QString(), QString(), QString(), QString(), QString() }),
+        QStringList({ QStringLiteral("a"), QString(), QString(), QString(), QStringLiteral("e") }));
+    row("stageCircleRadius", 10, 14);
     row("maximum", 99, 120);
     row("minimum", 0, -4);
     row("value", 0, 50);
@@ -459,6 +464,58 @@ void tst_KestStageProgressBar::captionOutOfRangeIsLogged()
     bar.setStageCount(8);
     QCOMPARE(bar.text(5), QString());
     QCOMPARE(bar.text(7), QString());
+}
+
+void tst_KestStageProgressBar::listOfCaptionsIsThatOfTheSteps()
+{
+    const QString a = QStringLiteral("A long caption");
+    const QString b = QStringLiteral("b");
+    KestStageProgressBar bar;
+    bar.setTextVisible(true);
+    QCOMPARE(bar.texts(), QStringList({ QString(), QString(), QString(), QString(), QString() }));
+    bar.setStageCount(3);
+    bar.setText(1, b);
+    QCOMPARE(bar.texts(), QStringList({ QString(), b, QString() }));
+
+    // It makes the same bar as one caption after the other.
+    KestStageProgressBar other;
+    other.setTextVisible(true);
+    other.setStageCount(3);
+    setCaptions(&other, { a, b, a });
+    bar.minimumSizeHint();
+    bar.setTexts({ a, b, a });
+    QCOMPARE(bar.text(0), a);
+    QCOMPARE(bar.text(1), b);
+    QCOMPARE(bar.minimumSizeHint(), other.minimumSizeHint());
+    bar.resize(other.sizeHint());
+    other.resize(other.sizeHint());
+    QCOMPARE(bar.grab().toImage(), other.grab().toImage());
+
+    // What it does not reach is empty, and what is too much is told and dropped.
+    bar.setTexts({ b });
+    QCOMPARE(bar.texts(), QStringList({ b, QString(), QString() }));
+    QTest::ignoreMessage(QtDebugMsg, "stage out of range");
+    bar.setTexts({ a, b, a, b });
+    QCOMPARE(bar.texts(), QStringList({ a, b, a }));
+    QCOMPARE(bar.stageCount(), 3);
+    bar.setStageCount(4);
+    QCOMPARE(bar.text(3), QString());
+}
+
+void tst_KestStageProgressBar::listOfCaptionsIsAPropertyOfForms()
+{
+    KestStageProgressBar bar;
+    const QMetaObject *const meta = bar.metaObject();
+    const auto position = [meta](const char *name) { return meta->indexOfProperty(name); };
+    // Forms set properties in this order, and captions need their steps.
+    QVERIFY(position("texts") > position("stageCount"));
+    for (const char *name : { "texts", "stageCircleRadius" }) {
+        const QMetaProperty property = meta->property(position(name));
+        QVERIFY2(property.isWritable() && property.isDesignable() && property.isStored(), name);
+        QVERIFY2(property.hasStdCppSet(), name); // uic's code calls it
+    }
+    QVERIFY(bar.setProperty("stageCircleRadius", 13));
+    QCOMPARE(bar.stageCircleRadius(), 13);
 }
 
 void tst_KestStageProgressBar::negativeCaptionIndexDoesNothing()
