@@ -68,9 +68,9 @@ public:
         The dialog takes over the widget's window title unless it is empty, and its later changes.
         When the widget is a QDialog, finishing it finishes this dialog with the same result, and
         it is there again when this dialog is shown the next time. The size of the dialog is left
-        to its layout.
+        to its layout. Forms of Qt Designer call it, by its name too.
     */
-    void setCentralWidget(QWidget *widget);
+    Q_INVOKABLE void setCentralWidget(QWidget *widget);
 
     /*! Lets a drag on \a widget, a child of the dialog, move the dialog. Null is ignored. */
     void addMoveBar(QWidget *widget);

@@ -119,6 +119,15 @@ public:
     */
     void setCentralWidget(QWidget *widget);
 
+    /*!
+        Puts \a widget where it belongs in a form of Qt Designer, whose code calls this: a menu,
+        status or navigation bar becomes the window's own, anything else its central widget.
+
+        Unlike setCentralWidget() this leaves the size, title and icon of the window as they are.
+        Forms set these before they make what is in the window. Null is ignored.
+    */
+    Q_INVOKABLE void addFormWidget(QWidget *widget);
+
     /*! Lets a drag on \a widget, a child of the window, move the window. Null is ignored. */
     void addMoveBar(QWidget *widget);
     /*! Takes \a widget out of the widgets that move the window. Null is ignored. */

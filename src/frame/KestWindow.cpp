@@ -20,9 +20,11 @@
 #include <QtGui/QStatusTipEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QGridLayout>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QVBoxLayout>
 
+#include <optional>
 #include <typeinfo>
 
 namespace {
@@ -61,7 +63,35 @@ public:
     bool autoDPIScale = true;
     QSize originSize; // what the window was given before it was first shown
     QTimer *dpiTimer = nullptr;
+
+    std::optional<QSize> takeCentralWidget(KestWindow *window, QLayout *row, QWidget *widget);
 };
+
+// Makes the widget the central one. Returns the size that the host gave it, or nothing where there is
+// none to go on with: another one, or no window any more.
+std::optional<QSize> KestWindowPrivate::takeCentralWidget(KestWindow *window, QLayout *row,
+                                                          QWidget *widget)
+{
+    QWidget *const old = centralWidget;
+    if (old && old == widget)
+        return std::nullopt;
+    const QPointer<KestWindow> guard(window);
+    centralWidget = widget;
+    const auto isCurrent = [&guard, this, widget] {
+        return guard && widget && centralWidget == widget;
+    };
+    Util::hideAndDeleteLater(old);
+    if (!isCurrent())
+        return std::nullopt;
+    // The layout may change the size at any time from now on.
+    const QSize size = widget->size();
+    widget->setAutoFillBackground(true);
+    row->addWidget(widget);
+    if (!isCurrent())
+        return std::nullopt;
+    widget->installEventFilter(window);
+    return size;
+}
 
 class KestWindowLayouts
 {
@@ -244,33 +274,32 @@ QWidget *KestWindow::centralWidget() const
 
 void KestWindow::setCentralWidget(QWidget *widget)
 {
-    QWidget *const old = d->centralWidget;
-    if (old && old == widget)
-        return;
     const QPointer<KestWindow> guard(this);
-    d->centralWidget = widget;
-    const auto isCurrent = [&guard, this, widget] {
-        return guard && widget && d->centralWidget == widget;
-    };
-    Util::hideAndDeleteLater(old);
-    if (!isCurrent())
+    const std::optional<QSize> size = d->takeCentralWidget(this, layouts->contentLayout, widget);
+    if (!size)
         return;
-    // The size is the one that the host gave it: the layout may change it at any time from now on.
-    const QSize size = widget->size();
-    widget->setAutoFillBackground(true);
-    layouts->contentLayout->addWidget(widget);
-    if (!isCurrent())
-        return;
-    widget->installEventFilter(this);
+    const auto isCurrent = [&guard, this, widget] { return guard && d->centralWidget == widget; };
     setWindowTitle(widget->windowTitle());
     if (!isCurrent())
         return;
     const KestTitleBar *const bar = titleBar();
     if (!isCurrent())
         return;
-    resize(size.width(), size.height() + (bar ? bar->height() : 0));
+    resize(size->width(), size->height() + (bar ? bar->height() : 0));
     if (isCurrent())
         setWindowIcon(widget->windowIcon());
+}
+
+void KestWindow::addFormWidget(QWidget *widget)
+{
+    if (auto *menus = qobject_cast<QMenuBar *>(widget))
+        setMenuBar(menus);
+    else if (auto *status = qobject_cast<QStatusBar *>(widget))
+        setStatusBar(status);
+    else if (auto *navigation = qobject_cast<KestNavigationBar *>(widget))
+        setNavigationBar(navigation);
+    else if (widget)
+        d->takeCentralWidget(this, layouts->contentLayout, widget);
 }
 
 void KestWindow::addMoveBar(QWidget *widget)

@@ -177,6 +177,8 @@ private Q_SLOTS:
     void menuBarIsIgnoredWithoutTitleBar();
 
     void centralWidgetGivesTitleIconAndSize();
+    void centralWidgetOfAFormLeavesSizeTitleAndIcon();
+    void barsOfAFormTakeTheirPlaces();
     void centralWidgetOnAWindowWithoutTitleBarCreatesOne();
     void centralWidgetsTitleIsFollowed();
     void hiddenCentralWidgetsSizeIsFollowedWithItsTitle();
@@ -302,7 +304,11 @@ void tst_KestWindow::singleFlagLeavesTheFrame()
 void tst_KestWindow::metaObjectHasOneSlotOnly()
 {
     const QMetaObject &meta = KestWindow::staticMetaObject;
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 1);
+    // Behind it what forms call by its name, which is no slot.
+    QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
+    const QMetaMethod forms = meta.method(meta.methodOffset() + 1);
+    QCOMPARE(forms.methodSignature(), QByteArray("addFormWidget(QWidget*)"));
+    QCOMPARE(forms.methodType(), QMetaMethod::Method);
     const QMetaMethod slot = meta.method(meta.methodOffset());
     QCOMPARE(slot.methodSignature(), QByteArray("adaptScreenDPI()"));
     QCOMPARE(slot.methodType(), QMetaMethod::Slot);
@@ -593,6 +599,63 @@ void tst_KestWindow::centralWidgetGivesTitleIconAndSize()
     deleteDeferred();
     QVERIFY(placeholder.isNull());
     QCOMPARE(rowOf(window, "contentLayout")->count(), 1);
+}
+
+void tst_KestWindow::centralWidgetOfAFormLeavesSizeTitleAndIcon()
+{
+    KestWindow window;
+    const QPointer<QWidget> placeholder(window.centralWidget());
+    window.setWindowTitle(QStringLiteral("Form"));
+    window.setWindowIcon(redIcon());
+    const qint64 icon = window.windowIcon().cacheKey();
+    window.resize(500, 400);
+    QSignalSpy titles(&window, &QWidget::windowTitleChanged);
+
+    auto *central = new QWidget;
+    central->setWindowTitle(QStringLiteral("Page"));
+    central->resize(50, 60);
+    window.addFormWidget(central);
+    QCOMPARE(window.centralWidget(), central);
+    QCOMPARE(rowOf(window, "contentLayout")->indexOf(central), 1);
+    QVERIFY(central->autoFillBackground());
+    QCOMPARE(window.size(), QSize(500, 400));
+    QCOMPARE(window.windowTitle(), QStringLiteral("Form"));
+    QCOMPARE(window.windowIcon().cacheKey(), icon);
+    QCOMPARE(titles.count(), 0);
+    deleteDeferred();
+    QVERIFY(!placeholder);
+
+    // Neither null nor the same one changes anything.
+    window.addFormWidget(nullptr);
+    window.addFormWidget(central);
+    deleteDeferred();
+    QCOMPARE(window.centralWidget(), central);
+
+    // It is a central widget as any other: its later title is the window's.
+    central->setWindowTitle(QStringLiteral("Later"));
+    QCOMPARE(window.windowTitle(), QStringLiteral("Later"));
+
+    // Forms that are loaded find it by its name.
+    auto *next = new QWidget;
+    QVERIFY(QMetaObject::invokeMethod(&window, "addFormWidget", Q_ARG(QWidget *, next)));
+    QCOMPARE(window.centralWidget(), next);
+}
+
+void tst_KestWindow::barsOfAFormTakeTheirPlaces()
+{
+    KestWindow window;
+    QWidget *const central = window.centralWidget();
+    auto *menus = new QMenuBar(&window);
+    auto *navigation = new KestNavigationBar(&window);
+    auto *status = new QStatusBar(&window);
+    for (QWidget *bar : { static_cast<QWidget *>(status), static_cast<QWidget *>(menus),
+                          static_cast<QWidget *>(navigation) }) {
+        window.addFormWidget(bar);
+    }
+    QCOMPARE(window.menuBar(), menus);
+    QCOMPARE(window.navigationBar(), navigation);
+    QCOMPARE(window.statusBar(), status);
+    QCOMPARE(window.centralWidget(), central);
 }
 
 void tst_KestWindow::centralWidgetOnAWindowWithoutTitleBarCreatesOne()
