@@ -24,7 +24,7 @@ foreach(index 0 1)
   string(REPLACE " build " " ${build} " here "${here}")
   # What the README does not name is not there.
   string(REPLACE "-B " "-DCMAKE_DISABLE_FIND_PACKAGE_Qt5Test=ON -DCMAKE_DISABLE_FIND_PACKAGE_X11=ON \
-    -DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON -B " here "${here}")
+    -DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON -DCMAKE_DISABLE_FIND_PACKAGE_Qt5Designer=ON -B " here "${here}")
   execute_process(COMMAND sh -e -c "${here}" WORKING_DIRECTORY ${source}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)
