@@ -50,12 +50,12 @@ QString KestFormWidget::whatsThis() const
 
 QString KestFormWidget::includeFile() const
 {
-    return name() + QLatin1String(".h");
+    return name() + QStringLiteral(".h");
 }
 
 QIcon KestFormWidget::icon() const
 {
-    return QIcon(QStringLiteral(":/kestdesigner/") + name().toLower() + QLatin1String(".png"));
+    return QIcon(QStringLiteral(":/kestdesigner/") + name().toLower() + QStringLiteral(".png"));
 }
 
 bool KestFormWidget::isContainer() const
