@@ -5,6 +5,7 @@
 
 #include "ContactSheet.h"
 #include "GalleryWindow.h"
+#include "KestCircleProgressBar.h"
 #include "KestLoadingDialog.h"
 #include "pages/DialogsPage.h"
 #include "pages/MessageBoxPage.h"
@@ -29,6 +30,19 @@ void settle()
     loop.exec();
 }
 
+// Where their arcs are depends on the time: in pictures they stand still.
+void holdBusyBars(const QWidget *widget)
+{
+    const QList<KestCircleProgressBar *> bars = widget->findChildren<KestCircleProgressBar *>();
+    for (KestCircleProgressBar *bar : bars) {
+        if (bar->minimum() == bar->maximum()) {
+            bar->setRange(0, 4);
+            bar->setValue(1);
+            bar->setTextVisible(false);
+        }
+    }
+}
+
 class Writer
 {
 public:
@@ -39,6 +53,7 @@ public:
 
     void write(QWidget *widget, const QString &name)
     {
+        holdBusyBars(widget);
         settle();
         write(widget->grab().toImage(), name);
     }
@@ -63,6 +78,7 @@ private:
 
 void writePages(Writer *writer, GalleryWindow *window)
 {
+    settle(); // the window has just begun
     for (int i = 0; i < window->pageCount(); ++i) {
         window->setCurrentPage(i);
         const QString name = QStringLiteral("page-") + window->page(i)->windowTitle();
