@@ -395,8 +395,12 @@ void tst_Designer::picture()
     QWidget *const designer = m_core->topLevel();
     QVERIFY(designer && designer->isVisible());
     QVERIFY(designer->isAncestorOf(m_opened));
-    if (!file.isEmpty())
-        QVERIFY(designer->grab().save(file));
+    if (file.isEmpty())
+        return;
+    designer->showNormal();
+    designer->resize(1500, 800); // pixels
+    QTest::qWait(500); // for its layouts
+    QVERIFY(designer->grab().save(file));
 }
 
 class TestPlugin : public QObject, public QDesignerFormEditorPluginInterface
