@@ -7,13 +7,13 @@
 #include "KestTitleBar.h"
 #include "KestWindow.h"
 
+#include <QAction>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtCore/QTranslator>
 #include <QtGui/QClipboard>
 #include <QtGui/QContextMenuEvent>
 #include <QtTest/QtTest>
-#include <QtWidgets/QAction>
 #include <QtWidgets/QMenu>
 
 // What the real catalogues make of the widgets.
