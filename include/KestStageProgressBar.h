@@ -94,7 +94,8 @@ public:
     /*! Returns the captions of all steps, as many as there are steps; all empty by default. */
     QStringList texts() const;
     /*! Sets the captions of all steps to \a texts, in their order: steps that the list does not
-        reach have none then. What it has for steps past the last is dropped with a debug message. */
+        reach have none then. What it has for steps past the last is dropped with a debug message.
+     */
     void setTexts(const QStringList &texts);
 
     /*! Returns whether the captions are drawn; false by default. */

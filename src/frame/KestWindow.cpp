@@ -67,8 +67,8 @@ public:
     std::optional<QSize> takeCentralWidget(KestWindow *window, QLayout *row, QWidget *widget);
 };
 
-// Makes the widget the central one. Returns the size that the host gave it, or nothing where there is
-// none to go on with: another one, or no window any more.
+// Makes the widget the central one. Returns the size that the host gave it, or nothing where there
+// is none to go on with: another one, or no window any more.
 std::optional<QSize> KestWindowPrivate::takeCentralWidget(KestWindow *window, QLayout *row,
                                                           QWidget *widget)
 {

@@ -8,8 +8,8 @@
 #include <QtCore/QDebug>
 #include <QtCore/QTranslator>
 
-// The arguments are what is expected: a language, a text of the program's in it, one of the library's;
-// and where there is a fourth, a folder with the library's catalogues alone.
+// The arguments are what is expected: a language, a text of the program's in it, one of the
+// library's; and where there is a fourth, a folder with the library's catalogues alone.
 int main(int argc, char *argv[])
 {
     KestApplication app(argc, argv);
@@ -30,7 +30,7 @@ int main(int argc, char *argv[])
     KestWindow window;
     const auto *close = window.titleBar()->findChild<QWidget *>(QStringLiteral("closeBtn"));
     const QStringList found = { QCoreApplication::translate("Host", "Cream"),
-                              close->accessibleName() };
+                                close->accessibleName() };
     qDebug() << found;
     return found == QStringList(expected.mid(2, 2)) ? 0 : 1;
 }
