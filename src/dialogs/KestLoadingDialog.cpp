@@ -216,11 +216,12 @@ bool KestLoadingDialog::event(QEvent *event)
 
 bool KestLoadingDialog::eventFilter(QObject *watched, QEvent *event)
 {
+    // Qt sends one for new contents margins as well.
+    if (event->type() != QEvent::Resize || watched != window())
+        return false;
     // Qt must not go on with a window that a host deletes meanwhile.
     const QPointer<QObject> receiver(watched);
-    // Qt sends one for new contents margins as well.
-    if (event->type() == QEvent::Resize && watched == window())
-        d->cover();
+    d->cover();
     return receiver.isNull();
 }
 
