@@ -12,6 +12,7 @@
 #include <QtGui/QFocusEvent>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtWidgets/QWidget>
 
 #include <windows.h>
@@ -163,6 +164,8 @@ public:
     bool restoresPlacement = false; // as soon as Qt has shown the window
     QRect workRect; // of the monitor that the maximised window is on
     HMONITOR monitor = nullptr; // the one that workRect belongs to
+    QRect unstyledGeometry; // to come back to from a full screen that was there before the style
+    bool answersAsNormal = false; // what is asked for is the client area that it has unmaximised
 };
 
 void KestWinFramelessDelegatePrivate::updateWorkRect(HMONITOR current)
@@ -399,7 +402,7 @@ bool KestWinFramelessDelegate::nativeEvent(const QByteArray &eventType, void *me
 bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != d->widget)
-        return false;
+        return event->type() == QEvent::WindowStateChange && changeState(watched, event);
     // Qt must not go on with a window that a host deletes meanwhile.
     const QPointer<QObject> receiver(watched);
     switch (event->type()) {
@@ -430,11 +433,51 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
     return receiver.isNull();
 }
 
+// With a new state Qt notes the normal geometry of the window. It takes off it what the frame takes
+// off the contents at that time, which of a maximised window is more than of a normal one: it would
+// come back smaller by that much from each saveGeometry().
+bool KestWinFramelessDelegate::changeState(QObject *window, QEvent *event)
+{
+    if (!IsZoomed(handleOf(d->widget)))
+        return false;
+    const QPointer<KestWinFramelessDelegate> guard(this);
+    const QPointer<QObject> receiver(window);
+    d->answersAsNormal = true;
+    tellFrame();
+    if (!guard)
+        return receiver.isNull();
+    d->answersAsNormal = false;
+    window->event(event);
+    if (guard)
+        tellFrame();
+    return true;
+}
+
+// Qt learns from the answer to this message what the frame takes off the contents.
+void KestWinFramelessDelegate::tellFrame()
+{
+    const HWND window = handleOf(d->widget);
+    WINDOWPOS pos = {};
+    NCCALCSIZE_PARAMS params = {};
+    params.lppos = &pos;
+    GetWindowRect(window, params.rgrc);
+    SendMessageW(window, WM_NCCALCSIZE, TRUE, reinterpret_cast<LPARAM>(&params));
+}
+
 void KestWinFramelessDelegate::applyWindowState()
 {
     const QPointer<KestWinFramelessDelegate> guard(this);
     const Qt::WindowStates state = d->widget->windowState();
     qDebug() << "QRavWinFramelessDelegate::eventFilter QEvent::WindowStateChange" << state;
+    if (!(state & Qt::WindowFullScreen) && d->unstyledGeometry.isValid()) {
+        // Qt has given back the style and the frame of the time before full screen.
+        const QRect geometry = std::exchange(d->unstyledGeometry, QRect());
+        setWindowLong();
+        if (guard && state == Qt::WindowNoState)
+            d->widget->setGeometry(geometry);
+        if (!guard)
+            return;
+    }
     QMargins margins;
     if (state == Qt::WindowNoState) {
         // A window that was restored above the work area could not be caught again.
@@ -473,6 +516,9 @@ void KestWinFramelessDelegate::prepareShow()
         setWindowLong();
         if (!guard)
             return;
+        if (QWindow *const window = d->widget->windowHandle())
+            window->installEventFilter(this);
+        d->unstyledGeometry = d->widget->isFullScreen() ? d->widget->normalGeometry() : QRect();
     }
     // Qt is not to choose a size of its own.
     d->widget->setAttribute(Qt::WA_Resized);
@@ -559,7 +605,7 @@ bool KestWinFramelessDelegate::calculateClientArea(MSG *msg, KestNativeResult *r
     rects[2] = rects[1];
     rects[1] = rects[0];
 
-    if (!IsZoomed(msg->hwnd)) {
+    if (d->answersAsNormal || !IsZoomed(msg->hwnd)) {
         // All of the window is contents. The one pixel more keeps the system from taking it for a
         // window that has no frame at all.
         rects[0].bottom += 1;

@@ -63,6 +63,8 @@ public:
 private:
     Q_DISABLE_COPY(KestWinFramelessDelegate)
     void watch(QWidget *bar);
+    bool changeState(QObject *window, QEvent *event);
+    void tellFrame();
     void applyWindowState();
     void prepareShow();
     void savePlacement();

@@ -13,6 +13,7 @@
 #include <QtGui/QFocusEvent>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtGui/qpa/qwindowsysteminterface.h>
 #include <QtTest/QTest>
 #include <QtWidgets/QWidget>
@@ -69,12 +70,17 @@ public:
     QPointer<KestWinFramelessDelegate> delegate;
     std::function<void()> onFocus;
     std::function<void()> onMove;
+    std::function<void()> onState;
 
 protected:
     bool event(QEvent *event) override
     {
         if (event->type() == QEvent::FocusIn && onFocus) {
             onFocus();
+            return true;
+        }
+        if (event->type() == QEvent::WindowStateChange && onState) {
+            onState();
             return true;
         }
         return QWidget::event(event);
@@ -133,6 +139,12 @@ private Q_SLOTS:
     void windowMayDieOfTheFocus();
     void windowMayGetANewNativeOneByTheFocus();
 
+    void stateOfEachNativeWindowIsNoted();
+    void windowMayDieWhileItsStateIsNoted();
+    void windowMayDieOfItsState();
+    void frameMayDieWhileAStateIsNoted();
+    void frameMayDieAsTheWindowLeavesFullScreen();
+
     void placementIsNotRestoredOfAWindowHiddenSince();
     void placementIsNotRestoredOfAWindowRestoredSince();
     void placementIsRestoredOnceForTwoShows();
@@ -142,6 +154,8 @@ private Q_SLOTS:
     void windowWithoutHandleGetsNoStyle();
 
 private:
+    // Tells the native window of a state, as Qt does.
+    void tellState();
     // Shows the window maximised, with a placement to be restored by the next event loop.
     void showWithAPlacement(int left);
 
@@ -329,6 +343,71 @@ void tst_WinFrame_Lifetime::windowMayGetANewNativeOneByTheFocus()
     QVERIFY(m_window->consumes(WM_SETFOCUS));
     m_window->onFocus = nullptr;
     QVERIFY(!m_window->consumes(WM_SETFOCUS));
+}
+
+void tst_WinFrame_Lifetime::tellState()
+{
+    m_windows.zoomed = true;
+    QWindowStateChangeEvent changed(Qt::WindowMaximized);
+    QCoreApplication::sendEvent(m_window->windowHandle(), &changed);
+}
+
+void tst_WinFrame_Lifetime::stateOfEachNativeWindowIsNoted()
+{
+    for (int i = 0; i < 2; ++i) {
+        m_window->show();
+        m_windows.takeCalls();
+        tellState();
+        QCOMPARE(m_windows.takeCalls(),
+                 QStringList({ QStringLiteral("send 0x83 0x1"), QStringLiteral("send 0x83 0x1") }));
+        m_window->hide();
+        m_window->recreate();
+        m_window->useHandle();
+    }
+}
+
+void tst_WinFrame_Lifetime::windowMayDieWhileItsStateIsNoted()
+{
+    m_window->show();
+    m_windows.receive = [this](MSG *) { delete m_window; };
+    tellState();
+    QVERIFY(!m_window);
+    // Nothing more is said of it.
+    QCOMPARE(m_windows.takeCalls().filter(QStringLiteral("send")).size(), 1);
+}
+
+void tst_WinFrame_Lifetime::windowMayDieOfItsState()
+{
+    m_window->show();
+    m_window->setWindowState(Qt::WindowMaximized);
+    // The system restores it, of which the widget is told.
+    m_window->windowHandle()->setWindowState(Qt::WindowNoState);
+    m_window->onState = [this] { delete m_window; };
+    m_windows.takeCalls();
+    tellState();
+    QVERIFY(!m_window);
+    QCOMPARE(m_windows.takeCalls().filter(QStringLiteral("send")).size(), 1);
+}
+
+void tst_WinFrame_Lifetime::frameMayDieWhileAStateIsNoted()
+{
+    m_window->show();
+    int states = 0;
+    connect(m_window->windowHandle(), &QWindow::windowStateChanged, this, [&states] { ++states; });
+    m_windows.receive = [this](MSG *) { delete m_window->delegate; };
+    tellState();
+    QVERIFY(m_window);
+    // Qt gets to know it.
+    QCOMPARE(states, 1);
+}
+
+void tst_WinFrame_Lifetime::frameMayDieAsTheWindowLeavesFullScreen()
+{
+    m_window->showFullScreen();
+    m_windows.during[QStringLiteral("SetWindowPos")] = [this] { delete m_window->delegate; };
+    m_window->setWindowState(Qt::WindowNoState);
+    QVERIFY(m_window);
+    QVERIFY(!m_window->delegate);
 }
 
 void tst_WinFrame_Lifetime::placementIsNotRestoredOfAWindowHiddenSince()

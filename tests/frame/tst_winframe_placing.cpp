@@ -11,6 +11,7 @@
 #include <QtCore/QScopeGuard>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtGui/QWindowStateChangeEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QVBoxLayout>
@@ -53,11 +54,18 @@ private Q_SLOTS:
     void restoredWindowIsWithinReachOnAnyScreen();
     void menuOpensInPixelsOfTheFinestScreen();
 
+    void normalGeometryIsNotedWithTheFrameOfANormalWindow();
+    void otherStatesAreNotedAsTheyAre();
+    void windowThatStartsInFullScreenLeavesItAsOthersDo_data();
+    void windowThatStartsInFullScreenLeavesItAsOthersDo();
+
     void layoutCoversAMaximizedWindow();
     void layoutKeepsToTheMarginsElse_data();
     void layoutKeepsToTheMarginsElse();
 
 private:
+    // What is said of the contents around the news of another state, and the news.
+    QStringList saidWithAState();
     // What is left of a window of \a outside for its contents.
     QRect contentsOf(const QRect &outside);
     // What \a message does; whether it was consumed is in the result.
@@ -341,6 +349,81 @@ void tst_WinFrame_Placing::otherSettingsChangeNothing()
     QVERIFY(!send(WM_SETTINGCHANGE));
     QVERIFY(!send(WM_SETTINGCHANGE, SPI_SETWORKAREA + 1));
     QCOMPARE(m_windows.takeCalls(), QStringList());
+}
+
+QStringList tst_WinFrame_Placing::saidWithAState()
+{
+    QStringList said;
+    m_windows.rect = Covering;
+    m_windows.receive = [this, &said](MSG *msg) {
+        KestNativeResult result = 0;
+        m_delegate->nativeEvent(QByteArray(), msg, &result);
+        const RECT &contents = reinterpret_cast<NCCALCSIZE_PARAMS *>(msg->lParam)->rgrc[0];
+        const QRect rect(QPoint(contents.left, contents.top),
+                         QPoint(contents.right - 1, contents.bottom - 1));
+        said.append(rect == Covering.adjusted(0, 0, 0, 1) ? QStringLiteral("all")
+                        : rect == WorkArea                ? QStringLiteral("work area")
+                                                          : QStringLiteral("?"));
+    };
+    m_window->show();
+    QWindow *const window = m_window->windowHandle();
+    connect(window, &QWindow::windowStateChanged, this,
+            [&said] { said.append(QStringLiteral("state")); });
+    QWindowStateChangeEvent changed(Qt::WindowNoState);
+    QCoreApplication::sendEvent(window, &changed);
+    // Other events of the window concern nobody.
+    QEvent other(QEvent::User);
+    QCoreApplication::sendEvent(window, &other);
+    m_windows.receive = nullptr;
+    return said;
+}
+
+void tst_WinFrame_Placing::normalGeometryIsNotedWithTheFrameOfANormalWindow()
+{
+    const QStringList expected { QStringLiteral("all"), QStringLiteral("state"),
+                                 QStringLiteral("work area") };
+    QCOMPARE(saidWithAState(), expected);
+    QCOMPARE(contentsOf(Covering), WorkArea);
+}
+
+void tst_WinFrame_Placing::otherStatesAreNotedAsTheyAre()
+{
+    m_windows.zoomed = false;
+    QCOMPARE(saidWithAState(), QStringList(QStringLiteral("state")));
+}
+
+void tst_WinFrame_Placing::windowThatStartsInFullScreenLeavesItAsOthersDo_data()
+{
+    QTest::addColumn<bool>("starts");
+    QTest::addColumn<int>("styles"); // that it is given as it leaves
+    QTest::newRow("from the start") << true << 1;
+    QTest::newRow("later") << false << 0;
+}
+
+void tst_WinFrame_Placing::windowThatStartsInFullScreenLeavesItAsOthersDo()
+{
+    QFETCH(bool, starts);
+    QFETCH(int, styles);
+    const QRect before(200, 150, 400, 300);
+    m_windows.zoomed = false;
+    m_windows.rect = before;
+    m_window->setGeometry(before);
+    if (!starts)
+        m_window->show();
+    m_window->showFullScreen();
+    QCoreApplication::processEvents();
+    m_windows.style = 0; // what Qt gives back
+    for (int i = 0; i < 2; ++i) {
+        m_windows.takeCalls();
+        m_window->setWindowState(Qt::WindowNoState);
+        QCoreApplication::processEvents();
+        // Once is enough: Qt has the style for the next time then.
+        const QStringList set = m_windows.takeCalls().filter(QStringLiteral("SetWindowLongW"));
+        QCOMPARE(set.size(), i == 0 ? styles : 0);
+        QCOMPARE(m_window->geometry(), before);
+        m_window->showFullScreen();
+        QCoreApplication::processEvents();
+    }
 }
 
 void tst_WinFrame_Placing::layoutCoversAMaximizedWindow()

@@ -132,15 +132,6 @@ void tst_Gallery_Window::windowComesBackWhereItWas()
             again.showNormal();
             RealInput::settle(200);
         }
-#ifdef Q_OS_WIN
-        // One that was closed maximised comes back smaller by a frame of the system's, which Qt
-        // takes off its normal geometry though the window has none.
-        if (maximized) {
-            QEXPECT_FAIL("", "saveGeometry() of a maximised window", Continue);
-            QCOMPARE(again.size(), size);
-            break;
-        }
-#endif
         QTRY_COMPARE(again.size(), size);
         QTRY_COMPARE(RealInput::windowPosition(again.winId()), place);
     }

@@ -155,6 +155,15 @@ BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     return TRUE;
 }
 
+LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    record(window == fake().window, QStringLiteral("send %1 %2").arg(hex(message), hex(wParam)));
+    MSG msg = { window, message, wParam, lParam };
+    if (fake().receive)
+        fake().receive(&msg);
+    return 0;
+}
+
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const bool expected = window == fake().window && message == WM_NCCALCSIZE && lParam;

@@ -49,6 +49,9 @@ struct FakeWindows
         to the window, or have a loop of their own. */
     QHash<QString, std::function<void()>> during;
 
+    /*! Gets what is sent to the window, as its window procedure would. */
+    std::function<void(MSG *)> receive;
+
     QStringList calls;
     /*! The calls since the last time. */
     QStringList takeCalls() { return std::exchange(calls, QStringList()); }

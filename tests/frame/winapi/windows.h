@@ -170,6 +170,7 @@ BOOL SetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition, const MENUITEMINFO
 BOOL SetMenuDefaultItem(HMENU menu, UINT item, UINT byPosition);
 BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window, void *params);
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 SHORT GetKeyState(int key);
 
