@@ -19,6 +19,19 @@
         <extracomment>What the overlay over a busy window is called. It is shown nowhere.</extracomment>
         <translation>Bitte warten</translation>
     </message>
+    <message>
+        <source>Please wait</source>
+        <extracomment>What a screen reader says when the overlay covers a busy window</extracomment>
+        <translation>Bitte warten</translation>
+    </message>
+</context>
+<context>
+    <name>KestNavigationBar</name>
+    <message>
+        <source>Help</source>
+        <extracomment>What a screen reader calls the entry that opens the help</extracomment>
+        <translation>Hilfe</translation>
+    </message>
 </context>
 <context>
     <name>KestTitleBar</name>
@@ -39,8 +52,17 @@
     </message>
     <message>
         <source>Maximize</source>
-        <extracomment>What a screen reader calls the button that maximises or restores the window</extracomment>
         <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Title bar</source>
+        <extracomment>What a screen reader calls the title bar</extracomment>
+        <translation>Titelleiste</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <extracomment>What a screen reader calls the button of a maximised window that restores it</extracomment>
+        <translation>Wiederherstellen</translation>
     </message>
 </context>
 </TS>

@@ -19,6 +19,19 @@
         <extracomment>What the overlay over a busy window is called. It is shown nowhere.</extracomment>
         <translation>正在加载</translation>
     </message>
+    <message>
+        <source>Please wait</source>
+        <extracomment>What a screen reader says when the overlay covers a busy window</extracomment>
+        <translation>请稍候</translation>
+    </message>
+</context>
+<context>
+    <name>KestNavigationBar</name>
+    <message>
+        <source>Help</source>
+        <extracomment>What a screen reader calls the entry that opens the help</extracomment>
+        <translation>帮助</translation>
+    </message>
 </context>
 <context>
     <name>KestTitleBar</name>
@@ -39,8 +52,17 @@
     </message>
     <message>
         <source>Maximize</source>
-        <extracomment>What a screen reader calls the button that maximises or restores the window</extracomment>
         <translation>最大化</translation>
+    </message>
+    <message>
+        <source>Title bar</source>
+        <extracomment>What a screen reader calls the title bar</extracomment>
+        <translation>标题栏</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <extracomment>What a screen reader calls the button of a maximised window that restores it</extracomment>
+        <translation>还原</translation>
     </message>
 </context>
 </TS>

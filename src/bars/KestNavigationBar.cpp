@@ -3,6 +3,7 @@
 
 #include "KestNavigationBar.h"
 
+#include "KestAccessibleParts.h"
 #include "KestNavigationImageButton.h"
 #include "KestUserButton.h"
 #include "QuietLayout.h"
@@ -17,6 +18,8 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QWidgetAction>
 
+#include <utility>
+
 namespace {
 
 const int BarHeight = 50; // pixels
@@ -25,6 +28,7 @@ const int EntrySpacing = 1; // pixels
 const int GroupCount = 3;
 
 const char PositionProperty[] = "Kest_ActionPosition";
+const char HelpProperty[] = "Kest_Help";
 
 // Unset means the left group.
 int positionOf(const QAction *action)
@@ -69,7 +73,7 @@ QAction *inserted(KestNavigationBar *bar, int index, QAction *action,
 class KestNavigationBarPrivate
 {
 public:
-    explicit KestNavigationBarPrivate(KestNavigationBar *bar) : quiet(bar) { }
+    explicit KestNavigationBarPrivate(KestNavigationBar *bar) : q(bar), quiet(bar) { }
 
     struct Group
     {
@@ -77,11 +81,13 @@ public:
         QHBoxLayout *layout = nullptr;
     };
 
+    KestNavigationBar *const q;
     Group groups[GroupCount];
     QHash<QAction *, Group *>
         places; // for looking up; an action may have died or changed its place
     QSize iconSize = QSize(16, 16);
     QuietLayout quiet;
+    QString helpName; // that the bar gave the help entries last
 
     // Null for a position that is no group.
     Group *group(int position)
@@ -95,11 +101,45 @@ public:
         Group *const group = places.value(action);
         return group && Util::find(action, group->items) ? group : nullptr;
     }
+
+    void nameHelp(const KestWidgetItem *item);
+    void nameHelps();
 };
+
+// For screen readers, as long as the entry has no text. A name that a host gave stays.
+void KestNavigationBarPrivate::nameHelp(const KestWidgetItem *item)
+{
+    const QAction *const action = item->action();
+    QWidget *const button = item->widget();
+    if (!action || !button || !action->property(HelpProperty).toBool())
+        return;
+    //: What a screen reader calls the entry that opens the help
+    const QString name = action->text().isEmpty() ? KestNavigationBar::tr("Help") : QString();
+    const QString before = button->accessibleName();
+    // Names that are set are announced, also where they are the same.
+    if (before != name && (before.isEmpty() || before == helpName))
+        button->setAccessibleName(name);
+}
+
+void KestNavigationBarPrivate::nameHelps()
+{
+    QList<std::shared_ptr<KestWidgetItem>> items;
+    for (const Group &group : groups)
+        items += group.items;
+    const QPointer<KestNavigationBar> guard(q);
+    for (const auto &item : std::as_const(items)) {
+        nameHelp(item.get());
+        if (!guard)
+            return;
+    }
+    helpName = KestNavigationBar::tr("Help");
+}
 
 KestNavigationBar::KestNavigationBar(QWidget *parent)
     : QWidget(parent), d(new KestNavigationBarPrivate(this))
 {
+    KestAccessibleParts::install();
+    d->helpName = tr("Help");
     setFixedHeight(BarHeight);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(BarMargin, BarMargin, BarMargin, BarMargin);
@@ -193,6 +233,7 @@ QAction *KestNavigationBar::insertHelp(int index, const QUrl &url, const QIcon &
                                        ActionPosition position)
 {
     auto *action = new QAction(icon, QString(), this);
+    action->setProperty(HelpProperty, true);
     connect(action, &QAction::triggered, action, [url] { QDesktopServices::openUrl(url); });
     return inserted(this, index, action, position);
 }
@@ -273,15 +314,26 @@ void KestNavigationBar::setIconSize(const QSize &size)
 bool KestNavigationBar::event(QEvent *event)
 {
     d->quiet.see(event);
+    if (event->type() == QEvent::LanguageChange) {
+        const QPointer<KestNavigationBar> guard(this);
+        d->nameHelps();
+        if (!guard)
+            return true;
+    }
     return QWidget::event(event);
 }
 
 void KestNavigationBar::actionEvent(QActionEvent *event)
 {
-    // Changes reach the widgets by themselves.
-    if (event->type() == QEvent::ActionChanged)
-        return;
     QAction *const action = event->action();
+    // Changes reach the widgets by themselves, but for what is read in place of a text.
+    if (event->type() == QEvent::ActionChanged) {
+        const bool isHelp = action->property(HelpProperty).toBool();
+        KestNavigationBarPrivate::Group *const group = isHelp ? d->places.value(action) : nullptr;
+        if (const auto item = group ? Util::find(action, group->items) : nullptr)
+            d->nameHelp(item.get());
+        return;
+    }
 
     if (event->type() == QEvent::ActionAdded) {
         // Whoever heard of it first may have deleted the action, or taken it away again.
@@ -318,6 +370,8 @@ void KestNavigationBar::actionEvent(QActionEvent *event)
             Q_EMIT item->iconSizeChanged(d->iconSize);
         d->places.insert(action, group);
         Util::addItem(item, group->items, event->before(), group->layout);
+        if (guard)
+            d->nameHelp(item.get());
         return;
     }
 

@@ -3,6 +3,7 @@
 
 #include "KestTitleBar.h"
 
+#include "KestAccessibleParts.h"
 #include "KestMaximumSizeButton.h"
 #include "MenuBarItem.h"
 #include "QtVersions.h"
@@ -220,8 +221,12 @@ void KestTitleBarPrivate::followParent()
 
 void KestTitleBarPrivate::followState()
 {
-    if (maximumSizeBtn && q->parentWidget())
-        maximumSizeBtn->setMaximumSized(parentIsMaximized());
+    if (!maximumSizeBtn || !q->parentWidget())
+        return;
+    const QPointer<KestTitleBar> guard(q);
+    maximumSizeBtn->setMaximumSized(parentIsMaximized());
+    if (guard)
+        nameButtons();
 }
 
 // For when the state may have changed unheard of. The button is polished anew whenever it is told.
@@ -258,14 +263,18 @@ void KestTitleBarPrivate::nameButtons()
         { closeBtn, KestTitleBar::tr("Close") },
         //: What a screen reader calls the button that minimises the window
         { minimumSizeBtn, KestTitleBar::tr("Minimize") },
-        //: What a screen reader calls the button that maximises or restores the window
-        { maximumSizeBtn.data(), KestTitleBar::tr("Maximize") }
+        { maximumSizeBtn.data(),
+          maximumSizeBtn && maximumSizeBtn->maximumSized()
+              //: What a screen reader calls the button of a maximised window that restores it
+              ? KestTitleBar::tr("Restore")
+              //: What a screen reader calls the button that maximises the window
+              : KestTitleBar::tr("Maximize") }
     };
     const QPointer<KestTitleBar> guard(q);
     for (size_t i = 0; i < names.size() && guard; ++i) {
         const auto &[button, name] = buttons[i];
         const QString before = std::exchange(names[i], name);
-        if (button && button->accessibleName() == before)
+        if (button && name != before && button->accessibleName() == before)
             button->setAccessibleName(name);
     }
 }
@@ -273,6 +282,7 @@ void KestTitleBarPrivate::nameButtons()
 KestTitleBar::KestTitleBar(QWidget *parent)
     : QWidget(parent), ui(new Ui_KestTitleBar), d(new KestTitleBarPrivate(this))
 {
+    KestAccessibleParts::install();
     ui->setupUi(this);
     d->closeBtn = ui->closeBtn;
     d->minimumSizeBtn = ui->minimumSizeBtn;

@@ -3,6 +3,7 @@
 
 #include "KestLoadingDialog.h"
 
+#include "KestAccessibleParts.h"
 #include "KestDialog.h"
 #include "KestWindow.h"
 #include "ui_KestLoadingDialog.h"
@@ -115,6 +116,7 @@ void KestLoadingDialogPrivate::quitLoop()
 KestLoadingDialog::KestLoadingDialog(QWidget *parent)
     : QWidget(parent ? parent->window() : nullptr), d(new KestLoadingDialogPrivate(this))
 {
+    KestAccessibleParts::install();
     setFocusPolicy(Qt::StrongFocus);
     d->ui.setupUi(this);
     d->ui.label->setMovie(

@@ -3,6 +3,7 @@
 
 #include "KestNavigationBar.h"
 
+#include "Announcements.h"
 #include "KestNavigationImageButton.h"
 #include "KestSeparator.h"
 #include "KestUserButton.h"
@@ -12,7 +13,9 @@
 #include <QtCore/QMetaEnum>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
+#include <QtCore/QTranslator>
 #include <QtCore/QUrl>
+#include <QtGui/QAccessible>
 #include <QtGui/QDesktopServices>
 #include <QtGui/QIcon>
 #include <QtTest/QSignalSpy>
@@ -123,6 +126,12 @@ private Q_SLOTS:
     void separatorsAreSquare();
     void helpOpensItsUrl();
     void helpTakesTheNameHelp();
+    void helpIsReadAsHelpUntilItHasAText();
+    void spokenNameOfHelpMayBeTheHosts();
+    void spokenNameOfHelpIsTranslated();
+    void newSpokenNameOfHelpMayDeleteTheBar_data();
+    void newSpokenNameOfHelpMayDeleteTheBar();
+    void screenReaderFindsAToolBar();
     void logoIsAnImageButton();
     void userIsAUserButton();
     void lookUps();
@@ -542,6 +551,118 @@ void tst_KestNavigationBar::helpTakesTheNameHelp()
     QCOMPARE(help->objectName(), QString());
     help->setObjectName(QStringLiteral("help"));
     QCOMPARE(widgetAt(bar, 0, Left)->objectName(), QStringLiteral("help"));
+}
+
+void tst_KestNavigationBar::helpIsReadAsHelpUntilItHasAText()
+{
+    KestNavigationBar bar;
+    QAction *const help = bar.addHelp(QUrl(), icon(), Left);
+    QAction *const plain = bar.addAction(icon(), QString(), Left);
+    QCOMPARE(widgetAt(bar, 0, Left)->accessibleName(), QStringLiteral("Help"));
+    QCOMPARE(widgetAt(bar, 1, Left)->accessibleName(), QString());
+    help->setText(QStringLiteral("Manual"));
+    QCOMPARE(widgetAt(bar, 0, Left)->accessibleName(), QString());
+    QCOMPARE(QAccessible::queryAccessibleInterface(widgetAt(bar, 0, Left))->text(QAccessible::Name),
+             QStringLiteral("Manual"));
+    help->setText(QString());
+    QCOMPARE(widgetAt(bar, 0, Left)->accessibleName(), QStringLiteral("Help"));
+    plain->setIconText(QStringLiteral("Plain"));
+    QCOMPARE(widgetAt(bar, 1, Left)->accessibleName(), QString());
+    // With another button elsewhere.
+    bar.addAction(help, Right);
+    QCOMPARE(widgetAt(bar, 0, Right)->accessibleName(), QStringLiteral("Help"));
+}
+
+void tst_KestNavigationBar::spokenNameOfHelpMayBeTheHosts()
+{
+    KestNavigationBar bar;
+    QAction *const help = bar.addHelp(QUrl(), icon(), Left);
+    widgetAt(bar, 0, Left)->setAccessibleName(QStringLiteral("Handbook"));
+    help->setText(QStringLiteral("Manual"));
+    help->setText(QString());
+    QEvent languageChange(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&bar, &languageChange);
+    QCOMPARE(widgetAt(bar, 0, Left)->accessibleName(), QStringLiteral("Handbook"));
+}
+
+class HelpTranslator : public QTranslator
+{
+public:
+    explicit HelpTranslator(const char *help) : m_help(QString::fromLatin1(help)) { }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        return qstrcmp(context, "KestNavigationBar") == 0 && qstrcmp(text, "Help") == 0 ? m_help
+                                                                                        : QString();
+    }
+
+private:
+    QString m_help;
+};
+
+void tst_KestNavigationBar::spokenNameOfHelpIsTranslated()
+{
+    KestNavigationBar bar;
+    bar.addHelp(QUrl(), icon(), Left);
+    bar.addHelp(QUrl(), icon(), Right);
+    const auto names = [&bar] {
+        QCoreApplication::processEvents();
+        return QStringList { widgetAt(bar, 0, Left)->accessibleName(),
+                             widgetAt(bar, 0, Right)->accessibleName() };
+    };
+    bar.show();
+    {
+        HelpTranslator german("Hilfe");
+        QCoreApplication::installTranslator(&german);
+        QCOMPARE(names(), QStringList({ QStringLiteral("Hilfe"), QStringLiteral("Hilfe") }));
+        HelpTranslator french("Aide");
+        QCoreApplication::installTranslator(&french);
+        QCOMPARE(names(), QStringList({ QStringLiteral("Aide"), QStringLiteral("Aide") }));
+    }
+    QCOMPARE(names(), QStringList({ QStringLiteral("Help"), QStringLiteral("Help") }));
+}
+
+void tst_KestNavigationBar::newSpokenNameOfHelpMayDeleteTheBar_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::newRow("added") << QStringLiteral("added");
+    QTest::newRow("language") << QStringLiteral("language");
+    QTest::newRow("text") << QStringLiteral("text");
+}
+
+void tst_KestNavigationBar::newSpokenNameOfHelpMayDeleteTheBar()
+{
+    QFETCH(QString, change);
+    const QPointer<KestNavigationBar> bar(new KestNavigationBar);
+    QAction *const help = bar->addHelp(QUrl(), icon(), Left);
+    help->setParent(this); // Qt goes on with one that changes
+    bar->addHelp(QUrl(), icon(), Left);
+    Announcements reader;
+    if (change == QLatin1String("language"))
+        widgetAt(*bar, 0, Left)->setAccessibleName(QString());
+    reader.onEach([&bar] { delete bar; });
+    QEvent languageChange(QEvent::LanguageChange);
+    if (change == QLatin1String("added"))
+        bar->addHelp(QUrl(), icon(), Right);
+    else if (change == QLatin1String("language"))
+        QCoreApplication::sendEvent(bar, &languageChange);
+    else
+        help->setText(QStringLiteral("Manual"));
+    QVERIFY(bar.isNull());
+}
+
+void tst_KestNavigationBar::screenReaderFindsAToolBar()
+{
+    KestNavigationBar bar;
+    bar.setAccessibleName(QStringLiteral("Tasks"));
+    bar.addSeparator(Left)->setParent(&bar);
+    QAccessibleInterface *const found = QAccessible::queryAccessibleInterface(&bar);
+    QCOMPARE(found->role(), QAccessible::ToolBar);
+    QCOMPARE(found->text(QAccessible::Name), QStringLiteral("Tasks"));
+    QCOMPARE(found->childCount(), 1);
+    QCOMPARE(found->child(0)->role(), QAccessible::Separator);
+    QCOMPARE(found->child(0)->text(QAccessible::Name), QString());
 }
 
 void tst_KestNavigationBar::logoIsAnImageButton()

@@ -3,13 +3,16 @@
 
 #include "KestTitleBar.h"
 
+#include "Announcements.h"
 #include "KestMaximumSizeButton.h"
 #include "OnEvent.h"
 #include "TitleBarHost.h"
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
 #include <QtCore/QTranslator>
+#include <QtGui/QAccessible>
 #include <QtGui/QResizeEvent>
 #include <QtGui/QWindowStateChangeEvent>
 #include <QtTest/QTest>
@@ -29,6 +32,10 @@ private Q_SLOTS:
     void formIsBuiltAsDesigned();
     void formKeepsAnObjectName();
     void windowTitleIsTranslatable();
+    void screenReaderFindsTheBar();
+    void maximiseButtonIsCalledByWhatItDoes();
+    void nameOfTheMaximiseButtonMayBeTheHosts();
+    void newNameOfTheMaximiseButtonMayDeleteTheBar();
     void sheetPaintsTheGround();
     void barWithoutParentIsHarmless();
 
@@ -178,6 +185,65 @@ void tst_KestTitleBar::formKeepsAnObjectName()
     QEvent languageChange(QEvent::LanguageChange);
     QCoreApplication::sendEvent(host.bar, &languageChange);
     QCOMPARE(host.bar->objectName(), QStringLiteral("own"));
+}
+
+void tst_KestTitleBar::screenReaderFindsTheBar()
+{
+    Host host;
+    QAccessibleInterface *const bar = QAccessible::queryAccessibleInterface(host.bar);
+    QCOMPARE(bar->role(), QAccessible::Pane);
+    QCOMPARE(bar->text(QAccessible::Name), QStringLiteral("Title bar"));
+    QCOMPARE(bar->text(QAccessible::Description), QString());
+    QVERIFY(!bar->state().busy);
+    host.bar->setAccessibleName(QStringLiteral("Top"));
+    QCOMPARE(bar->text(QAccessible::Name), QStringLiteral("Top"));
+}
+
+void tst_KestTitleBar::maximiseButtonIsCalledByWhatItDoes()
+{
+    Host host;
+    const QWidget *const button = host.button("maximumSizeBtn");
+    const Announcements reader;
+    host.setWindowState(Qt::WindowMaximized);
+    QCOMPARE(button->accessibleName(), QStringLiteral("Restore"));
+    host.setWindowState(Qt::WindowNoState);
+    QCOMPARE(button->accessibleName(), QStringLiteral("Maximize"));
+    host.showMaximized();
+    QCOMPARE(button->accessibleName(), QStringLiteral("Restore"));
+    QEvent languageChange(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(host.bar, &languageChange);
+    QCOMPARE(button->accessibleName(), QStringLiteral("Restore"));
+    host.showNormal();
+    QCOMPARE(button->accessibleName(), QStringLiteral("Maximize"));
+    // One that comes to a maximised window.
+    QWidget other;
+    other.setWindowState(Qt::WindowMaximized);
+    const TitleBar late(&other);
+    QCOMPARE(late.findChild<QWidget *>(QStringLiteral("maximumSizeBtn"))->accessibleName(),
+             QStringLiteral("Restore"));
+}
+
+void tst_KestTitleBar::nameOfTheMaximiseButtonMayBeTheHosts()
+{
+    Host host;
+    QWidget *const button = host.button("maximumSizeBtn");
+    button->setAccessibleName(QStringLiteral("Grow"));
+    host.setWindowState(Qt::WindowMaximized);
+    QCOMPARE(button->accessibleName(), QStringLiteral("Grow"));
+    host.setWindowState(Qt::WindowNoState);
+    QCOMPARE(button->accessibleName(), QStringLiteral("Grow"));
+}
+
+void tst_KestTitleBar::newNameOfTheMaximiseButtonMayDeleteTheBar()
+{
+    Host host;
+    const QPointer<TitleBar> bar(host.bar);
+    Announcements reader;
+    reader.onEach([&bar] { delete bar; });
+    host.setWindowState(Qt::WindowMaximized);
+    QVERIFY(bar.isNull());
+    QCOMPARE(reader.take(), QStringList(QStringLiteral("name Restore")));
+    host.setWindowState(Qt::WindowNoState);
 }
 
 void tst_KestTitleBar::windowTitleIsTranslatable()

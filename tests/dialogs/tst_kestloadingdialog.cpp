@@ -10,6 +10,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
+#include <QtGui/QAccessible>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QMovie>
 #include <QtGui/QWindow>
@@ -117,6 +118,7 @@ private Q_SLOTS:
     void escapeDoesNothingWhenDisabled();
     void otherKeysAreSwallowed();
     void focusStaysOnTheOverlay();
+    void screenReaderIsToldToWait();
     void focusGoesBackToTheWidgetThatHadIt_data();
     void focusGoesBackToTheWidgetThatHadIt();
     void focusMovesOnWhereItCannotGoBack_data();
@@ -613,6 +615,19 @@ void tst_KestLoadingDialog::otherKeysAreSwallowed()
     overlay.setCancelEnable(true);
     execAnd(&overlay, [&] { QTest::keyClick(&overlay, Qt::Key_Escape); });
     QCOMPARE(window.keys, 0);
+}
+
+void tst_KestLoadingDialog::screenReaderIsToldToWait()
+{
+    Window window; // without bars, which tell of themselves
+    KestLoadingDialog overlay(&window);
+    QAccessibleInterface *const found = QAccessible::queryAccessibleInterface(&overlay);
+    QCOMPARE(found->role(), QAccessible::Dialog);
+    QCOMPARE(found->text(QAccessible::Name), QStringLiteral("Please wait"));
+    QVERIFY(found->state().busy);
+    QVERIFY(found->state().focusable);
+    overlay.setAccessibleName(QStringLiteral("Loading the notes"));
+    QCOMPARE(found->text(QAccessible::Name), QStringLiteral("Loading the notes"));
 }
 
 void tst_KestLoadingDialog::focusStaysOnTheOverlay()

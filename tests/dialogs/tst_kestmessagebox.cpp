@@ -1563,7 +1563,7 @@ void tst_KestMessageBox::screenReaderFindsTextAndButtons()
     box.show();
     QAccessibleInterface *const dialog = QAccessible::queryAccessibleInterface(&box);
     QVERIFY(dialog);
-    QCOMPARE(dialog->role(), QAccessible::Dialog);
+    QCOMPARE(dialog->role(), QAccessible::AlertMessage); // as QMessageBox
     QCOMPARE(dialog->text(QAccessible::Name), QStringLiteral("Title"));
     QAccessibleInterface *const text = QAccessible::queryAccessibleInterface(textLabel(box));
     QCOMPARE(text->role(), QAccessible::StaticText);

@@ -12,6 +12,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QScopedPointer>
 #include <QtCore/QTimer>
+#include <QtGui/QAccessible>
 #include <QtGui/QStatusTipEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -221,6 +222,7 @@ private Q_SLOTS:
     void firstFocusIsThatOfTheContents_data();
     void firstFocusIsThatOfTheContents();
     void focusIsThatOfTheContentsAtEachShow();
+    void screenReaderFindsAWindow();
     void focusStaysWhereItIsWhenContentsAreShown();
     void tabVisitsTheBarsLast();
     void tabVisitsTheBarsLastWhateverCameLater();
@@ -1202,6 +1204,23 @@ void tst_KestWindow::firstFocusIsThatOfTheContents()
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("text"));
     QCOMPARE(edit->text(), QStringLiteral("text"));
     QCOMPARE(window.titleBar()->focusPolicy(), Qt::StrongFocus);
+}
+
+void tst_KestWindow::screenReaderFindsAWindow()
+{
+    class Own : public KestWindow
+    {
+    };
+    Own window;
+    window.setWindowTitle(QStringLiteral("Notes"));
+    QMainWindow plain;
+    QAccessibleInterface *const found = QAccessible::queryAccessibleInterface(&window);
+    QCOMPARE(found->role(), QAccessible::queryAccessibleInterface(&plain)->role());
+    QCOMPARE(found->role(), QAccessible::Window);
+    QCOMPARE(found->text(QAccessible::Name), QStringLiteral("Notes"));
+    // Nobody else's widget becomes one.
+    QWidget other;
+    QCOMPARE(QAccessible::queryAccessibleInterface(&other)->role(), QAccessible::Client);
 }
 
 void tst_KestWindow::focusIsThatOfTheContentsAtEachShow()

@@ -79,6 +79,26 @@ private:
                 .arg(update->textRemoved(), update->textInserted())
                 .arg(update->changePosition());
         }
+        case QAccessible::TextInserted: {
+            const auto *insertion = static_cast<QAccessibleTextInsertEvent *>(event);
+            return QStringLiteral("inserted %1 at %2")
+                .arg(insertion->textInserted())
+                .arg(insertion->changePosition());
+        }
+        case QAccessible::TextRemoved: {
+            const auto *removal = static_cast<QAccessibleTextRemoveEvent *>(event);
+            return QStringLiteral("removed %1 at %2")
+                .arg(removal->textRemoved())
+                .arg(removal->changePosition());
+        }
+        case QAccessible::TextSelectionChanged: {
+            const auto *selection = static_cast<QAccessibleTextSelectionEvent *>(event);
+            return QStringLiteral("selected %1 to %2")
+                .arg(selection->selectionStart())
+                .arg(selection->selectionEnd());
+        }
+        case QAccessible::NameChanged:
+            return QStringLiteral("name ") + event->accessibleInterface()->text(QAccessible::Name);
         case QAccessible::ValueChanged:
             return QStringLiteral("value ")
                 + static_cast<QAccessibleValueChangeEvent *>(event)->value().toString();
