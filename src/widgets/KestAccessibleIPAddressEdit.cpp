@@ -9,6 +9,8 @@
 #include <QtCore/QPointer>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -36,13 +38,28 @@ void KestAccessibleIPAddressEdit::install()
 
 void KestAccessibleIPAddressEdit::announceText(KestIPAddressEdit *edit, const QString &before)
 {
-    const QPointer<KestIPAddressEdit> guard(edit);
-    QAccessibleTextUpdateEvent text(edit, 0, before, edit->ipAddress());
-    QAccessible::updateAccessibility(&text);
-    if (!guard)
+    // Only what is different is read aloud. An empty section and one of a 0 read the same.
+    const QString after = edit->ipAddress();
+    const auto [removed, inserted] =
+        std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+    const auto [removedEnd, insertedEnd] =
+        std::mismatch(before.rbegin(), std::make_reverse_iterator(removed), after.rbegin(),
+                      std::make_reverse_iterator(inserted));
+    const int offset = int(removed - before.begin());
+    const QString gone(removed, int(removedEnd.base() - removed));
+    const QString come(inserted, int(insertedEnd.base() - inserted));
+    if (gone.isEmpty() && come.isEmpty())
         return;
-    QAccessibleValueChangeEvent value(edit, edit->ipAddress());
-    QAccessible::updateAccessibility(&value);
+    if (gone.isEmpty()) {
+        QAccessibleTextInsertEvent event(edit, offset, come);
+        QAccessible::updateAccessibility(&event);
+    } else if (come.isEmpty()) {
+        QAccessibleTextRemoveEvent event(edit, offset, gone);
+        QAccessible::updateAccessibility(&event);
+    } else {
+        QAccessibleTextUpdateEvent event(edit, offset, gone, come);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 void KestAccessibleIPAddressEdit::announceCursor(KestIPAddressEdit *edit)
@@ -51,6 +68,19 @@ void KestAccessibleIPAddressEdit::announceCursor(KestIPAddressEdit *edit)
         return;
     const KestAccessibleIPAddressEdit reader(edit);
     QAccessibleTextCursorEvent event(edit, reader.cursorPosition());
+    QAccessible::updateAccessibility(&event);
+}
+
+void KestAccessibleIPAddressEdit::announceSelection(KestIPAddressEdit *edit)
+{
+    if (!QAccessible::isActive())
+        return;
+    const KestAccessibleIPAddressEdit reader(edit);
+    std::pair<int, int> selection;
+    reader.selection(0, &selection.first, &selection.second);
+    if (std::exchange(edit->d->announcedSelection, selection) == selection)
+        return;
+    QAccessibleTextSelectionEvent event(edit, selection.first, selection.second);
     QAccessible::updateAccessibility(&event);
 }
 
@@ -80,6 +110,8 @@ void *KestAccessibleIPAddressEdit::interface_cast(QAccessible::InterfaceType typ
 {
     if (type == QAccessible::TextInterface)
         return static_cast<QAccessibleTextInterface *>(this);
+    if (type == QAccessible::EditableTextInterface)
+        return static_cast<QAccessibleEditableTextInterface *>(this);
     return QAccessibleWidget::interface_cast(type);
 }
 
@@ -117,6 +149,7 @@ void KestAccessibleIPAddressEdit::removeSelection(int index)
     Q_UNUSED(index)
     edit()->clearSelection();
     edit()->update();
+    announceSelection(edit());
 }
 
 // There is one selection, and it stays in the section that it starts in.
@@ -197,6 +230,25 @@ QString KestAccessibleIPAddressEdit::attributes(int offset, int *start, int *end
     *start = 0;
     *end = characterCount();
     return QString();
+}
+
+void KestAccessibleIPAddressEdit::insertText(int offset, const QString &text)
+{
+    replaceText(offset, offset, text);
+}
+
+void KestAccessibleIPAddressEdit::deleteText(int start, int end)
+{
+    replaceText(start, end, QString());
+}
+
+// What would be no address is refused.
+void KestAccessibleIPAddressEdit::replaceText(int start, int end, const QString &text)
+{
+    const int length = characterCount();
+    const int first = qBound(0, start, length);
+    const int last = qBound(first, end, length);
+    setText(QAccessible::Value, edit()->ipAddress().replace(first, last - first, text));
 }
 
 KestIPAddressEdit *KestAccessibleIPAddressEdit::edit() const

@@ -15,7 +15,9 @@ class KestIPAddressEdit;
     The text is the address with its dots, so that it is read aloud as one; an empty section is read
     as the 0 that it counts as. Offsets count the characters of that text.
 */
-class KestAccessibleIPAddressEdit : public QAccessibleWidget, public QAccessibleTextInterface
+class KestAccessibleIPAddressEdit : public QAccessibleWidget,
+                                    public QAccessibleTextInterface,
+                                    public QAccessibleEditableTextInterface
 {
 public:
     explicit KestAccessibleIPAddressEdit(KestIPAddressEdit *edit);
@@ -28,6 +30,9 @@ public:
     static void announceText(KestIPAddressEdit *edit, const QString &before);
     /*! Tells assistive technology, if there is any, where the cursor of \a edit is now. */
     static void announceCursor(KestIPAddressEdit *edit);
+    /*! Tells assistive technology, if there is any, what is selected in \a edit now, where that is
+        not what it was told last. */
+    static void announceSelection(KestIPAddressEdit *edit);
 
     QString text(QAccessible::Text kind) const override;
     void setText(QAccessible::Text kind, const QString &text) override;
@@ -47,6 +52,10 @@ public:
     int offsetAtPoint(const QPoint &point) const override;
     void scrollToSubstring(int start, int end) override;
     QString attributes(int offset, int *start, int *end) const override;
+
+    void insertText(int offset, const QString &text) override;
+    void deleteText(int start, int end) override;
+    void replaceText(int start, int end, const QString &text) override;
 
 private:
     KestIPAddressEdit *edit() const;

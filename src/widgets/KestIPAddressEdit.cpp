@@ -436,7 +436,10 @@ void KestIPAddressEdit::focusOutEvent(QFocusEvent *event)
     if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::MenuBarFocusReason)
         clearSelection();
     update();
-    Q_EMIT editingFinished();
+    const QPointer<KestIPAddressEdit> guard(this);
+    KestAccessibleIPAddressEdit::announceSelection(this);
+    if (guard)
+        Q_EMIT editingFinished();
 }
 
 void KestIPAddressEdit::inputMethodEvent(QInputMethodEvent *event)

@@ -79,7 +79,10 @@ void KestIPAddressEditPrivate::paste()
 void KestIPAddressEditPrivate::setCursorPosition(int position)
 {
     cursorPosition = position;
+    const QPointer<KestIPAddressEdit> guard(q);
     KestAccessibleIPAddressEdit::announceCursor(q);
+    if (guard)
+        KestAccessibleIPAddressEdit::announceSelection(q);
 }
 
 // Moves the cursor to a position of the same section and what is selected there along with it;
@@ -258,6 +261,9 @@ void KestIPAddressEdit::keyPressEvent(QKeyEvent *event)
     if (!guard)
         return;
     update();
+    KestAccessibleIPAddressEdit::announceSelection(this);
+    if (!guard)
+        return;
 
     // Comes last, since it may be the edit's end.
     if (event->text() != Dot && (key == Qt::Key_Return || key == Qt::Key_Enter))

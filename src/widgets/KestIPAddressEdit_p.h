@@ -11,6 +11,7 @@
 #include <QtGui/QTextLayout>
 
 #include <array>
+#include <utility>
 
 QT_BEGIN_NAMESPACE
 class QAction;
@@ -93,6 +94,7 @@ public:
     QTimer blinkTimer;
     bool cursorVisible = false;
     QVector<Selection> selections = QVector<Selection>(SectionCount);
+    std::pair<int, int> announcedSelection; // the last that a screen reader was told, as offsets
     // Weak, since they are among the actions of the edit, for hosts to delete.
     QPointer<QAction> copyAction;
     QPointer<QAction> pasteAction;

@@ -328,6 +328,8 @@ private Q_SLOTS:
     void columnsFromOutsideMayBeAny();
     void rangesFromOutsideMayBeAny();
     void changesAreAnnounced();
+    void selectionIsAnnouncedAsItChanges();
+    void screenReaderEditsTheAddress();
     void selectionStaysUntilAllOfItIsDeleted();
     void nothingIsMadeForNoReader();
     void subclassMayHaveItsOwnInterface();
@@ -1509,28 +1511,32 @@ void tst_KestIPAddressEdit::announcementMayDeleteTheEdit_data()
                 << QString::fromLatin1(state) << QString::fromLatin1(what) << i;
         }
     };
-    row("1||| @1", "5", 3);
-    row("1|2|| @1 0:0-1 1:0-1", "5", 9);
-    row("1||| @1", "Backspace", 3);
-    row("1|2|| @1 0:0-1 1:0-1", "Backspace", 6);
-    row("1||| @4", "Backspace", 3);
-    row("1||| @0", "Delete", 2);
+    row("1||| @1", "5", 2);
+    row("1|2|| @1 0:0-1 1:0-1", "5", 6);
+    row("1||| @1", "Backspace", 2);
+    row("1|2|| @1 0:0-1 1:0-1", "Backspace", 4);
+    row("1||| @4", "Backspace", 2);
+    row("1||| @0", "Delete", 1);
     row("1||| @1", "Left", 1);
     row("1||| @0", "Right", 1);
     row("1||| @1", ".", 1);
-    row("1||| @0", "Shift+Right", 1);
-    row("1||| @1", "Shift+Left", 1);
-    row("1||| @0", "paste 2", 3);
-    row("1||| @0", "paste 1.2.3.4", 8);
-    row("1||| @0", "set", 8);
+    row("1||| @0", "Shift+Right", 2);
+    row("1||| @1", "Shift+Left", 2);
+    row("1||| @0", "paste 2", 2);
+    row("1||| @0", "paste 1.2.3.4", 3);
+    row("1||| @0", "set", 3);
     row("1||| @0", "press", 1);
-    row("1||| @0", "drag", 2);
-    row("1||| @0", "shift press", 1);
-    row("1||| @0", "double click", 1);
+    row("1||| @0", "drag", 3);
+    row("1||| @0", "shift press", 2);
+    row("1||| @0", "double click", 2);
     row("1||| @0", "read-only", 1);
     row("1||| @0", "move", 1);
-    row("1||| @0", "select", 1);
-    row("1||| @0", "value", 8);
+    row("1||| @0", "select", 2);
+    row("1||| @0", "deselect", 3);
+    row("1||| @0", "select and leave", 3);
+    row("1||| @0", "select and Escape", 3);
+    row("1||| @0", "value", 3);
+    row("1||| @0", "replace", 3);
 }
 
 void tst_KestIPAddressEdit::announcementMayDeleteTheEdit()
@@ -1567,6 +1573,21 @@ void tst_KestIPAddressEdit::announcementMayDeleteTheEdit()
         face->textInterface()->setCursorPosition(1);
     } else if (what == QLatin1String("select")) {
         face->textInterface()->setSelection(0, 0, 1);
+    } else if (what == QLatin1String("deselect")) {
+        face->textInterface()->setSelection(0, 0, 1);
+        if (edit)
+            face->textInterface()->removeSelection(0);
+    } else if (what == QLatin1String("select and leave")) {
+        face->textInterface()->setSelection(0, 0, 1);
+        QFocusEvent out(QEvent::FocusOut);
+        if (edit)
+            QCoreApplication::sendEvent(edit, &out);
+    } else if (what == QLatin1String("select and Escape")) {
+        face->textInterface()->setSelection(0, 0, 1);
+        if (edit)
+            typeKey(edit, QStringLiteral("Escape"));
+    } else if (what == QLatin1String("replace")) {
+        face->editableTextInterface()->replaceText(0, 7, QStringLiteral("1.2.3.4"));
     } else if (what == QLatin1String("value")) {
         face->setText(QAccessible::Value, QStringLiteral("1.2.3.4"));
     } else if (what.startsWith(QLatin1String("paste "))) {
@@ -2466,8 +2487,7 @@ void tst_KestIPAddressEdit::changesAreAnnounced()
     Announcements reader;
     typeKey(&edit, QStringLiteral("9"));
     QCOMPARE(reader.take(),
-             QStringList({ QStringLiteral("text 1.0.0.0 to 19.0.0.0 at 0"),
-                           QStringLiteral("value 19.0.0.0"), QStringLiteral("cursor 2") }));
+             QStringList({ QStringLiteral("inserted 9 at 1"), QStringLiteral("cursor 2") }));
     typeKey(&edit, QStringLiteral("Left"));
     edit.setReadOnly(true);
     QCOMPARE(reader.take(),
@@ -2477,10 +2497,86 @@ void tst_KestIPAddressEdit::changesAreAnnounced()
     setState(&edit, QStringLiteral("1||23| @10"));
     reader.take();
     typeKey(&edit, QStringLiteral("Backspace"));
+    QCOMPARE(reader.take(),
+             QStringList({ QStringLiteral("cursor 5"), QStringLiteral("removed 3 at 5") }));
+    // An empty section sounds like one of a 0.
+    typeKey(&edit, QStringLiteral("Backspace"));
+    QCOMPARE(reader.take(),
+             QStringList({ QStringLiteral("cursor 4"), QStringLiteral("text 2 to 0 at 4") }));
+    typeKey(&edit, QStringLiteral("0"));
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("cursor 5") }));
+    edit.setIPAddress(QStringLiteral("1.10.0.110"));
     QCOMPARE(
         reader.take(),
-        QStringList({ QStringLiteral("cursor 5"), QStringLiteral("text 1.0.23.0 to 1.0.2.0 at 0"),
-                      QStringLiteral("value 1.0.2.0") }));
+        QStringList({ QStringLiteral("inserted 1 at 2"), QStringLiteral("inserted 11 at 7") }));
+    edit.setIPAddress(QStringLiteral("1.10.0.10"));
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("removed 1 at 8") }));
+}
+
+void tst_KestIPAddressEdit::selectionIsAnnouncedAsItChanges()
+{
+    Edit edit(QStringLiteral("192|168|| @4"));
+    Announcements reader;
+    typeKey(&edit, QStringLiteral("Shift+Right"));
+    QCOMPARE(reader.take(),
+             QStringList({ QStringLiteral("cursor 5"), QStringLiteral("selected 4 to 5") }));
+    typeKey(&edit, QStringLiteral("Shift+Right"));
+    QCOMPARE(reader.take(),
+             QStringList({ QStringLiteral("cursor 6"), QStringLiteral("selected 4 to 6") }));
+    typeKey(&edit, QStringLiteral("Left")); // only drops it
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("selected 0 to 0") }));
+    typeKey(&edit, QStringLiteral("Left"));
+    QCOMPARE(reader.take(), QStringList({ QStringLiteral("cursor 5") }));
+
+    const auto afterSelecting = [&](const std::function<void()> &action) {
+        edit.clearFocus();
+        typeKey(&edit, QStringLiteral("Shift+Right"));
+        reader.take();
+        action();
+        return reader.take();
+    };
+    const QString none = QStringLiteral("selected 0 to 0");
+    QCOMPARE(afterSelecting([&] { typeKey(&edit, QStringLiteral("Escape")); }), QStringList(none));
+    QCOMPARE(afterSelecting([&] {
+                 QFocusEvent out(QEvent::FocusOut);
+                 QCoreApplication::sendEvent(&edit, &out);
+             }),
+             QStringList(none));
+    setState(&edit, QStringLiteral("192|168|| @4"));
+    QCOMPARE(afterSelecting([&] { typeKey(&edit, QStringLiteral("Delete")); }),
+             QStringList({ QStringLiteral("removed 1 at 4"), QStringLiteral("cursor 6"), none }));
+    setState(&edit, QStringLiteral("192|168|| @4"));
+    QCOMPARE(afterSelecting([&] { sendMouse(&edit, QEvent::MouseButtonPress, pointOf(&edit, 0)); }),
+             QStringList({ QStringLiteral("cursor 0"), none }));
+}
+
+void tst_KestIPAddressEdit::screenReaderEditsTheAddress()
+{
+    Edit edit(QStringLiteral("192|168|0|1 @0"));
+    QAccessibleEditableTextInterface *const editor =
+        QAccessible::queryAccessibleInterface(&edit)->editableTextInterface();
+    QVERIFY(editor);
+    editor->insertText(10, QStringLiteral("2"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("192.168.0.21"));
+    editor->deleteText(0, 2);
+    QCOMPARE(edit.ipAddress(), QStringLiteral("2.168.0.21"));
+    editor->replaceText(2, 5, QStringLiteral("7"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("2.7.0.21"));
+    editor->replaceText(-5, 99, QStringLiteral("10.0.0.1"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("10.0.0.1"));
+    editor->insertText(99, QStringLiteral("5"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("10.0.0.15"));
+    editor->deleteText(8, 7);
+    QCOMPARE(edit.ipAddress(), QStringLiteral("10.0.0.15"));
+    // What is no address is refused, and so is everything while it is read only.
+    editor->insertText(0, QStringLiteral("9"));
+    editor->insertText(0, QStringLiteral("9"));
+    editor->deleteText(3, 4);
+    editor->replaceText(0, 9, QString());
+    QCOMPARE(edit.ipAddress(), QStringLiteral("10.0.0.15"));
+    edit.setReadOnly(true);
+    editor->replaceText(0, 9, QStringLiteral("1.2.3.4"));
+    QCOMPARE(edit.ipAddress(), QStringLiteral("10.0.0.15"));
 }
 
 void tst_KestIPAddressEdit::selectionStaysUntilAllOfItIsDeleted()
