@@ -39,7 +39,8 @@ class KestLoadingDialogPrivate;
     window hides what is in it, and so cancels too.
 
     While the overlay is visible it has the keyboard focus, and keys and the Tab key reach nothing
-    else; then the focus goes back to the widget that had it.
+    else; then the focus goes back to the widget that had it. Screen readers are told to wait; an
+    accessible name says what for.
 
     \image html kestloadingdialog.png width=360px
 */

@@ -92,7 +92,7 @@ public:
     QAction *insertSeparator(int index, ActionPosition position);
 
     /*! Appends a button that opens \a url in the desktop's browser, and returns its action, which
-        the bar owns. */
+        the bar owns. Screen readers call it "Help" until the action has a text. */
     QAction *addHelp(const QUrl &url, const QIcon &icon, ActionPosition position);
     /*! Inserts a help entry in front of entry \a index. \sa addHelp() */
     QAction *insertHelp(int index, const QUrl &url, const QIcon &icon, ActionPosition position);
@@ -130,7 +130,8 @@ Q_SIGNALS:
     void iconSizeChanged(const QSize &size);
 
 protected:
-    /*! Reimplemented: what is added or removed in one go is laid out once. */
+    /*! Reimplemented: what is added or removed in one go is laid out once, and what screen readers
+        are told follows the language. */
     bool event(QEvent *event) override;
     /*! Reimplemented: gives an action that is added its entry, and takes that of a removed one
      * away.
