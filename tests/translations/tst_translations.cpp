@@ -4,6 +4,8 @@
 #include "Announcements.h"
 #include "KestApplication.h"
 #include "KestIPAddressEdit.h"
+#include "KestLoadingDialog.h"
+#include "KestNavigationBar.h"
 #include "KestTitleBar.h"
 #include "KestWindow.h"
 
@@ -15,6 +17,7 @@
 #include <QtGui/QContextMenuEvent>
 #include <QtTest/QtTest>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QToolButton>
 
 // What the real catalogues make of the widgets.
 class tst_Translations : public QObject
@@ -25,6 +28,7 @@ private Q_SLOTS:
     void textsAreInTheLanguage_data();
     void textsAreInTheLanguage();
     void textsFollowTheLanguageOfTheProgram();
+    void namesForScreenReadersAreInTheLanguage();
     void textsOfTheHostsStay();
     void actionsMayBeGone();
     void newTextMayDeleteTheEdit_data();
@@ -122,6 +126,38 @@ void tst_Translations::textsFollowTheLanguageOfTheProgram()
         textsOf(window, edit),
         (QStringList { QStringLiteral("Minimize"), QStringLiteral("Maximize"),
                        QStringLiteral("Close"), QStringLiteral("Copy"), QStringLiteral("Paste") }));
+}
+
+void tst_Translations::namesForScreenReadersAreInTheLanguage()
+{
+    KestWindow window;
+    window.setWindowState(Qt::WindowMaximized);
+    const QAction *const help =
+        window.navigationBar()->addHelp(QUrl(), QIcon(), KestNavigationBar::Left);
+    KestLoadingDialog overlay(&window);
+    const QList<QWidget *> widgets { window.titleBar(),
+                                     window.titleBar()->findChild<QWidget *>(
+                                         QStringLiteral("maximumSizeBtn")),
+                                     window.navigationBar()->findChild<QToolButton *>(), &overlay };
+    const auto names = [&widgets] {
+        QStringList names;
+        for (QWidget *widget : widgets)
+            names += QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+        return names;
+    };
+    app()->loadTranslator(QStringLiteral("de"));
+    QTRY_COMPARE(names(),
+                 QStringList({ QStringLiteral("Titelleiste"), QStringLiteral("Wiederherstellen"),
+                               QStringLiteral("Hilfe"), QStringLiteral("Bitte warten") }));
+    app()->loadTranslator(QStringLiteral("zh_CN"));
+    QTRY_COMPARE(names(),
+                 QStringList({ QStringLiteral("标题栏"), QStringLiteral("还原"),
+                               QStringLiteral("帮助"), QStringLiteral("请稍候") }));
+    QCOMPARE(help->text(), QString());
+    app()->loadTranslator(QStringLiteral("en"));
+    QTRY_COMPARE(names(),
+                 QStringList({ QStringLiteral("Title bar"), QStringLiteral("Restore"),
+                               QStringLiteral("Help"), QStringLiteral("Please wait") }));
 }
 
 void tst_Translations::textsOfTheHostsStay()
