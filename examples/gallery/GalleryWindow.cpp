@@ -14,6 +14,7 @@
 #include "Scaling.h"
 #include "SourcePane.h"
 #include "pages/OverviewPage.h"
+#include "pages/PropertyForm.h"
 #include "pages/StyleSheetPage.h"
 
 #include <QActionGroup>
@@ -166,9 +167,10 @@ void GalleryWindow::createPages()
         area->setWidgetResizable(true);
         area->setWidget(page);
         m_stack->addWidget(area);
-        if (auto *overview = qobject_cast<OverviewPage *>(page))
+        if (auto *overview = qobject_cast<OverviewPage *>(page)) {
+            m_overview = overview;
             connect(overview, &OverviewPage::pageWanted, m_list, &PageList::choose);
-        else if (auto *editor = qobject_cast<StyleSheetPage *>(page))
+        } else if (auto *editor = qobject_cast<StyleSheetPage *>(page))
             m_editor = editor;
     }
     connect(m_list, &PageList::currentPageChanged, this, &GalleryWindow::showPage);
@@ -324,6 +326,11 @@ void GalleryWindow::applyLook()
     const QList<KestSwitchButton *> switches = findChildren<KestSwitchButton *>();
     for (KestSwitchButton *button : switches)
         button->setFixedSize(SwitchSize * rate);
+    scaleProperties(m_stack, rate);
+    const QList<PropertyForm *> forms = findChildren<PropertyForm *>();
+    for (PropertyForm *form : forms)
+        form->readAll();
+    m_overview->setScale(rate);
     navigationBar()->setFixedHeight(qRound(NavigationHeight * rate));
     navigationBar()->setIconSize(ActionIconSize * rate);
     titleBar()->setActionIconSize(ActionIconSize * rate);

@@ -10,6 +10,7 @@
 
 #include <QtCore/QSize>
 
+class OverviewPage;
 class PageList;
 class QAction;
 class QActionGroup;
@@ -67,6 +68,7 @@ private:
     PageList *m_list = nullptr;
     QStackedWidget *m_stack = nullptr;
     SourcePane *m_source = nullptr;
+    OverviewPage *m_overview = nullptr;
     StyleSheetPage *m_editor = nullptr;
     QAction *m_search = nullptr;
     QActionGroup *m_themeActions = nullptr;

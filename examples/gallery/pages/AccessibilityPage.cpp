@@ -86,7 +86,8 @@ QWidget *AccessibilityPage::createSamples()
     circle->setMinimumSize(72, 72);
     auto *stages = new KestStageProgressBar;
     stages->setAccessibleName(tr("Order"));
-    stages->setStyleSheet(QStringLiteral("KestStageProgressBar { background-color: #A9B2BD }"));
+    stages->setStyleSheet(
+        QStringLiteral("KestStageProgressBar { background-color: #A9B2BD; padding: 0px 2px }"));
     stages->setRange(circle->minimum(), circle->maximum());
     stages->setValue(circle->value());
     auto *slider = new QSlider(Qt::Horizontal);

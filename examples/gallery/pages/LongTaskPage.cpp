@@ -53,7 +53,8 @@ int countPrimes(int end, const std::function<void(int)> &tellPercent)
 
 QGroupBox *createMeters(KestStageProgressBar *stages, KestCircleProgressBar *circle)
 {
-    stages->setStyleSheet(QStringLiteral("KestStageProgressBar { background-color: #A9B2BD }"));
+    stages->setStyleSheet(
+        QStringLiteral("KestStageProgressBar { background-color: #A9B2BD; padding: 0px 2px }"));
     stages->setRange(0, Steps);
     stages->setTextVisible(true);
     const QStringList captions { Page::tr("Start"), Page::tr("25 %"), Page::tr("50 %"),

@@ -24,14 +24,41 @@ namespace {
 using Page = OverviewPage;
 
 const int Columns = 3;
+const int LogoSize = 56; // pixels, unscaled as all here
 const int SwatchSize = 15; // pixels
+const QSize PaletteSize(5, 4); // swatches
 
-QWidget *createWindowSample()
+// In the pixels of the screen, of which there may be several to one of Qt's.
+QPixmap createPicture(const QLabel *label, const QSize &size)
 {
-    auto *logo = new QLabel;
-    logo->setPixmap(QPixmap(QStringLiteral(":/kest/Resources/image/kest_320.png"))
-                        .scaled(56, 56, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-    return logo;
+    const qreal ratio = label->devicePixelRatioF();
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
+void drawLogo(QLabel *label, double rate)
+{
+    const QSize size = QSize(LogoSize, LogoSize) * rate;
+    QPixmap picture = createPicture(label, size);
+    const QPixmap logo(QStringLiteral(":/kest/Resources/image/kest_320.png"));
+    QPainter(&picture).drawPixmap(
+        0, 0, logo.scaled(picture.size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    label->setPixmap(picture);
+}
+
+void drawPalette(QLabel *label, double rate)
+{
+    const int side = qRound(SwatchSize * rate);
+    QPixmap picture = createPicture(label, PaletteSize * side);
+    QPainter painter(&picture);
+    for (int i = 0; i < PaletteSize.width() * PaletteSize.height(); ++i) {
+        painter.fillRect(i % PaletteSize.width() * side, i / PaletteSize.width() * side, side, side,
+                         KestColor::generateBackgroundColor(i));
+    }
+    painter.end();
+    label->setPixmap(picture);
 }
 
 QWidget *createMessageSample()
@@ -47,7 +74,8 @@ QWidget *createMessageSample()
 QWidget *createStageSample()
 {
     auto *bar = new KestStageProgressBar;
-    bar->setStyleSheet(QStringLiteral("KestStageProgressBar { background-color: #A9B2BD }"));
+    bar->setStyleSheet(
+        QStringLiteral("KestStageProgressBar { background-color: #A9B2BD; padding: 0px 2px }"));
     bar->setStageCount(4);
     bar->setValue(55);
     return bar;
@@ -88,21 +116,6 @@ QWidget *createAddressSample()
     return edit;
 }
 
-QWidget *createColorSample()
-{
-    const int perRow = 5;
-    QPixmap palette(perRow * SwatchSize, 4 * SwatchSize);
-    QPainter painter(&palette);
-    for (int i = 0; i < 4 * perRow; ++i) {
-        painter.fillRect(i % perRow * SwatchSize, i / perRow * SwatchSize, SwatchSize, SwatchSize,
-                         KestColor::generateBackgroundColor(i));
-    }
-    painter.end();
-    auto *label = new QLabel;
-    label->setPixmap(palette);
-    return label;
-}
-
 QWidget *createSheetSample()
 {
     return new QLabel(QStringLiteral("<pre>QPushButton {\n  color: navy;\n}</pre>"));
@@ -110,7 +123,8 @@ QWidget *createSheetSample()
 
 } // namespace
 
-OverviewPage::OverviewPage(QWidget *parent) : QWidget(parent)
+OverviewPage::OverviewPage(QWidget *parent)
+    : QWidget(parent), m_logo(new QLabel), m_palette(new QLabel)
 {
     setWindowTitle(tr("Overview"));
     auto *text = new QLabel(tr(
@@ -123,14 +137,14 @@ OverviewPage::OverviewPage(QWidget *parent) : QWidget(parent)
     auto *cards = new QGridLayout;
     cards->setSpacing(12);
     QWidget *const all[] = {
-        createCard(createWindowSample(), tr("Window"), tr("Frameless, with bars")),
+        createCard(m_logo, tr("Window"), tr("Frameless, with bars")),
         createCard(createMessageSample(), tr("Message box"), tr("Asks and tells")),
         createCard(createStageSample(), tr("Stage progress bar"), tr("Progress in steps")),
         createCard(createCircleSample(), tr("Circle progress bar"), tr("Progress as a ring")),
         createCard(createSwitchSample(), tr("Switch button"), tr("On or off, at once")),
         createCard(createComboSample(), tr("Combo box"), tr("Filled as it opens")),
         createCard(createAddressSample(), tr("IP address edit"), tr("IPv4, always valid")),
-        createCard(createColorSample(), tr("Colors"), tr("Grounds and texts")),
+        createCard(m_palette, tr("Colors"), tr("Grounds and texts")),
         createCard(createSheetSample(), tr("Style sheet"), tr("Themes to edit live")),
     };
     for (int i = 0; i < int(std::size(all)); ++i) {
@@ -143,6 +157,12 @@ OverviewPage::OverviewPage(QWidget *parent) : QWidget(parent)
     layout->setSpacing(8);
     layout->addWidget(text);
     layout->addLayout(cards, 1);
+}
+
+void OverviewPage::setScale(double rate)
+{
+    drawLogo(m_logo, rate);
+    drawPalette(m_palette, rate);
 }
 
 QWidget *OverviewPage::createCard(QWidget *sample, const QString &title, const QString &text)
@@ -159,7 +179,7 @@ QWidget *OverviewPage::createCard(QWidget *sample, const QString &title, const Q
 
     auto *middle = new QGridLayout;
     if (sample->sizePolicy().expandingDirections() & Qt::Horizontal)
-        middle->addWidget(sample, 0, 0);
+        middle->addWidget(sample, 0, 0, Qt::AlignVCenter);
     else
         middle->addWidget(sample, 0, 0, Qt::AlignCenter);
     auto *layout = new QVBoxLayout(card);

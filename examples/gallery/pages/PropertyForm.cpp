@@ -20,7 +20,9 @@
 namespace {
 
 const int NumberRange = 1000;
-const QSize SwatchSize(28, 14);
+const QSize SwatchSize(28, 14); // pixels, unscaled
+const int LargestScale = 4; // that a swatch fills its button at, on fine screens too
+const QLatin1String ListSeparator(", ");
 
 QColor colorOf(const QVariant &value)
 {
@@ -45,10 +47,9 @@ QVariant withColor(const QVariant &value, const QColor &color)
 
 void showColor(QPushButton *button, const QColor &color)
 {
-    QPixmap swatch(SwatchSize);
+    QPixmap swatch(SwatchSize * LargestScale);
     swatch.fill(color);
     button->setIcon(swatch);
-    button->setIconSize(SwatchSize);
     button->setText(color.alpha() == 0 ? PropertyForm::tr("transparent") : color.name());
 }
 
@@ -71,7 +72,7 @@ PropertyForm::PropertyForm(QObject *object, QWidget *parent)
     : QGroupBox(tr("Properties"), parent), m_object(object), m_layout(new QFormLayout(this))
 {
     const QMetaObject *meta = object->metaObject();
-    const QMetaMethod reader = metaObject()->method(metaObject()->indexOfSlot("readAll()"));
+    const QMetaMethod reader = staticMetaObject.method(staticMetaObject.indexOfSlot("readAll()"));
     for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
         const QMetaProperty property = meta->property(i);
         if (!property.isWritable())
@@ -114,6 +115,18 @@ QWidget *PropertyForm::createControl(const QMetaProperty &property)
                 [=](const QString &text) { write(property, text); });
         return line;
     }
+    if (property.userType() == QMetaType::QStringList) {
+        auto *line = new QLineEdit(value.toStringList().join(ListSeparator));
+        line->setObjectName(QString::fromLatin1(property.name()));
+        line->setCursorPosition(0); // a long list is read from its begin
+        connect(line, &QLineEdit::textChanged, this, [=](const QString &text) {
+            QStringList texts = text.split(QLatin1Char(','));
+            for (QString &item : texts)
+                item = item.trimmed();
+            write(property, texts);
+        });
+        return line;
+    }
     return createColorControl(property);
 }
 
@@ -135,6 +148,7 @@ QWidget *PropertyForm::createEnumControl(const QMetaProperty &property)
 QWidget *PropertyForm::createColorControl(const QMetaProperty &property)
 {
     auto *button = new QPushButton;
+    button->setIconSize(SwatchSize);
     showColor(button, colorOf(property.read(m_object)));
     connect(button, &QPushButton::clicked, this, [=] {
         const QVariant value = property.read(m_object);

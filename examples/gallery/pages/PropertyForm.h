@@ -27,12 +27,13 @@ public:
     /*! Adds a control of the page's own below the others. */
     void addRow(const QString &label, QWidget *control);
 
+public Q_SLOTS:
+    /*! Shows what the numbers are now. */
+    void readAll();
+
 Q_SIGNALS:
     /*! Emitted when a control has written its property. */
     void edited();
-
-private Q_SLOTS:
-    void readAll();
 
 private:
     QWidget *createControl(const QMetaProperty &property);

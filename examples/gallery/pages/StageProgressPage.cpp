@@ -11,7 +11,6 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QVBoxLayout>
@@ -21,24 +20,21 @@ namespace {
 using Page = StageProgressPage;
 
 const int MostStages = 12;
-
-void setCaptions(KestStageProgressBar *bar, const QString &captions)
-{
-    const QStringList texts = captions.split(QLatin1Char(','));
-    for (int i = 0; i < bar->stageCount(); ++i)
-        bar->setText(i, texts.value(i).trimmed());
-}
+const int PlainStages = 5; // of bars without captions
+const int LargestRadius = 60; // pixels
 
 // The window's colour is that of the steps to come: it wants to differ from what is around it.
-KestStageProgressBar *createBar(Qt::Orientation orientation, int value, bool captions)
+KestStageProgressBar *createBar(Qt::Orientation orientation, int value, const QStringList &texts)
 {
     auto *bar = new KestStageProgressBar;
-    bar->setStyleSheet(QStringLiteral("KestStageProgressBar { background-color: #A9B2BD }"));
+    bar->setStyleSheet(
+        QStringLiteral("KestStageProgressBar { background-color: #A9B2BD; padding: 0px 2px }"));
     bar->setRange(0, 100);
     bar->setValue(value);
     bar->setOrientation(orientation);
-    setCaptions(bar, Page::tr("Cart, Ship, Pay, Check, Done"));
-    bar->setTextVisible(captions);
+    bar->setStageCount(texts.isEmpty() ? PlainStages : texts.size());
+    bar->setTexts(texts);
+    bar->setTextVisible(!texts.isEmpty());
     return bar;
 }
 
@@ -49,14 +45,16 @@ QGroupBox *createStates()
     auto *layout = new QHBoxLayout(box);
     layout->setSpacing(24);
     auto *rows = new QVBoxLayout;
+    const QStringList captions { Page::tr("Cart"), Page::tr("Ship"), Page::tr("Pay"),
+                                 Page::tr("Done") };
     for (const int value : { 0, 50, 100 })
-        rows->addWidget(createBar(Qt::Horizontal, value, value == 50));
-    KestStageProgressBar *disabled = createBar(Qt::Horizontal, 50, true);
+        rows->addWidget(createBar(Qt::Horizontal, value, value == 50 ? captions : QStringList()));
+    KestStageProgressBar *disabled = createBar(Qt::Horizontal, 50, captions);
     disabled->setEnabled(false);
     rows->addWidget(disabled);
     layout->addLayout(rows, 1);
-    layout->addWidget(createBar(Qt::Vertical, 40, false));
-    layout->addWidget(createBar(Qt::Vertical, 40, true));
+    layout->addWidget(createBar(Qt::Vertical, 40, {}));
+    layout->addWidget(createBar(Qt::Vertical, 40, captions));
     return box;
 }
 
@@ -65,7 +63,8 @@ QGroupBox *createStates()
 StageProgressPage::StageProgressPage(QWidget *parent) : QWidget(parent)
 {
     setWindowTitle(tr("Stage progress bar"));
-    KestStageProgressBar *bar = createBar(Qt::Horizontal, 45, true);
+    KestStageProgressBar *bar = createBar(
+        Qt::Horizontal, 45, { tr("Cart"), tr("Ship"), tr("Pay"), tr("Check"), tr("Done") });
     auto *form = new PropertyForm(bar);
 
     auto *slider = new QSlider(Qt::Horizontal);
@@ -74,21 +73,12 @@ StageProgressPage::StageProgressPage(QWidget *parent) : QWidget(parent)
     connect(slider, &QSlider::valueChanged, bar, &KestStageProgressBar::setValue);
     connect(bar, &KestStageProgressBar::valueChanged, slider, &QSlider::setValue);
 
-    auto *radius = new QSpinBox;
-    radius->setRange(2, 60);
-    radius->setValue(bar->stageCircleRadius());
-    connect(radius, qOverload<int>(&QSpinBox::valueChanged), bar,
-            &KestStageProgressBar::setStageCircleRadius);
-    auto *captions = new QLineEdit(tr("Cart, Ship, Pay, Check, Done"));
-    connect(captions, &QLineEdit::textChanged, bar,
-            [bar](const QString &text) { setCaptions(bar, text); });
     auto *enabled = new QCheckBox;
     enabled->setChecked(true);
     connect(enabled, &QCheckBox::toggled, bar, &QWidget::setEnabled);
-    form->addRow(tr("Stage circle radius"), radius);
-    form->addRow(tr("Captions"), captions);
     form->addRow(tr("Enabled"), enabled);
     form->findChild<QSpinBox *>(QStringLiteral("stageCount"))->setRange(2, MostStages);
+    form->findChild<QSpinBox *>(QStringLiteral("stageCircleRadius"))->setRange(2, LargestRadius);
 
     auto *preview = new QGroupBox(tr("Preview"));
     auto *previewLayout = new QVBoxLayout(preview);

@@ -3,15 +3,19 @@
 
 #include "Scaling.h"
 
+#include "KestCircleProgressBar.h"
 #include "KestNavigationBar.h"
+#include "KestStageProgressBar.h"
 #include "KestTitleBar.h"
 
 #include <QtGui/QPalette>
 #include <QtWidgets/QDial>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLCDNumber>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QTreeView>
 
@@ -47,7 +51,55 @@ void scaleIcons(QAbstractItemView *view, double rate)
         tree->setIndentation(qRound(tree->indentation() * rate));
 }
 
+int scaledValue(int value, double rate)
+{
+    return qRound(value * rate);
+}
+
+QSize scaledValue(const QSize &value, double rate)
+{
+    return value * rate;
+}
+
+template <typename Value>
+void scaleProperty(QObject *object, const char *name, double rate)
+{
+    const QByteArray note = QByteArrayLiteral("unscaled_") + name;
+    const auto now = object->property(name).value<Value>();
+    QVariantList known = object->property(note).toList(); // unscaled, scaled, rate
+    if (known.isEmpty())
+        known = { QVariant::fromValue(now), QVariant::fromValue(now), 1.0 };
+    auto unscaled = known.at(0).value<Value>();
+    if (now != known.at(1).value<Value>())
+        unscaled = scaledValue(now, 1 / known.at(2).toDouble());
+    object->setProperty(name, QVariant::fromValue(scaledValue(unscaled, rate)));
+    object->setProperty(
+        note, QVariantList { QVariant::fromValue(unscaled), object->property(name), rate });
+}
+
 } // namespace
+
+void scaleProperties(QWidget *root, double rate)
+{
+    const QList<KestStageProgressBar *> stages = root->findChildren<KestStageProgressBar *>();
+    for (KestStageProgressBar *bar : stages)
+        scaleProperty<int>(bar, "stageCircleRadius", rate);
+    const QList<KestCircleProgressBar *> circles = root->findChildren<KestCircleProgressBar *>();
+    for (KestCircleProgressBar *bar : circles) {
+        scaleProperty<int>(bar, "barWidth", rate);
+        scaleProperty<QSize>(bar, "minimumSize", rate);
+    }
+    const QList<QPushButton *> buttons = root->findChildren<QPushButton *>();
+    for (QPushButton *button : buttons) {
+        if (!button->icon().isNull())
+            scaleProperty<QSize>(button, "iconSize", rate);
+    }
+    const QList<QLayout *> layouts = root->findChildren<QLayout *>();
+    for (QLayout *layout : layouts) {
+        if (layout->spacing() > 0) // and the same in both directions
+            scaleProperty<int>(layout, "spacing", rate);
+    }
+}
 
 void scaleOwnSizes(QWidget *widget, double rate)
 {

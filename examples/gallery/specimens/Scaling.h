@@ -11,6 +11,11 @@ class QWidget;
     one to the sizes as they are now. */
 void scaleOwnSizes(QWidget *widget, double rate);
 
+/*! Scales the sizes in pixels that a program gave to the widgets in \a root by properties: rings,
+    circles, swatches and the distances in layouts. What they are at a \a rate of 1 is noted, so
+    that rates do not add up; one that is changed meanwhile is scaled from what it is then. */
+void scaleProperties(QWidget *root, double rate);
+
 /*! Makes the placeholder texts of the line edits in \a widget lighter than what is typed: style
     sheets of Qt 5 paint both in the same colour. To be called after each change of the sheet. */
 void lightenPlaceholders(QWidget *widget);
