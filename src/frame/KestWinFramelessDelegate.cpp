@@ -193,6 +193,7 @@ KestWinFramelessDelegate::KestWinFramelessDelegate(QWidget *parent,
     parent->setWindowFlags(parent->windowFlags() | Qt::Window | Qt::FramelessWindowHint
                            | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint
                            | Qt::WindowMaximizeButtonHint);
+    watchNativeWindow();
 }
 
 KestWinFramelessDelegate::KestWinFramelessDelegate(QWidget *parent, QWidget *moveBar)
@@ -422,6 +423,7 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::WinIdChange:
         d->styleDirty = true;
+        watchNativeWindow();
         break;
     case QEvent::ScreenChangeInternal:
         if (d->widget->isVisible() && handleOf(d->widget))
@@ -431,6 +433,13 @@ bool KestWinFramelessDelegate::eventFilter(QObject *watched, QEvent *event)
         break;
     }
     return receiver.isNull();
+}
+
+// At once, so that the filters of all others come before this one, which ends the way of a state.
+void KestWinFramelessDelegate::watchNativeWindow()
+{
+    if (QWindow *const window = d->widget->windowHandle())
+        window->installEventFilter(this);
 }
 
 // With a new state Qt notes the normal geometry of the window. It takes off it what the frame takes
@@ -516,8 +525,6 @@ void KestWinFramelessDelegate::prepareShow()
         setWindowLong();
         if (!guard)
             return;
-        if (QWindow *const window = d->widget->windowHandle())
-            window->installEventFilter(this);
         d->unstyledGeometry = d->widget->isFullScreen() ? d->widget->normalGeometry() : QRect();
     }
     // Qt is not to choose a size of its own.

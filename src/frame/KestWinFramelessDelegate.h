@@ -63,6 +63,7 @@ public:
 private:
     Q_DISABLE_COPY(KestWinFramelessDelegate)
     void watch(QWidget *bar);
+    void watchNativeWindow();
     bool changeState(QObject *window, QEvent *event);
     void tellFrame();
     void applyWindowState();

@@ -110,6 +110,19 @@ private:
     const QRect m_before = QGuiApplication::primaryScreen()->availableGeometry();
 };
 
+// Counts the news of states.
+class StateCounter : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        states += event->type() == QEvent::WindowStateChange;
+        return false;
+    }
+
+    int states = 0;
+};
+
 QString restored(int left, int showCmd = SW_SHOWMAXIMIZED)
 {
     return QStringLiteral("SetWindowPlacement length 44 showCmd %1 left %2").arg(showCmd).arg(left);
@@ -140,6 +153,8 @@ private Q_SLOTS:
     void windowMayGetANewNativeOneByTheFocus();
 
     void stateOfEachNativeWindowIsNoted();
+    void stateOfAWindowThatWasThereBeforeItsFrameIsNoted();
+    void statesReachTheFiltersOfHosts();
     void windowMayDieWhileItsStateIsNoted();
     void windowMayDieOfItsState();
     void frameMayDieWhileAStateIsNoted();
@@ -364,6 +379,32 @@ void tst_WinFrame_Lifetime::stateOfEachNativeWindowIsNoted()
         m_window->recreate();
         m_window->useHandle();
     }
+}
+
+void tst_WinFrame_Lifetime::stateOfAWindowThatWasThereBeforeItsFrameIsNoted()
+{
+    const WId native = m_window->winId();
+    delete m_window->delegate;
+    m_window->delegate = new KestWinFramelessDelegate(m_window, m_window->bar);
+    QCOMPARE(m_window->winId(), native);
+    m_window->useHandle();
+    m_windows.takeCalls();
+    tellState();
+    QCOMPARE(m_windows.takeCalls().filter(QStringLiteral("send")).size(), 2);
+}
+
+void tst_WinFrame_Lifetime::statesReachTheFiltersOfHosts()
+{
+    StateCounter before;
+    StateCounter after;
+    m_window->recreate();
+    m_window->useHandle();
+    m_window->windowHandle()->installEventFilter(&before);
+    m_window->show();
+    m_window->windowHandle()->installEventFilter(&after);
+    tellState();
+    QCOMPARE(before.states, 1);
+    QCOMPARE(after.states, 1);
 }
 
 void tst_WinFrame_Lifetime::windowMayDieWhileItsStateIsNoted()
