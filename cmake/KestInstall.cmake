@@ -76,6 +76,9 @@ file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
 install(FILES ${pages} DESTINATION ${documentation}/docs COMPONENT Documentation)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION ${documentation}/docs
   COMPONENT Documentation)
+# Those that build with an installed library.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/notes ${PROJECT_SOURCE_DIR}/examples/from-qmainwindow
+  DESTINATION ${documentation}/examples COMPONENT Documentation)
 # The reference, where scripts/docs has made it before. Assistant and Creator open the .qch file.
 install(FILES ${PROJECT_SOURCE_DIR}/build/docs/KestWidgets.qch DESTINATION ${documentation}
   COMPONENT Documentation OPTIONAL)
