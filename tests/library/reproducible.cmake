@@ -20,6 +20,7 @@ foreach(index 0 1)
   file(COPY ${SOURCE}/CMakeLists.txt ${SOURCE}/cmake ${SOURCE}/include ${SOURCE}/src
     ${SOURCE}/Resources ${SOURCE}/translations ${SOURCE}/docs ${SOURCE}/README.md ${SOURCE}/CHANGELOG.md ${SOURCE}/LICENSE
     DESTINATION ${source})
+  file(COPY ${SOURCE}/examples/notes ${SOURCE}/examples/from-qmainwindow DESTINATION ${source}/examples)
   string(REPLACE "DIR" "${WORK}/installed-${index}" here "${command}")
   string(REPLACE " build " " ${build} " here "${here}")
   # What the README does not name is not there.
