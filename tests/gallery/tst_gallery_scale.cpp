@@ -134,7 +134,7 @@ void tst_Gallery_Scale::samplesFollowTheScale()
     QVERIFY(pictures.contains(QSize(5 * swatch, 4 * swatch)));
     const auto *const circle = page->findChild<KestCircleProgressBar *>();
     QCOMPARE(circle->barWidth(), qRound(10 * rate));
-    QVERIFY(circle->width() >= 60 * rate && circle->height() >= 60 * rate);
+    QVERIFY(circle->width() >= 96 * rate && circle->height() >= 96 * rate);
     QCOMPARE(page->findChild<KestStageProgressBar *>()->stageCircleRadius(), qRound(10 * rate));
 }
 

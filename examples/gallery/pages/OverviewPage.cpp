@@ -84,7 +84,7 @@ QWidget *createStageSample()
 QWidget *createCircleSample()
 {
     auto *bar = new KestCircleProgressBar;
-    bar->setMinimumSize(60, 60);
+    bar->setMinimumSize(96, 96);
     bar->setValue(72);
     return bar;
 }
