@@ -73,15 +73,8 @@ void tst_StandardButtons::buttonsAreInTheLanguage()
     QFETCH(QString, language);
     QFETCH(QStringList, captions);
     app()->loadTranslator(language);
-    Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"), Buttons);
+    const Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"), Buttons);
     QCOMPARE(captionsOf(box), captions);
-    // Each has room for its word.
-    box.show();
-    const QList<QPushButton *> buttons =
-        box.findChild<QDialogButtonBox *>()->findChildren<QPushButton *>();
-    QCOMPARE(buttons.size(), captions.size());
-    for (const QPushButton *button : buttons)
-        QVERIFY2(button->width() >= button->sizeHint().width(), qPrintable(button->text()));
 }
 
 void tst_StandardButtons::openBoxFollowsTheLanguage()
