@@ -33,12 +33,19 @@ const int WidestBox = 1000;
 const int WidestUnwrapped = 500; // a text that needs more is wrapped
 const int TitleRoom = 50; // for the title bar's button
 
-// Lets its buttons go while it is whole, since whoever hears of their end may ask for others.
+// Lets its buttons go while it is whole, since whoever hears of their end may ask for others. Has
+// room for their captions where a style sheet's least width has none: layouts go by that alone.
 class ButtonBox : public QDialogButtonBox // clazy:exclude=missing-qobject-macro
 {
 public:
     using QDialogButtonBox::QDialogButtonBox;
     ~ButtonBox() override { clear(); }
+
+    QSize minimumSizeHint() const override
+    {
+        const QSize least = QDialogButtonBox::minimumSizeHint();
+        return { qMax(least.width(), sizeHint().width()), least.height() };
+    }
 };
 
 struct Limits

@@ -9,6 +9,7 @@
 #include <QtCore/QMetaEnum>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTimer>
 #include <QtGui/QAccessible>
 #include <QtGui/QClipboard>
@@ -146,6 +147,7 @@ private Q_SLOTS:
     void layoutHoldsIconTextAndButtons();
     void messageHasNoMarginsOfItsOwnAnywhere();
 
+    void captionsHaveRoomUnderAStyleSheet();
     void textSettingsAreTheLabels();
     void iconsAreTheStyles_data();
     void iconsAreTheStyles();
@@ -384,6 +386,23 @@ void tst_KestMessageBox::messageHasNoMarginsOfItsOwnAnywhere()
     QCOMPARE(message->contentsMargins(), QMargins());
     QWidget other;
     QVERIFY(QHBoxLayout(&other).contentsMargins() != QMargins());
+}
+
+void tst_KestMessageBox::captionsHaveRoomUnderAStyleSheet()
+{
+    // A least width is all that layouts know of a button then.
+    qApp->setStyleSheet(QStringLiteral("QPushButton { min-width: 40px }"));
+    const auto reset = qScopeGuard([] { qApp->setStyleSheet(QString()); });
+    KestMessageBox box(KestMessageBox::Question, QStringLiteral("Title"), QStringLiteral("Text"),
+                       KestMessageBox::Cancel);
+    box.addButton(QStringLiteral("Save a copy elsewhere"), KestMessageBox::AcceptRole);
+    box.addButton(QStringLiteral("Throw all of it away"), KestMessageBox::DestructiveRole);
+    box.show();
+    const QList<QPushButton *> buttons =
+        box.findChild<QDialogButtonBox *>()->findChildren<QPushButton *>();
+    QCOMPARE(buttons.size(), 3);
+    for (const QPushButton *button : buttons)
+        QVERIFY2(button->width() >= button->sizeHint().width(), qPrintable(button->text()));
 }
 
 void tst_KestMessageBox::textSettingsAreTheLabels()

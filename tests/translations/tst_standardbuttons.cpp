@@ -75,6 +75,16 @@ void tst_StandardButtons::buttonsAreInTheLanguage()
     app()->loadTranslator(language);
     const Box box(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"), Buttons);
     QCOMPARE(captionsOf(box), captions);
+
+    // Each has room for its word, as far as a screen has it for all of them.
+    Box question(Box::Question, QStringLiteral("Title"), QStringLiteral("Text"),
+                 Box::Save | Box::Discard | Box::Cancel);
+    question.show();
+    const QList<QPushButton *> buttons =
+        question.findChild<QDialogButtonBox *>()->findChildren<QPushButton *>();
+    QCOMPARE(buttons.size(), 3);
+    for (const QPushButton *button : buttons)
+        QVERIFY2(button->width() >= button->sizeHint().width(), qPrintable(button->text()));
 }
 
 void tst_StandardButtons::openBoxFollowsTheLanguage()
