@@ -2,7 +2,8 @@
 # For hosts' translations as well: this file is installed with the package.
 # KestWidgets_TRANSLATIONS is the folder of the library's own, KestWidgets_QT the Qt that it is built with.
 
-# Looks for Qt's tools and sets KEST_LRELEASE and KEST_LUPDATE.
+# Looks for Qt's tools and sets KEST_LRELEASE and KEST_LUPDATE. Debian's /usr/bin has their names also where
+# they are not installed.
 function(kest_find_linguist_tools)
   get_target_property(qmake ${KestWidgets_QT}::qmake LOCATION)
   get_filename_component(folder ${qmake} DIRECTORY)
@@ -11,6 +12,13 @@ function(kest_find_linguist_tools)
     string(TOUPPER KEST_${tool} variable)
     find_program(${variable} NAMES ${tool} HINTS ${folder} ${debian})
     mark_as_advanced(${variable})
+    if(${variable})
+      execute_process(COMMAND ${${variable}} -version
+        RESULT_VARIABLE result OUTPUT_QUIET ERROR_QUIET)
+      if(NOT result EQUAL 0)
+        set(${variable} ${variable}-NOTFOUND CACHE FILEPATH "Qt's ${tool}" FORCE)
+      endif()
+    endif()
   endforeach()
 endfunction()
 
