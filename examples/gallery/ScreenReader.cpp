@@ -81,6 +81,21 @@ QString lineOf(QAccessibleEvent *event, QAccessibleInterface *iface)
     case QAccessible::TextInserted:
         return QStringLiteral("%1 + %2").arg(
             what, static_cast<QAccessibleTextInsertEvent *>(event)->textInserted());
+    case QAccessible::TextRemoved:
+        return QStringLiteral("%1 - %2").arg(
+            what, static_cast<QAccessibleTextRemoveEvent *>(event)->textRemoved());
+    case QAccessible::TextUpdated: {
+        const auto *const update = static_cast<QAccessibleTextUpdateEvent *>(event);
+        return QStringLiteral("%1 - %2 + %3")
+            .arg(what, update->textRemoved(), update->textInserted());
+    }
+    case QAccessible::TextSelectionChanged: {
+        const auto *const selection = static_cast<QAccessibleTextSelectionEvent *>(event);
+        return QStringLiteral("%1 from %2 to %3")
+            .arg(what)
+            .arg(selection->selectionStart())
+            .arg(selection->selectionEnd());
+    }
     case QAccessible::StateChanged:
         return QStringLiteral("%1: %2").arg(what, statesOf(iface->state()));
     default:
@@ -154,12 +169,13 @@ void ScreenReader::announce(QAccessibleEvent *event)
             return;
     }
     // Those of widgets that appear, disappear or are laid out are too many to read.
-    const QAccessible::Event told[] = { QAccessible::Focus,          QAccessible::ValueChanged,
-                                        QAccessible::StateChanged,   QAccessible::NameChanged,
-                                        QAccessible::TextCaretMoved, QAccessible::TextInserted,
-                                        QAccessible::TextRemoved,    QAccessible::TextUpdated,
-                                        QAccessible::Selection,      QAccessible::Alert,
-                                        QAccessible::DialogStart,    QAccessible::PopupMenuStart };
+    const QAccessible::Event told[] = {
+        QAccessible::Focus,         QAccessible::ValueChanged,   QAccessible::StateChanged,
+        QAccessible::NameChanged,   QAccessible::TextCaretMoved, QAccessible::TextInserted,
+        QAccessible::TextRemoved,   QAccessible::TextUpdated,    QAccessible::TextSelectionChanged,
+        QAccessible::Selection,     QAccessible::Alert,          QAccessible::DialogStart,
+        QAccessible::PopupMenuStart
+    };
     if (std::find(std::begin(told), std::end(told), event->type()) == std::end(told))
         return;
     QAccessibleInterface *const iface = event->accessibleInterface();

@@ -75,6 +75,7 @@ private Q_SLOTS:
 
     void screenReadersViewFollowsTheFocus();
     void announcementsAreListed();
+    void editingIsListedWithWhatComesAndGoes();
     void readerIsSilentOnOtherPages();
 };
 
@@ -346,6 +347,32 @@ void tst_Gallery_Live::announcementsAreListed()
              qPrintable(lines.join(QLatin1Char('\n'))));
     // What lists the announcements announces nothing itself.
     QVERIFY(lines.size() < 60);
+}
+
+void tst_Gallery_Live::editingIsListedWithWhatComesAndGoes()
+{
+    QWidget *const page = show("Accessibility");
+    const auto *const log = named<QListWidget>(page, "announcements");
+    auto *const address = page->findChild<KestIPAddressEdit *>();
+    address->setFocus();
+    const int before = log->count();
+    press(address, Qt::Key_Delete);
+    press(address, Qt::Key_1);
+    QTest::keyClick(address, Qt::Key_Right, Qt::ShiftModifier);
+    address->setIPAddress(QStringLiteral("292.168.0.1")); // refused
+    address->setIPAddress(QStringLiteral("172.168.0.1"));
+    QStringList lines;
+    for (int i = before; i < log->count(); ++i)
+        lines.append(log->item(i)->text());
+    const QString edit = QStringLiteral(": EditableText \"Address\"");
+    QCOMPARE(lines,
+             QStringList(
+                 { QStringLiteral("TextRemoved") + edit + QStringLiteral(" - 1"),
+                   QStringLiteral("TextInserted") + edit + QStringLiteral(" + 1"),
+                   QStringLiteral("TextCaretMoved") + edit + QStringLiteral(" at 1"),
+                   QStringLiteral("TextCaretMoved") + edit + QStringLiteral(" at 2"),
+                   QStringLiteral("TextSelectionChanged") + edit + QStringLiteral(" from 1 to 2"),
+                   QStringLiteral("TextUpdated") + edit + QStringLiteral(" - 9 + 7") }));
 }
 
 void tst_Gallery_Live::readerIsSilentOnOtherPages()
