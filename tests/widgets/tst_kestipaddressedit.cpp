@@ -1529,6 +1529,7 @@ void tst_KestIPAddressEdit::announcementMayDeleteTheEdit_data()
     row("1||| @0", "drag", 3);
     row("1||| @0", "shift press", 2);
     row("1||| @0", "double click", 2);
+    row("1||| @1 0:0-1", "Return", 1);
     row("1||| @0", "read-only", 1);
     row("1||| @0", "move", 1);
     row("1||| @0", "select", 2);
