@@ -5,18 +5,25 @@
 
 #include "GalleryWindow.h"
 #include "KestCircleProgressBar.h"
+#include "KestNavigationBar.h"
+#include "KestSwitchButton.h"
 #include "RealInput.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QPointer>
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QListWidget>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
+#include <QtWidgets/QStatusBar>
 
 namespace {
 
@@ -37,6 +44,21 @@ QWidget *pageNamed(const GalleryWindow &window, const QString &title)
     return nullptr;
 }
 
+// Types the name of a file into the dialog that opens next, which keeps the thread until it closes.
+void chooseFileLater(const QString &file)
+{
+    QTimer::singleShot(500, qApp, [file] {
+        const QPointer<QWidget> dialog(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        RealInput::key(QStringLiteral("Control+a"));
+        RealInput::type(file);
+        RealInput::key(QStringLiteral("Return"));
+        RealInput::settle(200);
+        if (dialog) // whatever is wrong: the test must not hang
+            dialog->close();
+    });
+}
+
 } // namespace
 
 class tst_Gallery_Window : public QObject
@@ -46,12 +68,17 @@ class tst_Gallery_Window : public QObject
 private Q_SLOTS:
     void initTestCase();
     void keysAloneFindAPageAndCopyItsSource();
+    void pointerCopiesTheSource();
+    void keysAloneMakeSaveAndOpenATheme();
+    void screenReadersViewFollowsRealKeys();
     void pointerRunsAndCancelsTheLongTask();
     void windowComesBackWhereItWas();
 };
 
 void tst_Gallery_Window::initTestCase()
 {
+    // Those of the systems are not the gallery's.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     RealInput::moveTo(QPoint(0, 0));
 }
 
@@ -75,6 +102,90 @@ void tst_Gallery_Window::keysAloneFindAPageAndCopyItsSource()
     RealInput::key(QStringLiteral("Control+c"));
     QTRY_COMPARE(QGuiApplication::clipboard()->text(), source->toPlainText());
     QVERIFY(source->toPlainText().contains(QStringLiteral("SwitchPage")));
+}
+
+void tst_Gallery_Window::pointerCopiesTheSource()
+{
+    GalleryWindow window;
+    window.resize(1100, 700);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    // By the button in the navigation bar to the page, by the one above the source to the text.
+    const QList<QAbstractButton *> entries =
+        window.navigationBar()->findChildren<QAbstractButton *>();
+    for (QAbstractButton *entry : entries) {
+        if (entry->text() == QStringLiteral("Window"))
+            RealInput::click(onScreen(entry));
+    }
+    QTRY_VERIFY(pageNamed(window, QStringLiteral("Window"))->isVisible());
+    QGuiApplication::clipboard()->clear();
+    auto *const source = window.findChild<QPlainTextEdit *>(QStringLiteral("source"));
+    RealInput::click(onScreen(source->parentWidget()->findChild<QPushButton *>()));
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), source->toPlainText());
+    QVERIFY(source->toPlainText().contains(QStringLiteral("WindowPage::WindowPage")));
+    QVERIFY(window.statusBar()->currentMessage().startsWith(QStringLiteral("WindowPage.cpp")));
+}
+
+void tst_Gallery_Window::keysAloneMakeSaveAndOpenATheme()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("mine.css"));
+    const QString sheet = QStringLiteral("QLabel { color: #ff0000 }");
+    GalleryWindow window;
+    window.resize(1100, 700);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    RealInput::key(QStringLiteral("Control+f"));
+    RealInput::type(QStringLiteral("style sheet"));
+    RealInput::key(QStringLiteral("Return"));
+    QWidget *const page = pageNamed(window, QStringLiteral("Style sheet"));
+    QTRY_VERIFY(page->isVisible());
+    auto *const editor = page->findChild<QPlainTextEdit *>(QStringLiteral("sheetEditor"));
+    for (int i = 0; i < 60 && !editor->hasFocus(); ++i)
+        RealInput::key(QStringLiteral("Tab"));
+    QVERIFY(editor->hasFocus());
+    RealInput::key(QStringLiteral("Control+a"));
+    RealInput::type(sheet);
+    QTRY_COMPARE(qApp->styleSheet(), sheet);
+
+    chooseFileLater(file);
+    RealInput::key(QStringLiteral("Alt+a"));
+    QTRY_VERIFY(QFile::exists(file));
+
+    window.setTheme(1);
+    QVERIFY(qApp->styleSheet() != sheet);
+    RealInput::settle(300);
+    chooseFileLater(file);
+    RealInput::key(QStringLiteral("Alt+o"));
+    QTRY_COMPARE(qApp->styleSheet(), sheet);
+    QCOMPARE(editor->toPlainText(), sheet);
+}
+
+void tst_Gallery_Window::screenReadersViewFollowsRealKeys()
+{
+    GalleryWindow window;
+    window.resize(1100, 700);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    RealInput::key(QStringLiteral("Control+f"));
+    RealInput::type(QStringLiteral("accessib"));
+    RealInput::key(QStringLiteral("Return"));
+    const QWidget *const page = pageNamed(window, QStringLiteral("Accessibility"));
+    QTRY_VERIFY(page->isVisible());
+    auto *const night = page->findChild<KestSwitchButton *>();
+    for (int i = 0; i < 60 && !night->hasFocus(); ++i)
+        RealInput::key(QStringLiteral("Tab"));
+    const auto answer = [page](const char *question) {
+        return page->findChild<QLabel *>(QString::fromLatin1(question))->text();
+    };
+    QTRY_COMPARE(answer("Name"), QStringLiteral("Night mode"));
+    QVERIFY(!answer("State").contains(QStringLiteral("checked")));
+    const auto *const announcements = page->findChild<QListWidget *>();
+    const int before = announcements->count();
+    RealInput::key(QStringLiteral("space"));
+    QTRY_VERIFY(night->isChecked());
+    QTRY_VERIFY(answer("State").contains(QStringLiteral("checked")));
+    QTRY_VERIFY(announcements->count() > before);
 }
 
 void tst_Gallery_Window::pointerRunsAndCancelsTheLongTask()
