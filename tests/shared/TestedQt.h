@@ -115,9 +115,6 @@ public:
 private:
     int m_matchedLength = -1;
 };
-int m_matchedLength = -1;
-}
-;
 
 inline qreal finenessOfPixmaps()
 {
