@@ -21,6 +21,18 @@ int rank(const QWidget *widget, const QList<QWidget *> &bars)
     return 0;
 }
 
+// Sets the policy of the widget alone: Qt would set that of its focus proxies as well. Taking the
+// proxy away meanwhile is no way, since Qt 6 moves a widget in the tab order when it gets one.
+void setOwnFocusPolicy(QWidget *widget, Qt::FocusPolicy policy)
+{
+    QList<QPair<QWidget *, Qt::FocusPolicy>> proxies;
+    for (QWidget *proxy = widget->focusProxy(); proxy; proxy = proxy->focusProxy())
+        proxies.append({ proxy, proxy->focusPolicy() });
+    widget->setFocusPolicy(policy);
+    for (const auto &[proxy, own] : qAsConst(proxies))
+        proxy->setFocusPolicy(own);
+}
+
 } // namespace
 
 void putBarsLastInTabOrder(QWidget *window, const QList<QWidget *> &bars)
@@ -41,14 +53,11 @@ void putBarsLastInTabOrder(QWidget *window, const QList<QWidget *> &bars)
 
     // To Qt the first widget of a window that takes no focus follows the last one, and would not be
     // moved behind it.
-    QWidget *const proxy = window->focusProxy();
     const Qt::FocusPolicy policy = window->focusPolicy();
-    window->setFocusProxy(nullptr);
-    window->setFocusPolicy(Qt::StrongFocus);
+    setOwnFocusPolicy(window, Qt::StrongFocus);
     for (int i = 1; i < order.size(); ++i) {
         if (order.at(i).first > 0)
             QWidget::setTabOrder(order.at(i - 1).second, order.at(i).second);
     }
-    window->setFocusPolicy(policy);
-    window->setFocusProxy(proxy);
+    setOwnFocusPolicy(window, policy);
 }
