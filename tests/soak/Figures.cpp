@@ -29,10 +29,11 @@ struct Objects
     QSet<QObject *> all;
 };
 
+// Never destroyed: Qt's plugins have objects that die after whatever is the program's own.
 Objects &objects()
 {
-    static Objects objects;
-    return objects;
+    static auto *const objects = new Objects;
+    return *objects;
 }
 
 void addObject(QObject *object)
