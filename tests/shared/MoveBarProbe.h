@@ -32,6 +32,8 @@ inline bool dragMovesItsWindow(QWidget *bar)
         QApplication::sendEvent(bar, &event);
     };
     QCursor::setPos(bar->mapToGlobal(bar->rect().center()));
+    // The window may have opened with an edge below the pointer, which has left that by now.
+    send(QEvent::MouseMove, Qt::NoButton, Qt::NoButton);
     send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
     QTest::qSleep(ClickMs);
     QCursor::setPos(QCursor::pos() + Step);
