@@ -59,7 +59,7 @@ public:
         The name is that of a local socket and is the host's to choose. All users of a machine
         share these names: one that is not meant to be shared should contain the user's, as in
         "my-editor-ann". On Unix it is that of a file in the temporary folder, where separators
-        mean folders; on Linux the whole path has 107 bytes at most.
+        mean folders; on Linux the whole path has 107 bytes at most, with Qt 6 106.
 
         If a process serves the name, this one is told within 100 milliseconds, and the other one
         calls QWindow::show() for each of its visible top-level windows and QWindow::raise() for

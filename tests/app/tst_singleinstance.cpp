@@ -5,6 +5,7 @@
 // or none at all.
 
 #include "Instances.h"
+#include "TestedQt.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
@@ -258,7 +259,7 @@ void tst_SingleInstance::longestNameIsThatOfASocket()
 {
     const QTemporaryDir folder;
     QString name = folder.path() + QLatin1Char('/');
-    name += QString(107 - name.toUtf8().size(), QLatin1Char('n'));
+    name += QString(LongestServerName - name.toUtf8().size(), QLatin1Char('n'));
     {
         Owner owner(name);
         QVERIFY(isFree(owner.line()));
@@ -267,7 +268,7 @@ void tst_SingleInstance::longestNameIsThatOfASocket()
         QVERIFY(owner.isPresented(1));
     }
     QVERIFY(isTaken(check(name + QLatin1Char('n'))));
-    QVERIFY(isTaken(check(QString(107, QLatin1Char('n'))))); // and the folder before it
+    QVERIFY(isTaken(check(QString(LongestServerName, QLatin1Char('n'))))); // and the folder before it
     QVERIFY(isTaken(check(QString(5000, QLatin1Char('n')))));
     QVERIFY(QDir(folder.path()).isEmpty());
 }

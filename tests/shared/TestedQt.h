@@ -23,6 +23,12 @@
 #    define KEST_CONST_IN_QT5 const
 #    define KEST_CONST_IN_QT6
 
+// Whether a closed window gets another native one at its next show.
+constexpr bool ClosedWindowsAreMadeAnew = false;
+
+// How many bytes the path of a local server's socket may have on Linux.
+constexpr int LongestServerName = 107;
+
 // The type that retrieveData() of mime data is asked for.
 using AskedType = QVariant::Type;
 
@@ -78,6 +84,11 @@ inline bool isGoneByAChange(const QPointer<QWidget> &button)
 
 #    define KEST_CONST_IN_QT5
 #    define KEST_CONST_IN_QT6 const
+
+constexpr bool ClosedWindowsAreMadeAnew = true;
+
+// One is kept for the mark of an abstract socket, whatever the name.
+constexpr int LongestServerName = 106;
 
 using AskedType = QMetaType;
 
