@@ -344,7 +344,7 @@ void tst_KestTitleBar_Icon::iconIsRenderedForTheRatio()
     largest = QSize();
     host.bar->setProperty("geoRate", 1.5);
     painted(host.bar);
-    QCOMPARE(largest, QSize(30, 24) * host.bar->devicePixelRatioF());
+    QCOMPARE(largest, QSize(30, 24) * host.bar->devicePixelRatioF() * finenessOfPixmaps());
 }
 
 void tst_KestTitleBar_Icon::iconOfItsOwnSizeIsNotRenderedAnew()

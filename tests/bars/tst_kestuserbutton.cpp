@@ -264,8 +264,10 @@ void tst_KestUserButton::textHasTheSheetsColor()
     Button button;
     button.setIcon(QIcon());
     button.setText(QStringLiteral("MMMM"));
+    // In lines so thick that some pixels are all of the color.
     button.setStyleSheet(
-        QStringLiteral("KestUserButton { color: #00FF00; background: #000000; padding: 10px }"));
+        QStringLiteral("KestUserButton { color: #00FF00; background: #000000; padding: 10px; "
+                       "font: bold 24px }"));
     const QImage image = button.grab().toImage();
     const QRect rect = button.doTextRect(button.option());
     bool found = false;

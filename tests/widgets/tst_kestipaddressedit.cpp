@@ -175,6 +175,7 @@ QImage expectedLook(const Edit &edit, const QStringList &texts, int selected, in
 {
     QImage image = canvas(edit.size(), ratio);
     QPainter painter(&image);
+    painter.setClipRect(edit.rect()); // which may end within a pixel
     painter.setFont(edit.font());
     painter.setPen(edit.palette().color(edit.foregroundRole()));
     painter.setLayoutDirection(edit.layoutDirection());
