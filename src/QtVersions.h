@@ -21,6 +21,10 @@
 /*! Whether a changed action tells those that show it from a list that the dead stay in. */
 constexpr bool ActionsTellACopyOfTheirWidgets = false;
 
+/*! Whether the patterns of brushes begin at the corner of a device that has several pixels for one,
+    wherever what they fill begins. */
+constexpr bool PatternsBeginAtTheDevice = false;
+
 /*! Returns the number of the screen that \a widget is on. */
 inline int screenNumber(const QWidget *widget)
 {
@@ -42,6 +46,10 @@ inline bool isNull(const QVariant &value)
 
 /*! Whether a changed action tells those that show it from a list that the dead stay in. */
 constexpr bool ActionsTellACopyOfTheirWidgets = true;
+
+/*! Whether the patterns of brushes begin at the corner of a device that has several pixels for one,
+    wherever what they fill begins. */
+constexpr bool PatternsBeginAtTheDevice = true;
 
 /*! Returns the number of the screen that \a widget is on. */
 inline int screenNumber(const QWidget *widget)

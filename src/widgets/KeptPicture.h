@@ -4,8 +4,11 @@
 #ifndef KEPTPICTURE_H
 #define KEPTPICTURE_H
 
+#include "QtVersions.h"
+
 #include <QtCore/QPointF>
 #include <QtCore/QSize>
+#include <QtGui/QBrush>
 #include <QtGui/QPainter>
 #include <QtGui/QPixmap>
 
@@ -26,6 +29,18 @@ qreal pictureRatio(const QPainter &painter, const QSize &size);
     that it reaches the widget's edges without being stretched. */
 QPixmap emptyPicture(const QSize &size, qreal ratio);
 
+/*! Returns whether a part of a look is a brush with a pattern. */
+template <class Part>
+bool isPattern(const Part &)
+{
+    return false;
+}
+
+inline bool isPattern(const QBrush &brush)
+{
+    return brush.style() > Qt::SolidPattern && brush.style() < Qt::LinearGradientPattern;
+}
+
 /*! A part of a widget as it was drawn last. \a Look is all that its picture depends on. */
 template <class... Look>
 class KeptPicture
@@ -38,7 +53,7 @@ public:
                const Draw &draw)
     {
         const qreal ratio = pictureRatio(*painter, size);
-        if (ratio == 0.0) {
+        if (ratio == 0.0 || (PatternsBeginAtTheDevice && ratio != 1.0 && hasPattern(look))) {
             draw(painter);
             return;
         }
@@ -53,6 +68,11 @@ public:
     }
 
 private:
+    static bool hasPattern(const std::tuple<Look...> &look)
+    {
+        return std::apply([](const auto &...parts) { return (isPattern(parts) || ...); }, look);
+    }
+
     QPixmap m_pixmap;
     QSize m_size; // that of no picture before the first one
     std::tuple<Look...> m_look;
