@@ -43,6 +43,7 @@ void chooseFile(const QString &name)
     QTimer::singleShot(0, qApp, [name] {
         auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
         QVERIFY(dialog);
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
         auto *const field = dialog->findChild<QLineEdit *>();
         field->selectAll();
         QTest::keyClicks(field, name);
