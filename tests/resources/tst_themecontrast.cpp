@@ -5,6 +5,7 @@
 #include "Pixels.h"
 #include "Specimen.h"
 #include "Stage.h"
+#include "TestedQt.h"
 #include "Themes.h"
 
 #include "KestDialog.h"
@@ -25,6 +26,7 @@ namespace {
 const double TextContrast = 4.5;
 const double LargeTextContrast = 3;
 const double MarkContrast = 3;
+const double PlaceholderContrast = 2.5; // where no sheet decides on it
 const double LargeText = 24; // pixels, or
 const double LargeBoldText = 18.5; // pixels
 const int LargestIcon = 48; // pixels
@@ -102,6 +104,8 @@ double neededContrast(const PaintedItem &item, const QString &theme, const Stage
 {
     if (item.text.isEmpty())
         return MarkContrast;
+    if (PlaceholdersAreFaint && item.color.alpha() < 255)
+        return PlaceholderContrast;
     if (const auto *calendar = qobject_cast<const QCalendarWidget *>(stage.widget())) {
         // Qt paints weekends in plain red, and days of other months as if they were disabled.
         const QWidget *const days = calendar->findChild<QTableView *>();

@@ -29,6 +29,9 @@ constexpr bool ClosedWindowsAreMadeAnew = false;
 // How many bytes the path of a local server's socket may have on Linux.
 constexpr int LongestServerName = 107;
 
+// Whether the texts of empty fields are half as opaque as the sheet's color.
+constexpr bool PlaceholdersAreFaint = false;
+
 // The type that retrieveData() of mime data is asked for.
 using AskedType = QVariant::Type;
 
@@ -89,6 +92,9 @@ constexpr bool ClosedWindowsAreMadeAnew = true;
 
 // One is kept for the mark of an abstract socket, whatever the name.
 constexpr int LongestServerName = 106;
+
+// Sheets can give them one of their own since Qt 6.5 only.
+constexpr bool PlaceholdersAreFaint = true;
 
 using AskedType = QMetaType;
 
