@@ -3,7 +3,7 @@
 """consumer.py SETTINGS CONSUMER [TREE]: takes the library into a project as a host would, in the way of
 CONSUMER, which is one of the functions below that say so. SETTINGS is a file that CMake wrote. TREE is
 an installed library: own, of the build that is tested, release, of the test library.reproducible, or
-static, of the consumer add_subdirectory. All of them were moved after they were installed."""
+static, of the consumer add_subdirectory, pair, of the build and one with the other Qt. All of them were moved after they were installed."""
 
 import json
 import os
@@ -51,7 +51,8 @@ class Consumers:
             setattr(self, name, value)
         self.work = pathlib.Path(self.work)
         self.trees = {"own": self.work / "own", "static": self.work / "static",
-                      "release": pathlib.Path(self.release), "both": self.work / "both"}
+                      "release": pathlib.Path(self.release), "both": self.work / "both",
+                      "pair": self.work / "pair"}
         self.tree = self.trees.get(tree)
         self.strict = STRICT + ["-DHOST_LINKS_STATICALLY"] * (tree == "static")
 
@@ -71,7 +72,7 @@ class Consumers:
         first.rename(self.trees[name])
 
     def library(self, postfix=""):
-        return f"libKestWidgets{postfix}.so.{self.version}"
+        return f"lib{self.name}{postfix}.so.{self.version}"
 
     # Building and running hosts
 
@@ -81,7 +82,8 @@ class Consumers:
             toolchain = [f"-DCMAKE_TOOLCHAIN_FILE={self.toolchain}",
                          f"-DKEST_WINDOWS_QT={self.qt}"]
         fresh(folder)
-        return run("cmake", "-G", self.generator, "-S", source, "-B", folder, *toolchain, *options)
+        return run("cmake", "-G", self.generator, "-S", source, "-B", folder,
+                   f"-DHOST_PACKAGE={self.name}", f"-DHOST_QT={self.major}", *toolchain, *options)
 
     def run_host(self, folder, *programs, arguments=()):
         environment = dict(os.environ)
@@ -136,13 +138,34 @@ class Consumers:
             run("cmake", f"-DCMAKE_BUILD_TYPE={kind}", folder)
             linked = (folder / f"linked-{kind}.txt").read_text()
             expect(linked, self.library(), f"A host of the kind '{kind}' links")
-        for kind, wanted in (("debug", "-lKestWidgetsd"), ("release", "-lKestWidgets")):
+        for kind, wanted in (("debug", f"-l{self.name}d"), ("release", f"-l{self.name}")):
             makefile = self.qmake_project(f"both_kinds-qmake-{kind}", f"CONFIG+={kind}")
             expect(re.findall(r"-lKest\w+", makefile.read_text())[0], wanted,
                    f"qmake's {kind} host links")
             name = wanted[2:]
             libraries = run("pkg-config", "--libs", name, env=self.pkg_config_path())
             expect(wanted in libraries.split(), True, f"pkg-config's {name} names {wanted}")
+
+    def side_by_side(self):
+        """Hosts where the library is installed for both major versions of Qt, into one folder."""
+        other = {"5": "6", "6": "5"}[self.major]
+        build = self.work / "side_by_side-build"
+        self.configure(self.source, build, f"-DKEST_QT_MAJOR={other}", "-DCMAKE_BUILD_TYPE=Debug",
+                       "-DKEST_BUILD_TESTS=OFF", "-DKEST_BUILD_EXAMPLES=OFF",
+                       "-DKEST_BUILD_DESIGNER=OFF",
+                       f"-DCMAKE_CXX_COMPILER_LAUNCHER={self.launcher}")
+        run("cmake", "--build", build)
+        self.install(self.build, "pair", [])
+        before = {file: file.read_bytes() for file in self.tree.rglob("*") if file.is_file()}
+        run("cmake", "--install", build, "--prefix", self.tree)
+        for file, content in before.items():
+            expect(file.read_bytes() == content, True, f"The first one's {file} is as it was")
+        for self.major in ("5", "6"):
+            self.name = {"5": "KestWidgets", "6": "KestWidgetsQt6"}[self.major]
+            linked = self.cmake_host(f"side_by_side-{self.major}", "Debug")
+            expect(linked, self.library("d"), f"The host with Qt {self.major} links")
+            libraries = run("pkg-config", "--libs", f"{self.name}d", env=self.pkg_config_path())
+            expect(f"-l{self.name}d" in libraries.split(), True, "pkg-config names the library")
 
     def cxx11_host(self):
         """A host in C++11."""
@@ -159,13 +182,13 @@ class Consumers:
     def pkg_config(self):
         """No build system: the compiler with what pkg-config says."""
         folder = fresh(self.work / f"pkg_config-{self.tree.name}")
-        flags = run("pkg-config", "--cflags", "--libs", "KestWidgets",
+        flags = run("pkg-config", "--cflags", "--libs", self.name,
                     env=self.pkg_config_path()).split()
         run(self.compiler, *self.strict, HOST / "main.cpp", *flags, "-o", folder / "host")
         run(self.compiler, *self.strict, HOST / "little.cpp", HOST / "part.cpp", *flags, "-o",
             folder / "little")
         self.run_host(folder, "host", "little")
-        expect(run("pkg-config", "--modversion", "KestWidgets", env=self.pkg_config_path()).strip(),
+        expect(run("pkg-config", "--modversion", self.name, env=self.pkg_config_path()).strip(),
                self.version, "pkg-config's version")
 
     def qmake_project(self, name, *options):
@@ -176,7 +199,7 @@ class Consumers:
             tree.symlink_to(self.tree)
         folder = fresh(self.work / name)
         (folder / "host.pro").write_text("\n".join([
-            f"include({tree}/lib/qmake/KestWidgets.pri)", f"SOURCES = {HOST}/main.cpp",
+            f"include({tree}/lib/qmake/{self.name}.pri)", f"SOURCES = {HOST}/main.cpp",
             "TARGET = host", f"QMAKE_CXXFLAGS += {' '.join(self.strict)}", ""]))
         run(self.qmake, *options, "host.pro", cwd=folder)
         return folder / "Makefile"
@@ -217,9 +240,9 @@ class Consumers:
         run("cmake", "--build", folder)
         self.expect_translations(folder)
         # The catalogues are also where each way to take the library in says that they are.
-        catalogues = self.tree / "share" / "KestWidgets" / "translations"
+        catalogues = self.tree / "share" / self.name / "translations"
         package = (folder / "translations.txt").read_text()
-        variable = run("pkg-config", "--variable=translations", "KestWidgets",
+        variable = run("pkg-config", "--variable=translations", self.name,
                        env=self.pkg_config_path()).strip()
         project_folder = self.qmake_project("translations-qmake").parent
         with open(project_folder / "host.pro", "a", encoding="utf-8") as project:
@@ -305,7 +328,7 @@ class Consumers:
         """Each piece of C++ in the documentation."""
         files = [pathlib.Path(self.source) / "README.md",
                  *sorted((pathlib.Path(self.source) / "docs").glob("*.md"))]
-        flags = run("pkg-config", "--cflags", "KestWidgets", "Qt5Network",
+        flags = run("pkg-config", "--cflags", self.name, f"Qt{self.major}Network",
                     env=self.pkg_config_path()).split()
         folder = fresh(self.work / "documentation")
         for source in snippets.write(files, folder):

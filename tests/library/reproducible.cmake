@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 # Builds and installs the library twice as the README says, from copies of its sources in two folders,
-# and compares what was installed byte by byte. SOURCE is the project's folder, WORK a folder for all
-# this. Of what was built only one of the installed trees stays, moved to INSTALLED.
+# and compares what was installed byte by byte. SOURCE is the project's folder, QT_MAJOR the Qt that it is
+# built with, WORK a folder for all this. Of what was built only one of the installed trees stays, moved
+# to INSTALLED.
 file(READ ${SOURCE}/README.md readme)
 if(NOT readme MATCHES "```sh\n(cmake -S \\. -B build [^`]*)```")
   message(FATAL_ERROR "The README does not say how the library is built.")
@@ -25,7 +26,7 @@ foreach(index 0 1)
   string(REPLACE " build " " ${build} " here "${here}")
   # What the README does not name is not there.
   string(REPLACE "-B " "-DCMAKE_DISABLE_FIND_PACKAGE_Qt5Test=ON -DCMAKE_DISABLE_FIND_PACKAGE_X11=ON \
-    -DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON -DCMAKE_DISABLE_FIND_PACKAGE_Qt5Designer=ON -B " here "${here}")
+    -DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON -DCMAKE_DISABLE_FIND_PACKAGE_Qt5Designer=ON -DKEST_QT_MAJOR=${QT_MAJOR} -B " here "${here}")
   execute_process(COMMAND sh -e -c "${here}" WORKING_DIRECTORY ${source}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)
@@ -38,7 +39,7 @@ file(GLOB_RECURSE others RELATIVE ${WORK}/installed-1 ${WORK}/installed-1/*)
 if(NOT files STREQUAL others)
   message(FATAL_ERROR "Installed are ${files} and ${others}.")
 endif()
-if(NOT files MATCHES "KestWidgets\\.(so|dll)")
+if(NOT files MATCHES "KestWidgets(Qt6)?\\.(so|dll)")
   message(FATAL_ERROR "No library is installed.")
 endif()
 foreach(name ${files})
