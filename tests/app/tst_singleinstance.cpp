@@ -268,7 +268,8 @@ void tst_SingleInstance::longestNameIsThatOfASocket()
         QVERIFY(owner.isPresented(1));
     }
     QVERIFY(isTaken(check(name + QLatin1Char('n'))));
-    QVERIFY(isTaken(check(QString(LongestServerName, QLatin1Char('n'))))); // and the folder before it
+    QVERIFY(
+        isTaken(check(QString(LongestServerName, QLatin1Char('n'))))); // and the folder before it
     QVERIFY(isTaken(check(QString(5000, QLatin1Char('n')))));
     QVERIFY(QDir(folder.path()).isEmpty());
 }
