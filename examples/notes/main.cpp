@@ -12,10 +12,8 @@
 int main(int argc, char *argv[])
 {
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // Qt 6 does so without being asked
-#    if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // Qt 6 does so without being asked
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-#    endif
 #endif
     KestApplication app(argc, argv); // brings the look
     QCoreApplication::setOrganizationName(QStringLiteral("KestWidgets"));
