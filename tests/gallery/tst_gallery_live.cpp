@@ -202,12 +202,14 @@ void tst_Gallery_Live::fileThatCannotBeOpenedIsTold()
     const QString before = qApp->styleSheet();
     chooseFile(folder.filePath(QStringLiteral("missing/own.css")));
     bool told = false;
-    QTimer::singleShot(200, qApp, [&told] {
-        auto *const box = qobject_cast<KestMessageBox *>(QApplication::activeModalWidget());
-        told = box && box->text().contains(QStringLiteral("could not be saved"));
-        if (QWidget *const open = QApplication::activeModalWidget())
-            open->close();
+    QTimer closer; // as soon as it is there
+    connect(&closer, &QTimer::timeout, &closer, [&told] {
+        if (auto *const box = qobject_cast<KestMessageBox *>(QApplication::activeModalWidget())) {
+            told = box->text().contains(QStringLiteral("could not be saved"));
+            box->close();
+        }
     });
+    closer.start(10);
     click(named<QPushButton>(page, "saveSheet"));
     QVERIFY(told);
     QCOMPARE(qApp->styleSheet(), before);

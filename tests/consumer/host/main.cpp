@@ -25,7 +25,8 @@ int main(int argc, char *argv[])
     window.show();
     const bool themed = !app.styleSheet().isEmpty()
         && QFile::exists(QStringLiteral(":/KestWidgets/Resources/loading.gif"));
-    QTimer::singleShot(0, &app, &QCoreApplication::quit);
+    // Not quit(), since Qt 6 closes all windows then.
+    QTimer::singleShot(0, &app, [] { QCoreApplication::exit(); });
     QCoreApplication::exec();
     return themed && window.titleBar()->isVisible() ? 0 : 1;
 }
