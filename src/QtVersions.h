@@ -14,6 +14,8 @@
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 
+#    include <QtCore/QLocale>
+#    include <QtCore/QTranslator>
 #    include <QtCore/QVariant>
 #    include <QtWidgets/QApplication>
 #    include <QtWidgets/QDesktopWidget>
@@ -37,8 +39,19 @@ inline bool isNull(const QVariant &value)
     return value.isNull();
 }
 
+/*! Has \a translator load the catalogue \a name of the \a locale from \a folder: that of a country
+    before that of its language. */
+inline bool loadCatalogue(QTranslator *translator, const QLocale &locale, const QString &name,
+                          const QString &folder)
+{
+    return translator->load(locale, name, QStringLiteral("_"), folder);
+}
+
 #else
 
+#    include <QtCore/QFile>
+#    include <QtCore/QLocale>
+#    include <QtCore/QTranslator>
 #    include <QtCore/QVariant>
 #    include <QtGui/QGuiApplication>
 #    include <QtGui/QScreen>
@@ -61,6 +74,22 @@ inline int screenNumber(const QWidget *widget)
 inline bool isNull(const QVariant &value)
 {
     return value.isNull() || (value.userType() == QMetaType::QString && value.toString().isNull());
+}
+
+/*! Has \a translator load the catalogue \a name of the \a locale from \a folder: that of a country
+    before that of its language. Qt itself takes German for de_AT, as a part of de_Latn_AT. */
+inline bool loadCatalogue(QTranslator *translator, const QLocale &locale, const QString &name,
+                          const QString &folder)
+{
+    const QString separator = QStringLiteral("_");
+    const QString language = locale.bcp47Name();
+    if (locale.uiLanguages().contains(language)) {
+        const QString own = folder + QLatin1Char('/') + name + separator
+            + QString(language).replace(QLatin1Char('-'), separator) + QLatin1String(".qm");
+        if (QFile::exists(own) && translator->load(own))
+            return true;
+    }
+    return translator->load(locale, name, separator, folder);
 }
 
 #endif

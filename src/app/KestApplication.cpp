@@ -5,6 +5,7 @@
 
 #include "KestPlatformDelegate.h"
 #include "KestStyleSheet.h"
+#include "QtVersions.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QDir>
@@ -125,10 +126,9 @@ bool KestApplication::loadTranslator(const QString &lang)
 {
     const int load = ++d->loads;
     const QLocale locale = lang.isEmpty() ? QLocale::system() : QLocale(lang);
-    const QString separator = QStringLiteral("_");
 
-    if (d->qtTranslator.load(locale, QStringLiteral("qt"), separator,
-                             QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
+    if (loadCatalogue(&d->qtTranslator, locale, QStringLiteral("qt"),
+                      QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
         installTranslator(&d->qtTranslator);
     } else {
         removeTranslator(&d->qtTranslator);
@@ -138,7 +138,7 @@ bool KestApplication::loadTranslator(const QString &lang)
     if (d->loads != load)
         return true;
 
-    if (d->appTranslator.load(locale, applicationName(), separator, QStringLiteral(":/i18n"))) {
+    if (loadCatalogue(&d->appTranslator, locale, applicationName(), QStringLiteral(":/i18n"))) {
         installTranslator(&d->appTranslator);
     } else {
         qWarning() << "app translator load error!!! lang=" << lang << ", local=" << locale;

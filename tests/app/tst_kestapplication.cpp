@@ -98,6 +98,7 @@ private Q_SLOTS:
     void bothCataloguesAreInstalled();
     void hostsCatalogueGoesBeforeQts();
     void emptyLanguageMeansTheSystems();
+    void countrysCatalogueGoesBeforeItsLanguages();
     void missingCataloguesAreReported();
     void missingHostCatalogueLeavesQtsInstalled();
     void missingQtCatalogueLeavesTheHostsInstalled();
@@ -372,6 +373,18 @@ void tst_KestApplication::emptyLanguageMeansTheSystems()
     QCOMPARE(warnings, QStringList());
     QCOMPARE(toolkit, QStringLiteral("Werkzeug"));
 #endif
+}
+
+void tst_KestApplication::countrysCatalogueGoesBeforeItsLanguages()
+{
+    application().loadTranslator(QStringLiteral("de_AT"));
+    QCOMPARE(translated("host"), QStringLiteral("Beisl"));
+    QCOMPARE(translated("toolkit"), QStringLiteral("Werkzeug")); // which is the language's alone
+    application().loadTranslator(QStringLiteral("de_CH"));
+    QCOMPARE(translated("host"), QStringLiteral("Wirt"));
+    application().loadTranslator(QStringLiteral("de_AT"));
+    application().loadTranslator(QStringLiteral("de"));
+    QCOMPARE(translated("host"), QStringLiteral("Wirt"));
 }
 
 void tst_KestApplication::missingCataloguesAreReported()
