@@ -181,6 +181,8 @@ class tst_ThemeContrast : public QObject
 private Q_SLOTS:
     void textsAreRead_data();
     void textsAreRead();
+    void calendarsNameTheirDays_data();
+    void calendarsNameTheirDays();
 };
 
 void tst_ThemeContrast::textsAreRead_data()
@@ -239,6 +241,35 @@ void tst_ThemeContrast::textsAreRead()
         }
     }
     QVERIFY2(faint.isEmpty(), qPrintable(faint.join(QStringLiteral("; "))));
+}
+
+void tst_ThemeContrast::calendarsNameTheirDays_data()
+{
+    QTest::addColumn<QString>("theme");
+    for (const QString &theme : Themes::names())
+        QTest::newRow(qPrintable(theme)) << theme;
+}
+
+void tst_ThemeContrast::calendarsNameTheirDays()
+{
+    QFETCH(QString, theme);
+    Themes::apply(theme);
+    for (const int points : { 7, 9, 12, 18 }) {
+        QCalendarWidget calendar;
+        calendar.setLocale(QLocale::c());
+        QFont font = calendar.font();
+        font.setPointSize(points);
+        calendar.setFont(font);
+        calendar.show();
+        calendar.resize(calendar.minimumSizeHint());
+        QStringList texts;
+        const QVector<PaintedItem> items = paintedItems(&calendar);
+        for (const PaintedItem &item : items)
+            texts.append(item.text);
+        for (int day = Qt::Monday; day <= Qt::Sunday; ++day)
+            QVERIFY2(texts.contains(QLocale::c().dayName(day, QLocale::ShortFormat)),
+                     qPrintable(texts.join(QLatin1Char(' '))));
+    }
 }
 
 THEME_TEST_MAIN(tst_ThemeContrast)
