@@ -8,6 +8,7 @@
 #include "KestSeparator.h"
 #include "KestUserButton.h"
 #include "OnEvent.h"
+#include "QtVersions.h"
 
 #include <QAction>
 #include <QtCore/QMetaEnum>
@@ -631,7 +632,8 @@ void tst_KestNavigationBar::newSpokenNameOfHelpMayDeleteTheBar_data()
     QTest::addColumn<QString>("change");
     QTest::newRow("added") << QStringLiteral("added");
     QTest::newRow("language") << QStringLiteral("language");
-    QTest::newRow("text") << QStringLiteral("text");
+    if (!ActionsTellACopyOfTheirWidgets) // or Qt tells the bar's button, as it does a QToolBar's
+        QTest::newRow("text") << QStringLiteral("text");
 }
 
 void tst_KestNavigationBar::newSpokenNameOfHelpMayDeleteTheBar()
