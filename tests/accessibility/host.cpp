@@ -43,6 +43,7 @@ class Host : public QObject
 
 public:
     Host();
+    ~Host() override { QDesktopServices::unsetUrlHandler(QStringLiteral("help")); }
 
     void show() { m_window.show(); }
 
