@@ -80,6 +80,11 @@ bool isMemory(const QString &name)
     return name.endsWith(QLatin1String(" kB"));
 }
 
+bool isResident(const QString &name)
+{
+    return name == QLatin1String("resident kB");
+}
+
 void countObjects()
 {
     objects(); // outlives whatever is counted
