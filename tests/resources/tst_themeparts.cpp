@@ -5,6 +5,7 @@
 #include "KestMessageBox.h"
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
+#include "KestWindow.h"
 #include "Pixels.h"
 #include "SheetRules.h"
 #include "Themes.h"
@@ -23,6 +24,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QProgressBar>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
@@ -100,6 +102,8 @@ private Q_SLOTS:
     void uprightProgressBarsHoldTheirText();
     void handlesOfSplittersAreSeen_data() { themes(); }
     void handlesOfSplittersAreSeen();
+    void menusInATitleBarAreNotBold_data() { themes(); }
+    void menusInATitleBarAreNotBold();
     void shortButtonsOfMessageBoxesAreWide_data() { themes(); }
     void shortButtonsOfMessageBoxesAreWide();
     void barsDrawTheirSeparators_data();
@@ -336,6 +340,25 @@ void tst_ThemeParts::handlesOfSplittersAreSeen()
     const QRect handle = splitter.handle(1)->geometry();
     QCOMPARE(handle.width(), 5);
     QVERIFY(Pixels::commonColor(image, handle) != image.pixel(handle.left() - 3, 30));
+}
+
+void tst_ThemeParts::menusInATitleBarAreNotBold()
+{
+    KestWindow window;
+    window.menuBar()->addMenu(QStringLiteral("File"));
+    auto *label = new QLabel(QStringLiteral("Label"), window.titleBar());
+    window.show();
+    const QSize before = window.menuBar()->sizeHint();
+    const QString sheet = qApp->styleSheet();
+    for (int change = 0; change < 2; ++change) {
+        QVERIFY(window.titleBar()->font().bold());
+        QVERIFY(!window.menuBar()->font().bold());
+        QVERIFY(!label->font().bold());
+        qApp->setStyleSheet(sheet + QLatin1Char('\n'));
+        qApp->setStyleSheet(sheet);
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(window.menuBar()->sizeHint(), before);
 }
 
 void tst_ThemeParts::shortButtonsOfMessageBoxesAreWide()
