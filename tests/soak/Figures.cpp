@@ -18,7 +18,6 @@
 #    include <psapi.h>
 #else
 #    include <malloc.h>
-#    include <unistd.h>
 #endif
 
 namespace {
@@ -60,6 +59,23 @@ int timers()
     return count;
 }
 
+#ifndef Q_OS_WIN
+// Memory that is no file's: pages of libraries become resident whenever they are first used.
+qint64 ownKilobytes()
+{
+    QFile maps(QStringLiteral("/proc/self/smaps_rollup"));
+    if (!maps.open(QIODevice::ReadOnly))
+        qFatal("soak: no /proc/self/smaps_rollup");
+    const QList<QByteArray> lines = maps.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("Anonymous:"))
+            return line.simplified().split(' ').at(1).toLongLong();
+    }
+    qFatal("soak: no anonymous memory in /proc/self/smaps_rollup");
+    return 0;
+}
+#endif
+
 } // namespace
 
 QStringList figureNames()
@@ -69,7 +85,7 @@ QStringList figureNames()
         QStringLiteral("resident kB"), QStringLiteral("private kB"), QStringLiteral("handles"),
         QStringLiteral("GDI"),         QStringLiteral("USER"),
 #else
-        QStringLiteral("resident kB"), QStringLiteral("heap kB"), QStringLiteral("descriptors"),
+        QStringLiteral("own kB"),  QStringLiteral("heap kB"), QStringLiteral("descriptors"),
 #endif
         QStringLiteral("widgets"),     QStringLiteral("objects"),    QStringLiteral("timers"),
     };
@@ -105,14 +121,13 @@ Figures figures()
            << GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)
            << GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
 #else
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    if (!statm.open(QIODevice::ReadOnly))
-        qFatal("soak: no /proc/self/statm");
-    const qint64 pages = statm.readAll().split(' ').value(1).toLongLong();
-    statm.close();
+    // What is free goes back at once: when the allocator does it by itself depends on what lies at
+    // the end of its memory, and one image of a window more or less is 3 MB.
+    malloc_trim(0);
+    const qint64 own = ownKilobytes();
     const QDir descriptors(QStringLiteral("/proc/self/fd"));
     const struct mallinfo2 heap = mallinfo2();
-    result << pages * sysconf(_SC_PAGESIZE) / 1024 << qint64((heap.uordblks + heap.hblkhd) / 1024)
+    result << own << qint64((heap.uordblks + heap.hblkhd) / 1024)
            << descriptors.entryList(QDir::Files | QDir::System).size();
 #endif
     const int widgets = QApplication::allWidgets().size();

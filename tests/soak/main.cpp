@@ -23,8 +23,8 @@ const int Samples = 10;
 // Memory is cut into pieces and put together again: what it may grow by in all, in kB, and for each
 // round, in bytes. Everything else is exact.
 const qint64 MemorySlack = 512;
-// Pages of libraries become resident when they are first used, however late that is; what is lost
-// for good is in the other figures as well.
+// On Windows pages of libraries are among them, which become resident when they are first used,
+// however late that is; what is lost for good is in the other figures as well.
 const qint64 ResidentSlack = 2048;
 const qint64 MemorySlackPerRound = 16;
 
