@@ -18,12 +18,16 @@
 #include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QStatusBar>
+
+#include <memory>
 
 namespace {
 
@@ -45,18 +49,27 @@ QWidget *pageNamed(const GalleryWindow &window, const QString &title)
 }
 
 // Types the name of a file into the dialog that opens next, which keeps the thread until it closes.
-void chooseFileLater(const QString &file)
+std::unique_ptr<QTimer> chooseFileLater(const QString &file)
 {
-    QTimer::singleShot(500, qApp, [file] {
-        const QPointer<QWidget> dialog(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        RealInput::key(QStringLiteral("Control+a"));
-        RealInput::type(file);
-        RealInput::key(QStringLiteral("Return"));
-        RealInput::settle(200);
-        if (dialog) // whatever is wrong: the test must not hang
+    auto waiting = std::make_unique<QTimer>();
+    QObject::connect(waiting.get(), &QTimer::timeout, waiting.get(), [file, timer = waiting.get()] {
+        const QPointer<QFileDialog> dialog(
+            qobject_cast<QFileDialog *>(QApplication::activeModalWidget()));
+        if (!dialog)
+            return;
+        timer->stop();
+        const auto *const field = dialog->findChild<QLineEdit *>();
+        if (QTest::qWaitFor([&] { return field->hasFocus(); })) {
+            RealInput::key(QStringLiteral("Control+a"));
+            RealInput::type(file);
+            RealInput::key(QStringLiteral("Return"));
+        }
+        // Whatever is wrong: the test must not hang.
+        if (!QTest::qWaitFor([&] { return !dialog || !dialog->isVisible(); }))
             dialog->close();
     });
+    waiting->start(20);
+    return waiting;
 }
 
 } // namespace
@@ -148,14 +161,14 @@ void tst_Gallery_Window::keysAloneMakeSaveAndOpenATheme()
     RealInput::type(sheet);
     QTRY_COMPARE(qApp->styleSheet(), sheet);
 
-    chooseFileLater(file);
+    const std::unique_ptr<QTimer> saving = chooseFileLater(file);
     RealInput::key(QStringLiteral("Alt+a"));
     QTRY_VERIFY(QFile::exists(file));
 
     window.setTheme(1);
     QVERIFY(qApp->styleSheet() != sheet);
-    RealInput::settle(300);
-    chooseFileLater(file);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const std::unique_ptr<QTimer> opening = chooseFileLater(file);
     RealInput::key(QStringLiteral("Alt+o"));
     QTRY_COMPARE(qApp->styleSheet(), sheet);
     QCOMPARE(editor->toPlainText(), sheet);
