@@ -99,6 +99,7 @@ private Q_SLOTS:
     void hostsCatalogueGoesBeforeQts();
     void emptyLanguageMeansTheSystems();
     void countrysCatalogueGoesBeforeItsLanguages();
+    void catalogueWithoutALanguageIsNobodys();
     void missingCataloguesAreReported();
     void missingHostCatalogueLeavesQtsInstalled();
     void missingQtCatalogueLeavesTheHostsInstalled();
@@ -382,9 +383,26 @@ void tst_KestApplication::countrysCatalogueGoesBeforeItsLanguages()
     QCOMPARE(translated("toolkit"), QStringLiteral("Werkzeug")); // which is the language's alone
     application().loadTranslator(QStringLiteral("de_CH"));
     QCOMPARE(translated("host"), QStringLiteral("Wirt"));
+    QCOMPARE(translated("toolkit"), QStringLiteral("outillage")); // Qt's are looked for alike
     application().loadTranslator(QStringLiteral("de_AT"));
     application().loadTranslator(QStringLiteral("de"));
     QCOMPARE(translated("host"), QStringLiteral("Wirt"));
+}
+
+void tst_KestApplication::catalogueWithoutALanguageIsNobodys()
+{
+    const QString name = QCoreApplication::applicationName();
+    QCoreApplication::setApplicationName(QStringLiteral("generalhost"));
+    application().loadTranslator(QStringLiteral("zh_CN")); // in whose place zh would do
+    const QString chinese = translated("host");
+    application().loadTranslator(QStringLiteral("sv"));
+    const QString swedish = translated("host");
+    application().loadTranslator(QStringLiteral("xx")); // which is no language, nor English
+    const QString unknown = translated("host");
+    QCoreApplication::setApplicationName(name);
+    QCOMPARE(chinese, QStringLiteral("hospes"));
+    QCOMPARE(swedish, QStringLiteral("host"));
+    QCOMPARE(unknown, QStringLiteral("host"));
 }
 
 void tst_KestApplication::missingCataloguesAreReported()

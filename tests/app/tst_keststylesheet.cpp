@@ -243,6 +243,7 @@ private Q_SLOTS:
     void everyWidgetHasItsOwnSheetScaled();
     void propertiesAreWrittenRateFirst();
     void otherPropertiesOfAWidgetChangeNothing();
+    void valueWithoutATextIsNoMissingSheet();
     void walkGoesBelowWidgetsWithoutSheets();
     void windowsAmongTheChildrenAreScaledToo();
     void rateIsNotRounded();
@@ -604,6 +605,18 @@ void tst_KestStyleSheet::otherPropertiesOfAWidgetChangeNothing()
     KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
     QCOMPARE(child.styleSheet(), QStringLiteral("margin: 3px"));
     QCOMPARE(child.property("originStyle"), QVariant(QStringLiteral("margin: 2px")));
+}
+
+void tst_KestStyleSheet::valueWithoutATextIsNoMissingSheet()
+{
+    QWidget top;
+    QWidget child(&top);
+    const QVariant value(QSize(1, 2));
+    child.setProperty("originStyle", value);
+    child.setStyleSheet(QStringLiteral("margin: 2px"));
+    KestStyleSheet::ChangeObjectSizeAndFontSize(&top, 1.5, 1.0);
+    QCOMPARE(child.styleSheet(), QStringLiteral("margin: 2px"));
+    QCOMPARE(child.property("originStyle"), value);
 }
 
 void tst_KestStyleSheet::walkGoesBelowWidgetsWithoutSheets()

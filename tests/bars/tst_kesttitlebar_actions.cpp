@@ -34,6 +34,7 @@ private Q_SLOTS:
     void removedActionLosesItsButton();
     void changedActionLeavesTheBar();
     void removedCustomWidgetLivesOn();
+    void customWidgetOfAChangedActionLivesOn();
     void actionIconSizeReachesAllButtons();
     void actionIconSizeIsStoredBeforeItIsAnnounced();
     void actionIconSizeIsThereWhenItIsAnnounced();
@@ -209,6 +210,19 @@ void tst_KestTitleBar_Actions::removedCustomWidgetLivesOn()
     action.setDefaultWidget(label);
     host.bar->addAction(&action);
     host.bar->removeAction(&action);
+    QVERIFY(!label.isNull());
+    QCOMPARE(host.actionRow()->count(), 0);
+}
+
+void tst_KestTitleBar_Actions::customWidgetOfAChangedActionLivesOn()
+{
+    Host host;
+    QWidgetAction action(nullptr);
+    const QPointer<QLabel> label(new QLabel);
+    action.setDefaultWidget(label);
+    host.bar->addAction(&action);
+    action.setText(QStringLiteral("after"));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!label.isNull());
     QCOMPARE(host.actionRow()->count(), 0);
 }

@@ -476,6 +476,7 @@ void tst_KestTitleBar_Icon::ratesWithoutSenseDoNoHarm_data()
     QTest::newRow("no number") << QVariant(std::numeric_limits<qreal>::quiet_NaN()) << unscaled;
     QTest::newRow("infinity") << QVariant(infinity) << unscaled;
     QTest::newRow("minus infinity") << QVariant(-infinity) << unscaled;
+    QTest::newRow("null text") << QVariant(QString()) << unscaled;
     QTest::newRow("text") << QVariant(QStringLiteral("large")) << QSize(0, 0);
     QTest::newRow("huge") << QVariant(1e10) << QSize(80, 40);
     QTest::newRow("hugest") << QVariant(std::numeric_limits<qreal>::max()) << QSize(80, 40);

@@ -4,6 +4,7 @@
 #include "KestWindow.h"
 #include "TestedQt.h"
 
+#include "AnotherScreen.h"
 #include "KestNavigationBar.h"
 #include "KestTitleBar.h"
 #include "MoveBarProbe.h"
@@ -13,7 +14,9 @@
 #include <QtCore/QScopedPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QAccessible>
+#include <QtGui/QScreen>
 #include <QtGui/QStatusTipEvent>
+#include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -1060,7 +1063,12 @@ void tst_KestWindow::burstOfResizesEndsInOneScreenCheck()
 
 void tst_KestWindow::screenChangeIsWrittenOncePerFilteredObject()
 {
+    const AnotherScreen another(QRect(800, 0, 800, 600), 1, false);
     KestWindow window;
+    window.move(900, 100);
+    window.winId();
+    window.windowHandle()->setScreen(QGuiApplication::screens().last());
+    QCOMPARE(numberOfScreen(&window), 1);
     const QString text = QStringLiteral("KestWindow::eventFilter QEvent::ScreenChangeInternal "
                                         "screenNum= %1")
                              .arg(numberOfScreen(&window));

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 the KestWidgets authors
 
 #include "KeptPicture.h"
+#include "QtVersions.h"
 
 #include "Rendering.h"
 
@@ -47,6 +48,18 @@ int countOf(Disc *disc, const Surface &surface)
     return disc->count - before;
 }
 
+// How often a part with the brush is drawn for two paints at the ratio.
+int timesDrawn(const QBrush &brush, qreal ratio)
+{
+    int count = 0;
+    KeptPicture<QBrush> picture;
+    QImage image = canvas(Size, ratio);
+    QPainter painter(&image);
+    for (int i = 0; i < 2; ++i)
+        picture.paint(&painter, Size, { brush }, [&count](QPainter *) { ++count; });
+    return count;
+}
+
 } // namespace
 
 class tst_KeptPicture : public QObject
@@ -58,6 +71,7 @@ private Q_SLOTS:
     void everyChangeIsDrawnOnce();
     void otherPlacesAreDrawnDirectly_data();
     void otherPlacesAreDrawnDirectly();
+    void patternsAreKeptWhereQtBeginsThemAtThePicture();
     void vectorsStayVectors();
     void picturesAreSmall_data();
     void picturesAreSmall();
@@ -130,6 +144,19 @@ void tst_KeptPicture::otherPlacesAreDrawnDirectly()
         if (!kept)
             QCOMPARE(countOf(&other, plain), 0);
     }
+}
+
+void tst_KeptPicture::patternsAreKeptWhereQtBeginsThemAtThePicture()
+{
+    for (int style = Qt::NoBrush; style <= Qt::DiagCrossPattern; ++style) {
+        const QBrush brush(Qt::red, Qt::BrushStyle(style));
+        const bool hasPattern = style > Qt::SolidPattern;
+        QCOMPARE(timesDrawn(brush, 1.0), 1);
+        QCOMPARE(timesDrawn(brush, 2.0), hasPattern && PatternsBeginAtTheDevice ? 2 : 1);
+    }
+    for (const QGradient &gradient : { QGradient(QLinearGradient()), QGradient(QRadialGradient()),
+                                       QGradient(QConicalGradient()) })
+        QCOMPARE(timesDrawn(QBrush(gradient), 2.0), 1);
 }
 
 void tst_KeptPicture::vectorsStayVectors()
