@@ -2,15 +2,15 @@
 # For hosts' translations as well: this file is installed with the package.
 # KestWidgets_TRANSLATIONS is the folder of the library's own, KestWidgets_QT the Qt that it is built with.
 
-# Looks for Qt's tools and sets KEST_LRELEASE and KEST_LUPDATE. Debian's /usr/bin has their names also where
-# they are not installed.
+# Looks for Qt's tools and sets KEST_LRELEASE and KEST_LUPDATE. Debian's /usr/bin, where Qt 6's qmake is,
+# has their names also where they are another Qt's, or not installed.
 function(kest_find_linguist_tools)
   get_target_property(qmake ${KestWidgets_QT}::qmake LOCATION)
   get_filename_component(folder ${qmake} DIRECTORY)
   string(TOLOWER /usr/lib/${KestWidgets_QT}/bin debian)
   foreach(tool lrelease lupdate)
     string(TOUPPER KEST_${tool} variable)
-    find_program(${variable} NAMES ${tool} HINTS ${folder} ${debian})
+    find_program(${variable} NAMES ${tool} HINTS ${debian} ${folder})
     mark_as_advanced(${variable})
     if(${variable})
       execute_process(COMMAND ${${variable}} -version

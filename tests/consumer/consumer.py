@@ -148,25 +148,121 @@ class Consumers:
             expect(wanted in libraries.split(), True, f"pkg-config's {name} names {wanted}")
 
     def side_by_side(self):
-        """Hosts where the library is installed for both major versions of Qt, into one folder."""
-        other = {"5": "6", "6": "5"}[self.major]
+        """Hosts where the library is installed for both major versions of Qt, into one folder: first
+        that for Qt 6, which must not need the other."""
+        self.expect_choices()
+        self.install(self.build, "pair", [])
+        first = {str(file) for file in self.tree.rglob("*") if not file.is_dir()}
+        self.expect_one_of_two("6.4")
+        self.expect_parts_for_qt6()
+
         build = self.work / "side_by_side-build"
-        self.configure(self.source, build, f"-DKEST_QT_MAJOR={other}", "-DCMAKE_BUILD_TYPE=Debug",
-                       "-DKEST_BUILD_TESTS=OFF", "-DKEST_BUILD_EXAMPLES=OFF",
-                       "-DKEST_BUILD_DESIGNER=OFF",
+        # Qt 5, since that is there.
+        self.configure(self.source, build, "-DCMAKE_BUILD_TYPE=Debug", "-DKEST_BUILD_TESTS=OFF",
+                       "-DKEST_BUILD_EXAMPLES=OFF", "-DKEST_BUILD_DESIGNER=OFF",
                        f"-DCMAKE_CXX_COMPILER_LAUNCHER={self.launcher}")
         run("cmake", "--build", build)
-        self.install(self.build, "pair", [])
-        before = {file: file.read_bytes() for file in self.tree.rglob("*") if file.is_file()}
         run("cmake", "--install", build, "--prefix", self.tree)
-        for file, content in before.items():
-            expect(file.read_bytes() == content, True, f"The first one's {file} is as it was")
-        for self.major in ("5", "6"):
-            self.name = {"5": "KestWidgets", "6": "KestWidgetsQt6"}[self.major]
-            linked = self.cmake_host(f"side_by_side-{self.major}", "Debug")
-            expect(linked, self.library("d"), f"The host with Qt {self.major} links")
-            libraries = run("pkg-config", "--libs", f"{self.name}d", env=self.pkg_config_path())
-            expect(f"-l{self.name}d" in libraries.split(), True, "pkg-config names the library")
+        second = set((build / "install_manifest.txt").read_text().split("\n"))
+        expect(sorted(first & second), [], "Of both are")
+        self.major, self.name = "5", "KestWidgets"
+        self.expect_own_tool(build)
+        self.expect_one_of_two("5.15")
+
+    def expect_one_of_two(self, least):
+        """Fails where a host by one of the two names does not get that, for its Qt."""
+        folder = self.work / f"side_by_side-{self.major}"
+        linked = self.cmake_host(folder.name, "Debug", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON")
+        expect(linked, self.library("d"), f"The host with Qt {self.major} links")
+        translations = self.tree / "share" / self.name / "translations"
+        expect((folder / "package.txt").read_text(), f"Qt{self.major} {translations}",
+               "The package says")
+        expect(translations.is_dir(), True, f"There are {translations}")
+
+        def pkg_config(*options):
+            return run("pkg-config", *options, f"{self.name}d", env=self.pkg_config_path()).split()
+
+        expect(pkg_config("--print-requires"), [f"Qt{self.major}Widgets", ">=", least], "Needed is")
+        libraries = [word for word in pkg_config("--libs") if word.startswith("-lKest")]
+        expect(libraries, [f"-l{self.name}d"], "pkg-config links")
+        flags = pkg_config("--cflags")
+        run(self.compiler, *self.strict, *flags, "-fsyntax-only", HOST / "part.cpp")
+        expect("-fPIC" in flags, "-fPIC" in (folder / "compile_commands.json").read_text(),
+               "pkg-config has hosts compiled as CMake has")
+        for file in [*self.tree.rglob(f"{self.name}d.pc"), *self.tree.rglob(f"{self.name}.pri")]:
+            self.expect_names(file)
+        self.expect_refusal(f'requested version "{least}"', "-S", HOST, "-B", folder,
+                            "-UQt[56]*_DIR",
+                            *self.only_old_qt(self.major, {"5": "5.14.2", "6": "6.3.2"}[self.major]))
+
+    def expect_refusal(self, reason, *options):
+        """Fails where CMake does with these options, or fails for another reason."""
+        try:
+            run("cmake", *options)
+        except Failure as failure:
+            if reason in str(failure):
+                return
+            raise
+        raise Failure(f"cmake does with {options}")
+
+    def expect_names(self, file):
+        """Fails where a file for one Qt names the other one or its library."""
+        others = {"5": r"\w*Qt6\w*", "6": r"\w*Qt5\w*|KestWidgets(?!Qt6)\w*"}
+        found = re.findall(others[self.major], file.read_text())
+        expect(found, [], f"{file.name} names")
+
+    def expect_parts_for_qt6(self):
+        """Fails where what a host of Qt 6 builds as a part of it is for another Qt."""
+        folder = self.work / "side_by_side-part"
+        self.configure(HERE / "subdirectory", folder, f"-DKEST_SOURCE={self.source}",
+                       "-DBUILD_SHARED_LIBS=OFF", "-DKEST_INSTALL=ON")
+        files = [folder / "kest" / "pkgconfig" / f"{self.name}.pc",
+                 folder / "kest" / f"{self.name}.pri"]
+        for file in files:
+            self.expect_names(file)
+        self.expect_own_tool(folder)
+
+    def expect_own_tool(self, build):
+        """Fails where translations are not compiled by the tool of the build's Qt, which is there
+        beside that of another one."""
+        tool = pathlib.Path(f"/usr/lib/qt{self.major}/bin/lrelease")
+        if tool.exists():
+            found = re.findall("^KEST_LRELEASE:.*=(.*)", (build / "CMakeCache.txt").read_text(),
+                               re.MULTILINE)
+            expect(found, [str(tool)], "Translations are compiled by")
+
+    def only_old_qt(self, major, version):
+        """Returns options that have CMake find this version of a Qt, and no other of that."""
+        folder = fresh(self.work / f"old-qt{major}")
+        (folder / f"Qt{major}Config.cmake").write_text("")
+        (folder / f"Qt{major}ConfigVersion.cmake").write_text(
+            f"set(PACKAGE_VERSION {version})\n"
+            "if(PACKAGE_FIND_VERSION VERSION_LESS_EQUAL PACKAGE_VERSION)\n"
+            "  set(PACKAGE_VERSION_COMPATIBLE TRUE)\n"
+            "endif()\n")
+        found = {"5": self.qt5, "6": self.qt6}[major]
+        # Where /lib is /usr/lib, CMake finds it in both.
+        return (f"-DQt{major}_DIR={folder}",
+                f"-DCMAKE_IGNORE_PATH={found};{found.removeprefix('/usr')}")
+
+    def expect_choices(self):
+        """Fails where the library is built with another Qt than it should be."""
+        folder = fresh(self.work / "choice")
+        command = ["-S", HERE / "choice", "-B", folder, f"-DKEST_SOURCE={self.source}",
+                   "-UHOST_QT", "-UKEST_QT_MAJOR", "-UCMAKE_IGNORE_PATH", "-UQt[56]*_DIR"]
+        for options, wanted in (((), "KestWidgets"),
+                                (self.only_old_qt("5", "5.14.2"), "KestWidgetsQt6"),
+                                (("-DHOST_QT=6",), "KestWidgetsQt6"),
+                                (("-DHOST_QT=6;5",), "KestWidgets"),
+                                (("-DHOST_QT=6", "-DKEST_QT_MAJOR=5"), "KestWidgets"),
+                                (("-DKEST_QT_MAJOR=6",), "KestWidgetsQt6")):
+            run("cmake", *command, *options)
+            expect((folder / "chosen.txt").read_text(), wanted, f"With {options} is built")
+        for reason, *options in (
+                ("KEST_QT_MAJOR is 5 or 6, and not 7.", "-DKEST_QT_MAJOR=7"),
+                ('requested version "5.15"', "-DKEST_QT_MAJOR=5", *self.only_old_qt("5", "5.14.2")),
+                ('requested version "6.4"', "-DKEST_QT_MAJOR=6", *self.only_old_qt("6", "6.3.2"))):
+            self.expect_refusal(reason, *command, *options)
 
     def cxx11_host(self):
         """A host in C++11."""
