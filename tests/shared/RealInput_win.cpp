@@ -6,6 +6,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
+#include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 
 #include <atomic>
@@ -118,6 +119,8 @@ void glide(const QPoint &point, int steps)
 void RealInput::settle(int ms)
 {
     QTest::qWait(ms);
+    // On a busy machine what the system sent may still be in Qt's own queue.
+    QGuiApplication::sync();
 }
 
 void RealInput::moveTo(const QPoint &point)

@@ -5,6 +5,7 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QStringList>
+#include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 
 // Xlib defines None, Status, Bool and others as macros: it comes last.
@@ -60,6 +61,8 @@ void tapSymbol(KeySym symbol)
 void RealInput::settle(int ms)
 {
     QTest::qWait(ms);
+    // On a busy machine what the system sent may still be in Qt's own queue.
+    QGuiApplication::sync();
 }
 
 void RealInput::moveTo(const QPoint &point)
