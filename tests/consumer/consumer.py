@@ -229,7 +229,8 @@ class Consumers:
         if tool.exists():
             found = re.findall("^KEST_LRELEASE:.*=(.*)", (build / "CMakeCache.txt").read_text(),
                                re.MULTILINE)
-            expect(found, [str(tool)], "Translations are compiled by")
+            expect([str(pathlib.Path(path).resolve()) for path in found], [str(tool.resolve())],
+                   "Translations are compiled by")
 
     def only_old_qt(self, major, version):
         """Returns options that have CMake find this version of a Qt, and no other of that."""
