@@ -33,8 +33,8 @@ private Q_SLOTS:
     void separatorsAndWidgetsAreTaken();
     void removedActionLosesItsButton();
     void changedActionLeavesTheBar();
-    void removedCustomWidgetLivesOn();
-    void customWidgetOfAChangedActionLivesOn();
+    void customWidgetThatLeftTheBarLivesOn_data();
+    void customWidgetThatLeftTheBarLivesOn();
     void actionIconSizeReachesAllButtons();
     void actionIconSizeIsStoredBeforeItIsAnnounced();
     void actionIconSizeIsThereWhenItIsAnnounced();
@@ -202,26 +202,25 @@ void tst_KestTitleBar_Actions::changedActionLeavesTheBar()
     QVERIFY(host.bar->actions().isEmpty());
 }
 
-void tst_KestTitleBar_Actions::removedCustomWidgetLivesOn()
+void tst_KestTitleBar_Actions::customWidgetThatLeftTheBarLivesOn_data()
 {
-    Host host;
-    QWidgetAction action(nullptr);
-    const QPointer<QLabel> label(new QLabel);
-    action.setDefaultWidget(label);
-    host.bar->addAction(&action);
-    host.bar->removeAction(&action);
-    QVERIFY(!label.isNull());
-    QCOMPARE(host.actionRow()->count(), 0);
+    QTest::addColumn<bool>("removed");
+    QTest::newRow("action removed") << true;
+    QTest::newRow("action changed") << false;
 }
 
-void tst_KestTitleBar_Actions::customWidgetOfAChangedActionLivesOn()
+void tst_KestTitleBar_Actions::customWidgetThatLeftTheBarLivesOn()
 {
+    QFETCH(bool, removed);
     Host host;
     QWidgetAction action(nullptr);
     const QPointer<QLabel> label(new QLabel);
     action.setDefaultWidget(label);
     host.bar->addAction(&action);
-    action.setText(QStringLiteral("after"));
+    if (removed)
+        host.bar->removeAction(&action);
+    else
+        action.setText(QStringLiteral("after"));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!label.isNull());
     QCOMPARE(host.actionRow()->count(), 0);

@@ -6,7 +6,6 @@
 #include <QtCore/QHash>
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
-#include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 
 #include <atomic>
@@ -115,13 +114,6 @@ void glide(const QPoint &point, int steps)
 }
 
 } // namespace
-
-void RealInput::settle(int ms)
-{
-    QTest::qWait(ms);
-    // On a busy machine what the system sent may still be in Qt's own queue.
-    QGuiApplication::sync();
-}
 
 void RealInput::moveTo(const QPoint &point)
 {

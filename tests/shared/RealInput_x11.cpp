@@ -5,8 +5,6 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QStringList>
-#include <QtGui/QGuiApplication>
-#include <QtTest/QTest>
 
 // Xlib defines None, Status, Bool and others as macros: it comes last.
 #include <X11/XKBlib.h>
@@ -57,13 +55,6 @@ void tapSymbol(KeySym symbol)
 }
 
 } // namespace
-
-void RealInput::settle(int ms)
-{
-    QTest::qWait(ms);
-    // On a busy machine what the system sent may still be in Qt's own queue.
-    QGuiApplication::sync();
-}
 
 void RealInput::moveTo(const QPoint &point)
 {

@@ -72,7 +72,6 @@ qint64 ownKilobytes()
             return line.simplified().split(' ').at(1).toLongLong();
     }
     qFatal("soak: no anonymous memory in /proc/self/smaps_rollup");
-    return 0;
 }
 #endif
 
@@ -94,11 +93,6 @@ QStringList figureNames()
 bool isMemory(const QString &name)
 {
     return name.endsWith(QLatin1String(" kB"));
-}
-
-bool isResident(const QString &name)
-{
-    return name == QLatin1String("resident kB");
 }
 
 void countObjects()

@@ -14,8 +14,6 @@ QStringList figureNames();
 
 // Whether the figure is one of memory, which is counted in kB.
 bool isMemory(const QString &name);
-// Whether it is of memory that is there, and not of what was asked for.
-bool isResident(const QString &name);
 
 // Has all objects counted that are made from now on.
 void countObjects();

@@ -23,9 +23,6 @@ const int Samples = 10;
 // Memory is cut into pieces and put together again: what it may grow by in all, in kB, and for each
 // round, in bytes. Everything else is exact.
 const qint64 MemorySlack = 512;
-// On Windows pages of libraries are among them, which become resident when they are first used,
-// however late that is; what is lost for good is in the other figures as well.
-const qint64 ResidentSlack = 2048;
 const qint64 MemorySlackPerRound = 16;
 
 struct Course
@@ -87,8 +84,7 @@ bool isFlat(const char *name, const Course &course, const Course &control, int r
         const qint64 growth = course.last[i] - course.first[i];
         qint64 limit = control.first.isEmpty() ? 0 : control.last[i] - control.first[i];
         if (isMemory(names[i]))
-            limit += (isResident(names[i]) ? ResidentSlack : MemorySlack)
-                + MemorySlackPerRound * rounds / 1024;
+            limit += MemorySlack + MemorySlackPerRound * rounds / 1024;
         if (growth <= limit)
             continue;
         flat = false;
